@@ -1,0 +1,19 @@
+# The flags that every target of the project is built with: link tarnwick_flags.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+add_library(tarnwick_flags INTERFACE)
+target_include_directories(tarnwick_flags INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(tarnwick_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow
+    -Wnon-virtual-dtor -Woverloaded-virtual)
+if(TARNWICK_WERROR)
+    target_compile_options(tarnwick_flags INTERFACE -Werror)
+endif()
+if(TARNWICK_SANITIZE)
+    target_compile_options(tarnwick_flags INTERFACE -fsanitize=address,undefined
+        -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(tarnwick_flags INTERFACE -fsanitize=address,undefined)
+endif()

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+/// The machine's model identifier ("hw.machine"): "iPhone…" for a handset, "iPod…" for a portable
+/// player, "iPad…" for everything with a larger screen (tablet, convertible, laptop, desktop),
+/// with the machine's own model behind it. Empty when it cannot be told. Read once; a shell's
+/// choice goes before.
+std::string machineModel();
+
+/// What machineModel() answers from now on; an empty text returns to the machine's own answer.
+void setMachineModel(const std::string& model);
+
+/// The answer for a machine whose /etc, /sys and /proc lie below `root`: the chassis kind from
+/// etc/machine-info (where the host-name service keeps it), else from the DMI table, else from the
+/// device tree.
+std::string machineModelBelow(const std::string& root);

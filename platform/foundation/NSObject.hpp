@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/foundation/PropertyValue.hpp"
+
+#include <memory>
+#include <optional>
+#include <span>
+#include <string_view>
+
+/// The root of the classes that are passed by reference, observe notifications, are targets of
+/// controls or are found by name. Always owned by a std::shared_ptr.
+class NSObject : public std::enable_shared_from_this<NSObject> {
+ public:
+    NSObject() = default;
+    NSObject(const NSObject&) = delete;
+    NSObject& operator=(const NSObject&) = delete;
+    virtual ~NSObject() = default;
+
+    virtual std::string_view className() const { return "NSObject"; }
+
+    /// Whether performSelector() knows the message. How a caller asks for an optional method.
+    virtual bool respondsToSelector(std::string_view selector) const {
+        (void)selector;
+        return false;
+    }
+
+    /// Sends a message by its selector ("viewHeight", "launchURLForTapLocation:"). nullopt when
+    /// the object does not respond or the arguments do not fit; else the result, nil for none.
+    /// Sizes and points travel as dictionaries (width, height; x, y), objects as their class names.
+    virtual std::optional<PropertyValue> performSelector(std::string_view selector,
+                                                         std::span<const PropertyValue> arguments) {
+        (void)selector;
+        (void)arguments;
+        return std::nullopt;
+    }
+
+ protected:
+    /// This object as its own class, for handing it to observers and controls. Null while it is
+    /// being constructed or destroyed.
+    template <class T>
+    std::shared_ptr<T> strongSelf() {
+        return std::dynamic_pointer_cast<T>(weak_from_this().lock());
+    }
+};

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "platform/uikit/Geometry.hpp"
+#include "platform/uikit/UIColor.hpp"
+#include "platform/uikit/UIFont.hpp"
+
+#include <optional>
+#include <string_view>
+
+class UIBitmap;
+
+enum class NSTextAlignment { Natural, Center };
+
+/// What views paint on. Coordinates are points of the current origin; a backend brings it, and it
+/// lives for one paint. Main thread.
+class Canvas {
+ public:
+    virtual ~Canvas() = default;
+
+    /// Pixels a point.
+    virtual CGFloat scale() const = 0;
+
+    virtual void save() = 0;
+    virtual void restore() = 0;
+    virtual void translate(CGFloat dx, CGFloat dy) = 0;
+    virtual void clip(const CGRect& rect) = 0;
+
+    virtual void fill(const CGRect& rect, const UIColor& color) = 0;
+    /// The radius is limited to half the shorter side, so a large one gives a circle or a pill.
+    virtual void fillRounded(const CGRect& rect, CGFloat radius, const UIColor& color) = 0;
+    /// A line of `width` points along the inside of the rounded rectangle's edge.
+    virtual void strokeRounded(const CGRect& rect, CGFloat radius, CGFloat width,
+                               const UIColor& color) = 0;
+    /// A rounded rectangle whose edge fades to nothing within `blur` points on both sides.
+    virtual void fillShadow(const CGRect& rect, CGFloat radius, CGFloat blur,
+                            const UIColor& color) = 0;
+
+    /// Draws the part `source` (pixels of the bitmap) into `target` (points), without bleeding
+    /// from outside `source`. With `multiply` every pixel is multiplied by that colour.
+    virtual void drawBitmap(const UIBitmap& bitmap, const CGRect& source, const CGRect& target,
+                            const std::optional<UIColor>& multiply) = 0;
+
+    /// One line of text, centred vertically in `rect`, ending with an ellipsis where it does not
+    /// fit. Any bytes are allowed: what is not UTF-8 is replaced, control characters are blanks.
+    virtual void drawText(std::string_view text, const UIFont& font, const UIColor& color,
+                          const CGRect& rect, NSTextAlignment alignment) = 0;
+};

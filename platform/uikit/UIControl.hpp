@@ -1,0 +1,69 @@
+#pragma once
+
+#include "platform/uikit/UIView.hpp"
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+/// The platform's event bits.
+enum UIControlEvents : unsigned { UIControlEventValueChanged = 1U << 12 };
+
+enum UIControlState : unsigned { UIControlStateNormal = 0, UIControlStateHighlighted = 1 };
+
+/// A view that the user operates and that tells its targets. Targets are not owned; a target that
+/// is gone gets nothing.
+class UIControl : public UIView {
+ public:
+    using UIView::UIView;
+    std::string_view className() const override { return "UIControl"; }
+
+    /// Calls (target.*action)(sender) for the events of the mask. A null target is ignored.
+    template <class T, class Sender>
+    void addTarget(const std::shared_ptr<T>& target,
+                   void (T::*action)(const std::shared_ptr<Sender>&), unsigned events) {
+        T* object = target.get();
+        addAction(target, events, [object, action](const std::shared_ptr<UIControl>& sender) {
+            (object->*action)(std::dynamic_pointer_cast<Sender>(sender));
+        });
+    }
+    void addAction(const std::shared_ptr<NSObject>& target, unsigned events,
+                   std::function<void(const std::shared_ptr<UIControl>&)> action);
+    void sendActionsForControlEvents(unsigned events);
+
+    bool isEnabled() const { return enabled_; }
+    /// A disabled control takes no touches, wheel, keys or focus; a touch under way is cancelled.
+    void setEnabled(bool enabled);
+    /// Whether a touch is holding the control.
+    bool isHighlighted() const { return highlighted_; }
+    void setHighlighted(bool highlighted);
+    UIControlState state() const {
+        return highlighted_ ? UIControlStateHighlighted : UIControlStateNormal;
+    }
+
+    std::shared_ptr<UIView> hitTest(const CGPoint& point, const UIEvent* event) override;
+    /// One touch at a time: further fingers on the control are ignored.
+    void touchesBegan(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event) override;
+    void touchesMoved(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event) override;
+    void touchesEnded(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event) override;
+    void touchesCancelled(const UITouchSet& touches,
+                          const std::shared_ptr<UIEvent>& event) override;
+
+ protected:
+    /// Own coordinates. False from a beginning lets the touch go.
+    virtual bool beginTracking(const CGPoint& point);
+    virtual void continueTracking(const CGPoint& point);
+    virtual void endTracking(const CGPoint& point);
+    virtual void cancelTracking();
+
+ private:
+    struct Target {
+        std::weak_ptr<NSObject> object;
+        unsigned events;
+        std::function<void(const std::shared_ptr<UIControl>&)> action;
+    };
+    std::vector<Target> targets_;
+    std::weak_ptr<UITouch> tracked_;
+    bool enabled_ = true;
+    bool highlighted_ = false;
+};

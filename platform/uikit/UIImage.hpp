@@ -1,0 +1,68 @@
+#pragma once
+
+#include "platform/foundation/NSString.hpp"
+#include "platform/uikit/Canvas.hpp"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+struct PixelSize {
+    int width = 0;
+    int height = 0;
+    bool operator==(const PixelSize&) const = default;
+};
+
+/// Decoded pixels, in the backend's own form; only the backend's canvas can draw them.
+class UIBitmap {
+ public:
+    virtual ~UIBitmap() = default;
+    virtual PixelSize size() const = 0;
+};
+
+/// Reads image files for UIImage. A shell installs the one of its backend. Main thread.
+class UIImageDecoder {
+ public:
+    virtual ~UIImageDecoder() = default;
+    /// The size that the file's header tells; nullopt when it is no readable image or is larger
+    /// than 4096 pixels in a direction.
+    virtual std::optional<PixelSize> probe(const std::string& path) = 0;
+    /// nullptr when the file cannot be decoded. Pixels of a file that has not changed are shared
+    /// among all that hold them.
+    virtual std::shared_ptr<const UIBitmap> decode(const std::string& path) = 0;
+
+    static void setDecoder(std::shared_ptr<UIImageDecoder> decoder);
+};
+
+/// An image file with its variants for finer screens. A file name that ends with "@2x" or "@3x"
+/// holds 2 or 3 pixels a point. The variants of "name.png" and of "name@2x.png" are name.png,
+/// name@2x.png and name@3x.png beside it; painting takes the smallest that is fine enough for the
+/// canvas, decoded at its first paint.
+class UIImage {
+ public:
+    /// nullptr when the path is nil or the file is no readable image.
+    static std::shared_ptr<const UIImage> imageWithContentsOfFile(const NSString& path);
+
+    /// The same image, stretched between the insets (points) instead of as a whole.
+    std::shared_ptr<const UIImage> resizableImageWithCapInsets(const UIEdgeInsets& insets) const;
+
+    /// The file's name without its folder and type, as it was asked for ("left_track@2x").
+    const std::string& name() const { return name_; }
+    /// Points.
+    CGSize size() const { return size_; }
+    const UIEdgeInsets& capInsets() const { return capInsets_; }
+
+    /// Fills `rect`, stretching between the cap insets. With `tint`, multiplied by it. Draws
+    /// nothing if no variant can be decoded any more.
+    void drawInRect(Canvas& canvas, const CGRect& rect,
+                    const std::optional<UIColor>& tint = std::nullopt) const;
+
+ private:
+    struct Variants;
+
+    std::string name_;
+    CGSize size_;
+    UIEdgeInsets capInsets_;
+    std::shared_ptr<Variants> variants_;
+};

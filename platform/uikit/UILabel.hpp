@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/uikit/UIView.hpp"
+
+/// One line of text, centred vertically, with an ellipsis where it does not fit.
+class UILabel : public UIView {
+ public:
+    explicit UILabel(const CGRect& frame = {});
+    std::string_view className() const override { return "UILabel"; }
+
+    const NSString& text() const { return text_; }
+    void setText(const NSString& text);
+    const UIFont& font() const { return font_; }
+    void setFont(const UIFont& font);
+    /// The default colour unless one was set.
+    UIColor textColor() const { return textColor_.value_or(defaultTextColor()); }
+    /// An empty one leaves the colour as it is.
+    void setTextColor(const std::optional<UIColor>& color);
+
+    /// Black; a shell sets the colour that goes with its own background.
+    static UIColor defaultTextColor();
+    static void setDefaultTextColor(const UIColor& color);
+
+    void drawRect(Canvas& canvas) override;
+
+ private:
+    NSString text_;
+    UIFont font_;
+    std::optional<UIColor> textColor_;
+};

@@ -1,0 +1,118 @@
+#pragma once
+
+#include "platform/uikit/SliderValue.hpp"
+#include "platform/uikit/UIAnimator.hpp"
+#include "platform/uikit/UIControl.hpp"
+#include "platform/uikit/UIImage.hpp"
+
+#include <array>
+
+enum class Animated { No, Yes };
+
+/// A horizontal slider: a track with a thumb, and an optional image at either end. Range 0 to 1,
+/// value 0 and continuous at first.
+///
+/// A change by the user (touch, wheel, key, assistive technology) sends value-changed; setValue()
+/// never does. A press on the thumb drags it; one on the track, or at most 8 points beside it,
+/// brings the thumb there and drags it on; one on the images at the ends does nothing, so that no
+/// slip of the finger leaps to full volume.
+class UISlider : public UIControl {
+ public:
+    explicit UISlider(const CGRect& frame = {});
+    ~UISlider() override;
+    std::string_view className() const override { return "UISlider"; }
+
+    float minimumValue() const { return value_.minimum(); }
+    float maximumValue() const { return value_.maximum(); }
+    float value() const { return value_.value(); }
+    void setMinimumValue(float value);
+    void setMaximumValue(float value);
+    /// Kept within the range. Animated: value() is the new one at once and the thumb moves there
+    /// in 0.25 s. Not animated: an animation under way ends.
+    void setValue(float value, Animated animated = Animated::No);
+    bool isAnimating() const { return animation_ != nullptr; }
+
+    bool isContinuous() const { return continuous_; }
+    /// Not continuous: value-changed is sent once, when the finger leaves.
+    void setContinuous(bool continuous) { continuous_ = continuous; }
+
+    /// A change by the user by other means than a touch: sets the value and sends value-changed if
+    /// it is another one.
+    void setValueFromUser(float value);
+    /// By `percent` of the range, up or down.
+    void stepFromUser(double percent);
+
+    using Image = std::shared_ptr<const UIImage>;
+    /// nullptr leaves the platform's own look. A highlighted slider without an image of its own
+    /// for that state shows the normal one.
+    void setThumbImage(const Image& image, UIControlState state);
+    void setMinimumTrackImage(const Image& image, UIControlState state);
+    void setMaximumTrackImage(const Image& image, UIControlState state);
+    void setMinimumValueImage(const Image& image);
+    void setMaximumValueImage(const Image& image);
+    /// What was set for exactly that state.
+    Image thumbImage(UIControlState state) const { return thumb_[state]; }
+    Image minimumTrackImage(UIControlState state) const { return minimumTrack_[state]; }
+    Image maximumTrackImage(UIControlState state) const { return maximumTrack_[state]; }
+    Image minimumValueImage() const { return minimumImage_; }
+    Image maximumValueImage() const { return maximumImage_; }
+
+    /// A tint colours the platform's own track or thumb, and multiplies a thumb image. Empty
+    /// leaves the default look.
+    void setThumbTintColor(const std::optional<UIColor>& color);
+    void setMinimumTrackTintColor(const std::optional<UIColor>& color);
+    void setMaximumTrackTintColor(const std::optional<UIColor>& color);
+    std::optional<UIColor> thumbTintColor() const { return thumbTint_; }
+    std::optional<UIColor> minimumTrackTintColor() const { return minimumTint_; }
+    std::optional<UIColor> maximumTrackTintColor() const { return maximumTint_; }
+
+    /// Geometry in own coordinates; with the value that is shown now, during an animation one on
+    /// the way. A slider too narrow for its parts gives empty rectangles, never negative ones.
+    CGRect trackRect() const;
+    CGRect thumbRect() const;
+    CGRect minimumImageRect() const;
+    CGRect maximumImageRect() const;
+
+    void drawRect(Canvas& canvas) override;
+    CGRect paintBounds() const override;
+    bool scrolled(const CGPoint& point, double steps) override;
+    bool keyPressed(UIKey key) override;
+    bool canBecomeFocused() const override;
+
+ protected:
+    bool beginTracking(const CGPoint& point) override;
+    void continueTracking(const CGPoint& point) override;
+    void endTracking(const CGPoint& point) override;
+    void cancelTracking() override;
+
+ private:
+    class Animation;
+    using ImageByState = std::array<Image, 2>;
+
+    const Image& imageForState(const ImageByState& images) const;
+    CGSize thumbSize() const;
+    double shownValue() const;
+    float valueAtThumbCentre(CGFloat x) const;
+    void setImage(Image& slot, const Image& image);
+    void setTint(std::optional<UIColor>& slot, const std::optional<UIColor>& color);
+    void showValue(double value);
+    void drawTrack(Canvas& canvas) const;
+    void drawThumb(Canvas& canvas) const;
+    void drawFocus(Canvas& canvas) const;
+
+    SliderValue value_;
+    bool continuous_ = true;
+    CGFloat grip_ = 0;  ///< From the thumb's centre to the finger, points.
+    float valueAtPress_ = 0;
+    std::shared_ptr<Animation> animation_;
+    double shown_ = 0;  ///< The value that the thumb stands at.
+
+    ImageByState thumb_;
+    ImageByState minimumTrack_;
+    ImageByState maximumTrack_;
+    Image minimumImage_;
+    Image maximumImage_;
+    std::optional<UIColor> thumbTint_;
+    std::optional<UIColor> minimumTint_;
+    std::optional<UIColor> maximumTint_;
+};

@@ -1,0 +1,130 @@
+#pragma once
+
+#include "platform/foundation/NSObject.hpp"
+#include "platform/uikit/Canvas.hpp"
+#include "platform/uikit/UIEvent.hpp"
+
+#include <list>
+#include <memory>
+#include <optional>
+#include <unordered_map>
+#include <vector>
+
+/// A rectangle on the screen with subviews: the later added lie above the earlier. Made with
+/// std::make_shared; a superview owns its subviews, nobody else's pointer to a superview does.
+/// Main thread only.
+///
+/// Every callback (touches, layout, painting, actions) may remove or destroy this view, its
+/// superview or its siblings: the caller holds what it still needs.
+class UIView : public NSObject {
+ public:
+    explicit UIView(const CGRect& frame = {});
+    ~UIView() override;
+    std::string_view className() const override { return "UIView"; }
+
+    /// In the superview's coordinates.
+    const CGRect& frame() const { return frame_; }
+    void setFrame(const CGRect& frame);
+    /// The same rectangle in the view's own coordinates: its origin is {0, 0}.
+    CGRect bounds() const { return {{0, 0}, frame_.size}; }
+
+    std::shared_ptr<UIView> superview() const;
+    /// Back to front, as they stand now.
+    std::vector<std::shared_ptr<UIView>> subviews() const;
+    /// Puts the view on top of the others, taking it from where it was before. nullptr, this view
+    /// itself and one of its superviews are ignored.
+    void addSubview(const std::shared_ptr<UIView>& view);
+    void removeFromSuperview();
+    /// The window at the root of this tree; nullptr when there is none.
+    std::shared_ptr<UIWindow> window() const;
+
+    NSInteger tag() const { return tag_; }
+    void setTag(NSInteger tag);
+    /// The first view of this subtree, this view first, in document order (a view before its
+    /// subviews, back to front) that has the tag; nullptr when none has. Repeated look-ups in an
+    /// unchanged tree take constant time.
+    std::shared_ptr<UIView> viewWithTag(NSInteger tag);
+
+    bool isHidden() const { return hidden_; }
+    void setHidden(bool hidden);
+    bool isUserInteractionEnabled() const { return userInteractionEnabled_; }
+    void setUserInteractionEnabled(bool enabled) { userInteractionEnabled_ = enabled; }
+    std::optional<UIColor> backgroundColor() const { return backgroundColor_; }
+    void setBackgroundColor(const std::optional<UIColor>& color);
+    unsigned autoresizingMask() const { return autoresizingMask_; }
+    /// Bit 1 (2): the width follows the superview's.
+    void setAutoresizingMask(unsigned mask) { autoresizingMask_ = mask; }
+
+    /// A point of this view in another view's coordinates; nullptr stands for the root of the
+    /// tree (the window, where there is one).
+    CGPoint convertPointToView(const CGPoint& point, const UIView* view) const;
+    CGRect convertRectToView(const CGRect& rect, const UIView* view) const;
+
+    virtual bool pointInside(const CGPoint& point) const;
+    /// The frontmost view under the point (own coordinates) that takes touches: hidden and
+    /// disabled views take none, and nothing outside its superviews' bounds does.
+    virtual std::shared_ptr<UIView> hitTest(const CGPoint& point, const UIEvent* event);
+
+    virtual void touchesBegan(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event);
+    virtual void touchesMoved(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event);
+    virtual void touchesEnded(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event);
+    virtual void touchesCancelled(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event);
+    /// The wheel over this view: positive steps away from the user. False passes it on to the
+    /// superview.
+    virtual bool scrolled(const CGPoint& point, double steps);
+    /// A key while this view has the focus. False when it has no use for it.
+    virtual bool keyPressed(UIKey key);
+    /// Whether the Tab key stops here.
+    virtual bool canBecomeFocused() const { return false; }
+    bool isFocused() const;
+
+    /// Asks for layoutSubviews() before the next paint.
+    void setNeedsLayout();
+    void layoutIfNeeded();
+    virtual void layoutSubviews() {}
+
+    /// Marks the view, or a part of it (own coordinates), as to be painted again.
+    void setNeedsDisplay();
+    void setNeedsDisplayInRect(const CGRect& rect);
+    /// Paints the view's own content, without its subviews, clipped to paintBounds().
+    virtual void drawRect(Canvas& canvas);
+    /// What drawRect() may paint on, own coordinates: the bounds, or more for a view whose
+    /// content reaches past them.
+    virtual CGRect paintBounds() const { return bounds(); }
+    /// Paints the subtree, without what lies outside `damage` (own coordinates).
+    void paint(Canvas& canvas, const CGRect& damage);
+
+ protected:
+    /// paintBounds() may have changed without the frame.
+    void paintBoundsChanged() { invalidateSubtree(); }
+    virtual void didMoveToWindow() {}
+
+ private:
+    friend class UIWindow;
+    using Subviews = std::list<std::shared_ptr<UIView>>;
+
+    UIView* root();
+    const UIView* root() const;
+    bool isDescendantOf(const UIView* view) const;
+    CGPoint originInRoot() const;
+    CGRect extent() const;
+    void invalidateSubtree();
+    void buildTagIndex(std::unordered_map<NSInteger, UIView*>& index);
+    void resizeSubviews(CGFloat oldWidth);
+    void movedToWindow();
+
+    CGRect frame_;
+    UIView* superview_ = nullptr;
+    Subviews subviews_;
+    Subviews::iterator position_;  ///< In the superview's list, while there is a superview.
+    NSInteger tag_ = 0;
+    bool hidden_ = false;
+    bool userInteractionEnabled_ = true;
+    bool needsLayout_ = true;
+    std::optional<UIColor> backgroundColor_;
+    unsigned autoresizingMask_ = 0;
+
+    /// What is known of the subtree; both are dropped along the superviews when it changes.
+    std::unique_ptr<std::unordered_map<NSInteger, UIView*>> tagIndex_;
+    mutable std::optional<CGRect> extent_;
+};

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/uikit/UIView.hpp"
+
+#include <memory>
+#include <vector>
+
+/// Owns a view and loads it when it is first asked for. Main thread.
+class UIViewController : public NSObject {
+ public:
+    std::string_view className() const override { return "UIViewController"; }
+
+    virtual bool init() { return true; }
+    /// Runs loadView() and viewDidLoad() first if there is no view.
+    std::shared_ptr<UIView> view();
+    bool isViewLoaded() const { return view_ != nullptr; }
+    void setView(const std::shared_ptr<UIView>& view) { view_ = view; }
+    /// Makes the view; this one makes an empty one.
+    virtual void loadView();
+    virtual void viewDidLoad() {}
+
+    std::shared_ptr<UIViewController> parentViewController() const { return parent_.lock(); }
+    /// Owns the child from now on, taking it from its former parent. Views are not moved.
+    void addChildViewController(const std::shared_ptr<UIViewController>& child);
+    void removeFromParentViewController();
+
+ private:
+    std::shared_ptr<UIView> view_;
+    std::weak_ptr<UIViewController> parent_;
+    std::vector<std::shared_ptr<UIViewController>> children_;
+};

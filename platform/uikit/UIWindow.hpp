@@ -1,0 +1,60 @@
+#pragma once
+
+#include "platform/uikit/UIView.hpp"
+
+#include <functional>
+#include <map>
+
+/// The root of a view tree: hands touches, wheel and keys to its views, knows the focus, and
+/// gathers what must be painted. A shell owns it and puts it on a screen. Main thread.
+class UIWindow : public UIView {
+ public:
+    explicit UIWindow(const CGRect& frame = {});
+    ~UIWindow() override;
+    std::string_view className() const override { return "UIWindow"; }
+
+    /// Delivers a touch. A began touch goes to the view that the hit test finds and is captured by
+    /// it; the following phases of the same identifier go there too. When that view leaves the
+    /// window or goes away, the rest of the touch goes nowhere. A second beginning of the same
+    /// identifier cancels the first; other phases without a beginning are ignored.
+    void sendTouch(UITouchPhase phase, const CGPoint& point, int identifier = 0);
+    /// Cancels every touch under way, as when the window loses the pointer.
+    void cancelTouches();
+    /// The wheel over a point (window coordinates): to the view under it, then its superviews.
+    /// Answers whether one took it.
+    bool sendScroll(const CGPoint& point, double steps);
+    /// Tab and Shift-Tab move the focus in document order, round the ends; other keys go to the
+    /// focused view. Answers whether the key was used.
+    bool sendKey(UIKey key);
+
+    std::shared_ptr<UIView> focusedView() const { return focused_.lock(); }
+    /// nullptr takes the focus away. Ignored for a view that cannot have it.
+    void setFocusedView(const std::shared_ptr<UIView>& view);
+    /// Whether the focus is to be seen: from the first key until the next touch.
+    bool isFocusVisible() const { return focusVisible_; }
+
+    /// What is to be painted again, in window coordinates, none overlapping another.
+    const std::vector<CGRect>& damage() const { return damage_; }
+    std::vector<CGRect> takeDamage();
+    /// Called when damage comes to a window that had none: the shell asks for a frame.
+    void setDamageHandler(std::function<void()> handler);
+    /// Called after views were added, removed, moved or renamed, once until the next paint.
+    void setStructureHandler(std::function<void()> handler);
+    /// Lays out what needs it, then paints the part `damage` of the tree.
+    void layoutAndPaint(Canvas& canvas, const CGRect& damage);
+
+ private:
+    friend class UIView;
+    void addDamage(const CGRect& rect);
+    void structureChanged();
+    void forget(UIView& subtree);
+    void moveFocus(bool forward);
+    void deliver(UITouchPhase phase, const std::shared_ptr<UITouch>& touch);
+
+    std::map<int, std::shared_ptr<UITouch>> touches_;
+    std::weak_ptr<UIView> focused_;
+    bool focusVisible_ = false;
+    std::vector<CGRect> damage_;
+    std::function<void()> damageHandler_;
+    std::function<void()> structureHandler_;
+};
