@@ -1,0 +1,58 @@
+#include "shells/common/CommonOptions.hpp"
+
+#include "platform/foundation/MachineModel.hpp"
+#include "platform/foundation/PreferencesDirectory.hpp"
+
+#include <cstdio>
+
+namespace shell {
+namespace {
+
+auto storeIn(std::optional<std::string>& target) {
+    return [&target](const std::string& value) -> std::optional<std::string> {
+        if (value.empty()) return "the value is empty";
+        target = value;
+        return std::nullopt;
+    };
+}
+
+auto raise(bool& flag) {
+    return [&flag](const std::string&) -> std::optional<std::string> {
+        flag = true;
+        return std::nullopt;
+    };
+}
+
+void print(const std::string& text) {
+    std::fwrite(text.data(), 1, text.size(), stdout);
+}
+
+}  // namespace
+
+std::vector<Option> commonOptions(CommonOptions& target) {
+    return {
+        {"--preferences", "DIR", "the folder of the settings and the category file",
+         storeIn(target.preferences)},
+        {"--model", "NAME", "the machine model, such as iPhone6,1 or iPad4,1",
+         storeIn(target.model)},
+        {"--bundle", "DIR", "the folder of the widget's bundle", storeIn(target.bundle)},
+        {"--help", "", "print this and leave", raise(target.help)},
+        {"--version", "", "print the version and leave", raise(target.version)},
+    };
+}
+
+void applyOptions(const CommonOptions& options) {
+    if (options.preferences) setPreferencesDirectory(*options.preferences);
+    if (options.model) setMachineModel(*options.model);
+}
+
+bool answerQuestions(const CommonOptions& chosen, std::string_view program, std::string_view usage,
+                     std::span<const Option> options) {
+    if (chosen.help)
+        print(helpText(usage, options));
+    else if (chosen.version)
+        print(std::string(program) + " " TARNWICK_VERSION "\n");
+    return chosen.help || chosen.version;
+}
+
+}  // namespace shell

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "shells/common/Options.hpp"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace shell {
+
+/// What every shell lets its user choose.
+struct CommonOptions {
+    std::optional<std::string> preferences;  ///< The folder of both files of the mixer.
+    std::optional<std::string> model;        ///< The machine model, such as "iPad4,1".
+    std::optional<std::string> bundle;       ///< The folder of the widget's bundle.
+    bool help = false;
+    bool version = false;
+};
+
+/// --preferences, --model, --bundle, --help and --version. They write into `target`, which must
+/// outlive them. A program adds its own to them.
+std::vector<Option> commonOptions(CommonOptions& target);
+
+/// Tells the platform of the preferences and the model, where they were chosen.
+void applyOptions(const CommonOptions& options);
+
+/// Where --help or --version was given: prints the answer to standard output and says true; the
+/// program then leaves with success.
+bool answerQuestions(const CommonOptions& chosen, std::string_view program, std::string_view usage,
+                     std::span<const Option> options);
+
+}  // namespace shell

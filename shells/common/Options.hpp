@@ -1,0 +1,30 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace shell {
+
+/// One option of a program's command line.
+struct Option {
+    std::string_view name;       ///< With its dashes: "--model".
+    std::string_view valueName;  ///< What the help calls the value; empty for one without a value.
+    std::string_view help;       ///< One line.
+    /// Takes the value ("" for an option without one); answers what is wrong with it, or nullopt.
+    std::function<std::optional<std::string>(const std::string& value)> take;
+};
+
+/// Hands every "--name VALUE", "--name=VALUE" and "--name" among the arguments (the program's name
+/// not among them) to its option, in their order, so the last one of a name counts. Answers
+/// nullopt, or a line for the user about the first argument that does not fit; what came before it
+/// has been taken.
+std::optional<std::string> readOptions(std::span<const Option> options,
+                                       std::span<const char* const> arguments);
+
+/// The usage line and a line for each option.
+std::string helpText(std::string_view usage, std::span<const Option> options);
+
+}  // namespace shell
