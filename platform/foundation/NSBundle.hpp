@@ -32,7 +32,7 @@ class NSBundle : public NSObject {
     bool load();
     const std::string& loadError() const { return loadError_; }
     /// Loads the module if need be and answers the class that Info.plist names
-    /// (NSPrincipalClass); nullptr when either is missing.
+    /// (NSPrincipalClass); nullptr when either is missing, with the reason in loadError().
     const Class* principalClass();
 
     /// For bundleWithPath().

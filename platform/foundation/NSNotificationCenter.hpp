@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 /// What observers receive. Lives for the delivery only.
 struct NSNotification {
@@ -55,5 +56,12 @@ class NSNotificationCenter {
 
  private:
     struct Registration;
-    std::list<std::shared_ptr<Registration>> registrations_;
+    using Registrations = std::list<std::shared_ptr<Registration>>;
+    static constexpr std::size_t smallestSweep = 64;  ///< Registrations.
+
+    void dropRegistrationsOfTheGone();
+
+    Registrations registrations_;  ///< In the order of registration.
+    std::unordered_map<const NSObject*, std::vector<Registrations::iterator>> byObserver_;
+    std::size_t sizeOfNextSweep_ = smallestSweep;
 };

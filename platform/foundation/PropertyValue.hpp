@@ -58,9 +58,11 @@ class PropertyValue {
     /// blanks (0 when there is none). Out of range gives the nearest limit; every other kind is 0.
     NSInteger integerValue() const;
     /// A number; of a string the decimal number (fraction and exponent allowed) that it begins
-    /// with after blanks (0 when there is none). Every other kind is 0.
+    /// with after blanks (0 when there is none), infinite if too large. Every other kind is 0.
     float floatValue() const;
 
+    /// The same kind and contents. The order of a dictionary's entries does not count, nor whether
+    /// an integer is kept as signed or unsigned.
     bool operator==(const PropertyValue& other) const;
 
     using Storage = std::variant<std::monostate, bool, std::int64_t, std::uint64_t, double,

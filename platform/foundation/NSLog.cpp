@@ -1,0 +1,93 @@
+#include "platform/foundation/NSLog.hpp"
+
+#include <sys/stat.h>
+#include <syslog.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <memory>
+#include <mutex>
+#include <string_view>
+
+namespace {
+
+using Sink = std::function<void(const std::string& line)>;
+
+struct SinkSlot {
+    std::mutex mutex;
+    std::shared_ptr<const Sink> sink;
+};
+
+SinkSlot& sinkSlot() {
+    // Never destroyed: destructors of static objects may still log.
+    static auto& slot = *std::make_unique<SinkSlot>().release();
+    return slot;
+}
+
+/// The number of bytes of the control character or line separator at the front; 0 for none.
+std::size_t controlCharacterBytes(std::string_view text) {
+    const auto first = static_cast<unsigned char>(text[0]);
+    if (first < 0x20 || first == 0x7F) return 1;
+    if (first == 0xC2 && text.size() >= 2) {
+        const auto second = static_cast<unsigned char>(text[1]);
+        return second >= 0x80 && second <= 0x9F ? 2 : 0;
+    }
+    return text.starts_with("\u2028") || text.starts_with("\u2029") ? 3 : 0;
+}
+
+std::string onOneLine(std::string_view text) {
+    std::string line;
+    line.reserve(text.size() + 1);
+    while (!text.empty()) {
+        const std::size_t control = controlCharacterBytes(text);
+        line += control ? ' ' : text[0];
+        text.remove_prefix(control ? control : 1);
+    }
+    return line;
+}
+
+/// Whether what goes to standard error ends up in the journal. The service manager names the
+/// stream's device and file number; a program started with another standard error inherits the
+/// variable all the same.
+bool standardErrorIsTheJournal() {
+    const char* stream = std::getenv("JOURNAL_STREAM");
+    struct stat status {};
+    if (!stream || fstat(STDERR_FILENO, &status) != 0) return false;
+    return std::to_string(status.st_dev) + ":" + std::to_string(status.st_ino) == stream;
+}
+
+/// In one piece where possible, so that lines of several programs do not mix.
+void writeToStandardError(std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = write(STDERR_FILENO, bytes.data(), bytes.size());
+        if (written > 0) {
+            bytes.remove_prefix(static_cast<std::size_t>(written));
+        } else if (written == 0 || errno != EINTR) {
+            return;
+        }
+    }
+}
+
+}  // namespace
+
+void NSLog(const std::string& text) {
+    std::string line = onOneLine(text);
+    std::shared_ptr<const Sink> sink;
+    {
+        const std::lock_guard lock(sinkSlot().mutex);
+        sink = sinkSlot().sink;
+    }
+    if (sink) {
+        (*sink)(line);
+        return;
+    }
+    if (!standardErrorIsTheJournal()) syslog(LOG_USER | LOG_INFO, "%s", line.c_str());
+    writeToStandardError(line += '\n');
+}
+
+void setLogSink(Sink sink) {
+    auto shared = sink ? std::make_shared<const Sink>(std::move(sink)) : nullptr;
+    const std::lock_guard lock(sinkSlot().mutex);
+    sinkSlot().sink.swap(shared);
+}
