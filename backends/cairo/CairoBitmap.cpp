@@ -1,0 +1,116 @@
+#include "backends/cairo/CairoBitmap.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+
+namespace {
+
+constexpr std::size_t tintsKept = 4;  // skins use one or two tints of an image
+
+using Table = std::array<std::uint8_t, 256>;
+
+double component(double value) {
+    return value > 0 ? std::min(value, 1.0) : 0;
+}
+
+Table multiplied(double factor) {
+    Table table;
+    for (std::size_t value = 0; value < table.size(); ++value) {
+        table[value] = std::uint8_t(std::lround(double(value) * factor));
+    }
+    return table;
+}
+
+CairoSurface argbSurface(int width, int height) {
+    return CairoSurface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height));
+}
+
+bool isUsable(const CairoSurface& surface) {
+    return cairo_surface_status(surface.get()) == CAIRO_STATUS_SUCCESS;
+}
+
+// Images without alpha or with deep channels come in other formats.
+CairoSurface asArgb(CairoSurface surface) {
+    if (cairo_image_surface_get_format(surface.get()) == CAIRO_FORMAT_ARGB32) return surface;
+    CairoSurface copy = argbSurface(cairo_image_surface_get_width(surface.get()),
+                                    cairo_image_surface_get_height(surface.get()));
+    const CairoContext context(cairo_create(copy.get()));
+    cairo_set_operator(context.get(), CAIRO_OPERATOR_SOURCE);
+    cairo_set_source_surface(context.get(), surface.get(), 0, 0);
+    cairo_paint(context.get());
+    return copy;
+}
+
+struct Tint {
+    explicit Tint(const UIColor& color)
+        : alpha(multiplied(component(color.alpha))),
+          red(multiplied(component(color.red) * component(color.alpha))),
+          green(multiplied(component(color.green) * component(color.alpha))),
+          blue(multiplied(component(color.blue) * component(color.alpha))) {}
+
+    std::uint32_t operator()(std::uint32_t pixel) const {
+        return std::uint32_t(alpha[pixel >> 24]) << 24 |
+               std::uint32_t(red[pixel >> 16 & 0xff]) << 16 |
+               std::uint32_t(green[pixel >> 8 & 0xff]) << 8 | blue[pixel & 0xff];
+    }
+
+    Table alpha;
+    Table red;
+    Table green;
+    Table blue;
+};
+
+void tintRow(const unsigned char* from, unsigned char* to, int pixels, const Tint& tint) {
+    for (int x = 0; x < pixels; ++x) {
+        std::uint32_t pixel;
+        std::memcpy(&pixel, from + 4 * x, sizeof pixel);
+        pixel = tint(pixel);
+        std::memcpy(to + 4 * x, &pixel, sizeof pixel);
+    }
+}
+
+CairoSurface tintedCopy(cairo_surface_t* surface, const UIColor& color) {
+    const int width = cairo_image_surface_get_width(surface);
+    const int height = cairo_image_surface_get_height(surface);
+    CairoSurface copy = argbSurface(width, height);
+    if (!isUsable(copy)) return nullptr;
+
+    cairo_surface_flush(surface);
+    const unsigned char* from = cairo_image_surface_get_data(surface);
+    unsigned char* to = cairo_image_surface_get_data(copy.get());
+    const Tint tint(color);
+    for (int y = 0; y < height; ++y) {
+        tintRow(from + std::ptrdiff_t(y) * cairo_image_surface_get_stride(surface),
+                to + std::ptrdiff_t(y) * cairo_image_surface_get_stride(copy.get()), width, tint);
+    }
+    cairo_surface_mark_dirty(copy.get());
+    return copy;
+}
+
+bool changesNothing(const UIColor& color) {
+    return color.red >= 1 && color.green >= 1 && color.blue >= 1 && color.alpha >= 1;
+}
+
+}  // namespace
+
+CairoBitmap::CairoBitmap(CairoSurface surface) : surface_(asArgb(std::move(surface))) {}
+
+PixelSize CairoBitmap::size() const {
+    return {cairo_image_surface_get_width(surface_.get()),
+            cairo_image_surface_get_height(surface_.get())};
+}
+
+cairo_surface_t* CairoBitmap::tinted(const UIColor& color) const {
+    if (changesNothing(color)) return surface_.get();
+    const auto known = std::ranges::find(
+        tinted_, color, [](const auto& entry) -> const UIColor& { return entry.first; });
+    if (known != tinted_.end()) return known->second.get();
+
+    CairoSurface copy = tintedCopy(surface_.get(), color);
+    if (!copy) return nullptr;
+    if (tinted_.size() == tintsKept) tinted_.erase(tinted_.begin());
+    return tinted_.emplace_back(color, std::move(copy)).second.get();
+}

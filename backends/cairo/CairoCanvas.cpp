@@ -1,0 +1,213 @@
+#include "backends/cairo/CairoCanvas.hpp"
+
+#include "backends/cairo/CairoBitmap.hpp"
+#include "backends/cairo/CairoShadow.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace {
+
+// Differences that arithmetic leaves are not a scale.
+constexpr double sameLength = 0.01;  // pixels
+
+struct PixelRect {
+    int x;
+    int y;
+    int width;
+    int height;
+};
+
+double component(double value) {
+    return value > 0 ? std::min(value, 1.0) : 0;
+}
+
+double limitedRadius(const CGRect& rect, CGFloat radius) {
+    const CGFloat half = std::min(rect.size.width, rect.size.height) / 2;
+    return radius > 0 ? std::min(radius, half) : 0;
+}
+
+void addRounded(cairo_t* context, const CGRect& rect, double radius) {
+    constexpr double quarter = std::numbers::pi / 2;
+    const double left = rect.origin.x;
+    const double top = rect.origin.y;
+    const double right = CGRectGetMaxX(rect);
+    const double bottom = CGRectGetMaxY(rect);
+    if (!(radius > 0)) {
+        cairo_rectangle(context, left, top, right - left, bottom - top);
+        return;
+    }
+    cairo_new_sub_path(context);
+    cairo_arc(context, right - radius, top + radius, radius, -quarter, 0);
+    cairo_arc(context, right - radius, bottom - radius, radius, 0, quarter);
+    cairo_arc(context, left + radius, bottom - radius, radius, quarter, 2 * quarter);
+    cairo_arc(context, left + radius, top + radius, radius, 2 * quarter, 3 * quarter);
+    cairo_close_path(context);
+}
+
+// Whole pixels within the bitmap; an empty one where the source lies outside.
+PixelRect pixelsOf(const CGRect& source, PixelSize size) {
+    const auto edge = [](double value, int limit) {
+        return int(std::lround(std::clamp<double>(value, 0, limit)));
+    };
+    const int left = edge(source.origin.x, size.width);
+    const int top = edge(source.origin.y, size.height);
+    return {left, top, edge(CGRectGetMaxX(source), size.width) - left,
+            edge(CGRectGetMaxY(source), size.height) - top};
+}
+
+// A surface of those pixels alone, on the same memory: nothing beside them can bleed in.
+CairoSurface partOf(cairo_surface_t* surface, const PixelRect& pixels) {
+    cairo_surface_flush(surface);
+    const std::ptrdiff_t stride = cairo_image_surface_get_stride(surface);
+    unsigned char* data =
+        cairo_image_surface_get_data(surface) + pixels.y * stride + std::ptrdiff_t(pixels.x) * 4;
+    return CairoSurface(cairo_image_surface_create_for_data(data, CAIRO_FORMAT_ARGB32, pixels.width,
+                                                            pixels.height, int(stride)));
+}
+
+// A bitmap drawn pixel by pixel keeps its size, however its edges would be rounded.
+CGRect bitmapTarget(const PixelGrid& grid, const CGRect& target, const PixelRect& pixels) {
+    CGRect aligned = grid.aligned(target);
+    const auto isSame = [&](CGFloat points, int length) {
+        return std::abs(points * grid.scale() - length) < sameLength;
+    };
+    if (isSame(target.size.width, pixels.width)) {
+        aligned.size.width = CGFloat(pixels.width / grid.scale());
+    }
+    if (isSame(target.size.height, pixels.height)) {
+        aligned.size.height = CGFloat(pixels.height / grid.scale());
+    }
+    return aligned;
+}
+
+cairo_filter_t filterFor(const PixelGrid& grid, const CGSize& size, const PixelRect& pixels) {
+    const bool pixelByPixel = std::abs(size.width * grid.scale() - pixels.width) < sameLength &&
+                              std::abs(size.height * grid.scale() - pixels.height) < sameLength;
+    return pixelByPixel ? CAIRO_FILTER_NEAREST : CAIRO_FILTER_GOOD;
+}
+
+}  // namespace
+
+CairoCanvas::CairoCanvas(cairo_t* context, CGFloat scale, CairoText& text)
+    : context_(cairo_reference(context)), grid_(context, scale), text_(text) {
+    cairo_save(context_);
+}
+
+CairoCanvas::~CairoCanvas() {
+    while (saved_ > 0)
+        restore();
+    cairo_restore(context_);
+    cairo_destroy(context_);
+}
+
+void CairoCanvas::save() {
+    cairo_save(context_);
+    ++saved_;
+}
+
+void CairoCanvas::restore() {
+    if (saved_ == 0) return;
+    cairo_restore(context_);
+    --saved_;
+}
+
+void CairoCanvas::translate(CGFloat dx, CGFloat dy) {
+    if (std::isfinite(dx) && std::isfinite(dy)) cairo_translate(context_, dx, dy);
+}
+
+void CairoCanvas::clip(const CGRect& rect) {
+    const CGRect area = grid_.aligned(grid_.paintable(rect).value_or(CGRect{}));
+    cairo_new_path(context_);
+    cairo_rectangle(context_, area.origin.x, area.origin.y, area.size.width, area.size.height);
+    cairo_clip(context_);
+}
+
+void CairoCanvas::setColor(const UIColor& color) {
+    cairo_set_source_rgba(context_, component(color.red), component(color.green),
+                          component(color.blue), component(color.alpha));
+}
+
+void CairoCanvas::fill(const CGRect& rect, const UIColor& color) {
+    fillRounded(rect, 0, color);
+}
+
+void CairoCanvas::fillRounded(const CGRect& rect, CGFloat radius, const UIColor& color) {
+    const std::optional<CGRect> area = grid_.paintable(rect);
+    if (!area) return;
+    setColor(color);
+    cairo_new_path(context_);
+    addRounded(context_, *area, limitedRadius(*area, radius));
+    cairo_fill(context_);
+}
+
+void CairoCanvas::strokeRounded(const CGRect& rect, CGFloat radius, CGFloat width,
+                                const UIColor& color) {
+    const std::optional<CGRect> area = grid_.paintable(rect);
+    if (!area || !(width > 0)) return;
+    setColor(color);
+    cairo_save(context_);
+    cairo_new_path(context_);
+    const double outer = limitedRadius(*area, radius);
+    addRounded(context_, *area, outer);
+    const CGRect inside = CGRectInset(*area, width, width);
+    if (!CGRectIsEmpty(inside)) addRounded(context_, inside, std::max(outer - width, 0.0));
+    cairo_set_fill_rule(context_, CAIRO_FILL_RULE_EVEN_ODD);
+    cairo_fill(context_);
+    cairo_restore(context_);
+}
+
+void CairoCanvas::fillShadow(const CGRect& rect, CGFloat radius, CGFloat blur,
+                             const UIColor& color) {
+    if (!(blur > 0) || !std::isfinite(blur)) {
+        fillRounded(rect, radius, color);
+        return;
+    }
+    const std::optional<CGRect> area = grid_.paintable(rect);
+    if (!area) return;
+    const auto limited = CGFloat(limitedRadius(*area, radius));
+    setColor(color);
+    const bool isCircle = area->size.width == area->size.height && limited == area->size.width / 2;
+    if (isCircle) {
+        fillCircleShadow(context_, *area, blur);
+    } else {
+        fillRoundedShadow(context_, grid_, *area, limited, blur);
+    }
+}
+
+void CairoCanvas::drawBitmap(const UIBitmap& bitmap, const CGRect& source, const CGRect& target,
+                             const std::optional<UIColor>& multiply) {
+    const auto* image = dynamic_cast<const CairoBitmap*>(&bitmap);
+    if (!image || !grid_.paintable(source) || !grid_.paintable(target)) return;
+    const PixelRect pixels = pixelsOf(source, image->size());
+    const CGRect area = bitmapTarget(grid_, target, pixels);
+    cairo_surface_t* surface = multiply ? image->tinted(*multiply) : image->surface();
+    if (!surface || pixels.width < 1 || pixels.height < 1 || CGRectIsEmpty(area)) return;
+
+    const CairoSurface part = partOf(surface, pixels);
+    const CairoPattern pattern(cairo_pattern_create_for_surface(part.get()));
+    cairo_matrix_t matrix;
+    cairo_matrix_init_scale(&matrix, pixels.width / area.size.width,
+                            pixels.height / area.size.height);
+    cairo_matrix_translate(&matrix, -area.origin.x, -area.origin.y);
+    cairo_pattern_set_matrix(pattern.get(), &matrix);
+    cairo_pattern_set_extend(pattern.get(), CAIRO_EXTEND_PAD);
+    cairo_pattern_set_filter(pattern.get(), filterFor(grid_, area.size, pixels));
+
+    cairo_save(context_);
+    cairo_set_source(context_, pattern.get());
+    cairo_new_path(context_);
+    cairo_rectangle(context_, area.origin.x, area.origin.y, area.size.width, area.size.height);
+    cairo_fill(context_);
+    cairo_restore(context_);
+    cairo_surface_finish(part.get());
+}
+
+void CairoCanvas::drawText(std::string_view text, const UIFont& font, const UIColor& color,
+                           const CGRect& rect, NSTextAlignment alignment) {
+    const std::optional<CGRect> area = grid_.paintable(rect);
+    if (!area) return;
+    setColor(color);
+    text_.draw(context_, grid_, text, font, *area, alignment);
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "backends/cairo/CairoText.hpp"
+#include "backends/cairo/PixelGrid.hpp"
+#include "platform/uikit/Canvas.hpp"
+
+#include <cairo.h>
+
+/// Paints on a Cairo context, for as long as that lives; leaves the context as it was. The
+/// context's matrix scales and translates only, and leads from points to pixels, together with
+/// the surface's device scale; `scale` says how many pixels a point gets by both.
+///
+/// Clips, bitmaps and text move to whole pixels, so they are crisp and neighbours have no seam.
+class CairoCanvas : public Canvas {
+ public:
+    CairoCanvas(cairo_t* context, CGFloat scale, CairoText& text = CairoText::shared());
+    CairoCanvas(const CairoCanvas&) = delete;
+    CairoCanvas& operator=(const CairoCanvas&) = delete;
+    ~CairoCanvas() override;
+
+    CGFloat scale() const override { return CGFloat(grid_.scale()); }
+    void save() override;
+    /// Ignored without a save().
+    void restore() override;
+    void translate(CGFloat dx, CGFloat dy) override;
+    void clip(const CGRect& rect) override;
+    void fill(const CGRect& rect, const UIColor& color) override;
+    void fillRounded(const CGRect& rect, CGFloat radius, const UIColor& color) override;
+    void strokeRounded(const CGRect& rect, CGFloat radius, CGFloat width,
+                       const UIColor& color) override;
+    void fillShadow(const CGRect& rect, CGFloat radius, CGFloat blur,
+                    const UIColor& color) override;
+    void drawBitmap(const UIBitmap& bitmap, const CGRect& source, const CGRect& target,
+                    const std::optional<UIColor>& multiply) override;
+    void drawText(std::string_view text, const UIFont& font, const UIColor& color,
+                  const CGRect& rect, NSTextAlignment alignment) override;
+
+ private:
+    void setColor(const UIColor& color);
+
+    cairo_t* context_;
+    PixelGrid grid_;
+    CairoText& text_;
+    int saved_ = 0;
+};

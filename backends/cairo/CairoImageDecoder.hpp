@@ -1,0 +1,19 @@
+#pragma once
+
+#include "backends/cairo/CairoBitmap.hpp"
+#include "backends/cairo/RegularFile.hpp"
+#include "platform/uikit/UIImage.hpp"
+
+#include <map>
+#include <memory>
+#include <string>
+
+/// PNG files. While somebody holds the pixels of a file that has not changed, all get the same.
+class CairoImageDecoder : public UIImageDecoder {
+ public:
+    std::optional<PixelSize> probe(const std::string& path) override;
+    std::shared_ptr<const UIBitmap> decode(const std::string& path) override;
+
+ private:
+    std::map<FileIdentity, std::weak_ptr<const CairoBitmap>> decoded_;
+};

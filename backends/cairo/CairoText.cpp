@@ -1,0 +1,113 @@
+#include "backends/cairo/CairoText.hpp"
+
+#include "backends/cairo/TextLine.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double largestWidth = 1.0e5;   // points; the library counts 1024ths of them in an int
+constexpr double largestFont = 1000;     // points
+constexpr double narrowCharacters = 16;  // in the space of an em, marks without a width included
+constexpr std::size_t mostCharacters = 16384;
+
+// Shaping a megabyte to show twenty words of it would take seconds.
+std::size_t charactersWorthShaping(double width, double fontSize) {
+    const double fitting = 64 + narrowCharacters * width / fontSize;
+    return std::min(mostCharacters, std::size_t(fitting));
+}
+
+double usableSize(CGFloat pointSize) {
+    return pointSize >= 1 ? std::min<double>(pointSize, largestFont) : 1;
+}
+
+PangoFontDescriptionPtr description(const std::string& family, double size) {
+    PangoFontDescriptionPtr result(pango_font_description_new());
+    pango_font_description_set_family(result.get(), family.c_str());
+    pango_font_description_set_absolute_size(result.get(), size * PANGO_SCALE);
+    return result;
+}
+
+double firstLineX(PangoLayout* layout) {
+    const PangoLayoutIterPtr iterator(pango_layout_get_iter(layout));
+    PangoRectangle logical;
+    pango_layout_iter_get_line_extents(iterator.get(), nullptr, &logical);
+    return pango_units_to_double(logical.x);
+}
+
+}  // namespace
+
+CairoText::CairoText()
+    : context_(pango_font_map_create_context(pango_cairo_font_map_get_default())),
+      layout_(pango_layout_new(context_.get())),
+      options_(cairo_font_options_create()) {
+    pango_layout_set_single_paragraph_mode(layout_.get(), TRUE);
+    pango_layout_set_ellipsize(layout_.get(), PANGO_ELLIPSIZE_END);
+}
+
+CairoText& CairoText::shared() {
+    static CairoText text;
+    return text;
+}
+
+void CairoText::setSansFamily(const std::string& family) {
+    sansFamily_ = family;
+    face_.reset();
+}
+
+void CairoText::setFontOptions(const cairo_font_options_t* options) {
+    options_.reset(options ? cairo_font_options_copy(options) : cairo_font_options_create());
+    face_.reset();
+}
+
+// Widths rounded to whole points keep letters crisp where a point is a pixel; on finer screens
+// they would only tear words apart.
+void CairoText::useScale(double scale) {
+    const CairoFontOptions options(cairo_font_options_copy(options_.get()));
+    if (scale > 1) cairo_font_options_set_hint_metrics(options.get(), CAIRO_HINT_METRICS_OFF);
+    pango_cairo_context_set_font_options(context_.get(), options.get());
+    pango_context_set_round_glyph_positions(context_.get(), scale > 1 ? FALSE : TRUE);
+}
+
+const CairoText::Face& CairoText::useFace(cairo_t* context, const UIFont& font, double scale) {
+    if (!face_ || face_->scale != scale) useScale(scale);
+    pango_cairo_update_layout(context, layout_.get());
+    if (face_ && face_->scale == scale && face_->font == font) return *face_;
+
+    const std::string& family = font.family.empty() ? sansFamily_ : font.family;
+    const double size = usableSize(font.pointSize);
+    const PangoFontDescriptionPtr wanted = description(family, size);
+    pango_layout_set_font_description(layout_.get(), wanted.get());
+
+    cairo_font_extents_t extents{};
+    extents.ascent = size;
+    const PangoFontPtr loaded(pango_context_load_font(context_.get(), wanted.get()));
+    if (PANGO_IS_CAIRO_FONT(loaded.get())) {
+        auto* scaled = pango_cairo_font_get_scaled_font(PANGO_CAIRO_FONT(loaded.get()));
+        if (scaled) cairo_scaled_font_extents(scaled, &extents);
+    }
+    return face_.emplace(Face{font, scale, extents.ascent, extents.descent});
+}
+
+void CairoText::draw(cairo_t* context, const PixelGrid& grid, std::string_view text,
+                     const UIFont& font, const CGRect& rect, NSTextAlignment alignment) {
+    const double width = std::min<double>(rect.size.width, largestWidth);
+    const std::string line =
+        displayableLine(text, charactersWorthShaping(width, usableSize(font.pointSize)));
+    if (line.empty()) return;
+
+    const Face& face = useFace(context, font, grid.scale());
+    PangoLayout* layout = layout_.get();
+    pango_layout_set_text(layout, line.data(), int(line.size()));
+    pango_layout_set_width(layout, pango_units_from_double(width));
+    // Natural: lines that are read from right to left are put on the other side by the library.
+    pango_layout_set_alignment(
+        layout, alignment == NSTextAlignment::Center ? PANGO_ALIGN_CENTER : PANGO_ALIGN_LEFT);
+
+    const double baseline = CGRectGetMidY(rect) + (face.ascent - face.descent) / 2;
+    cairo_move_to(context, grid.alignedX(rect.origin.x + firstLineX(layout)),
+                  grid.alignedY(baseline));
+    pango_cairo_show_layout_line(context, pango_layout_get_line_readonly(layout, 0));
+    cairo_new_path(context);
+}
