@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Composes rows of every skin from the rendered images, for looking at.
+"""Composes rows of every skin from the rendered images, at rest on the left and held on the
+right, for looking at.
 
 usage: preview.py OUTPUT.png [SCALE [PANEL_COLOUR]]      (default: 2 pixels per point, #1c1c1e)
 """
@@ -59,7 +60,7 @@ def load(stem, scale):
 
 
 def background(panel, scale):
-    width = MARGIN + len((0, 1)) * (SLIDER_WIDTH + 2 * MARGIN)
+    width = 2 * (SLIDER_WIDTH + 2 * MARGIN)
     height = len(SKINS) * len(POSITIONS) * ROW_HEIGHT + MARGIN
     parts = [f'<rect width="{width}" height="{height}" rx="12" fill="{panel}"/>']
     for row in range(len(SKINS) * len(POSITIONS)):

@@ -22,7 +22,7 @@ CHANNEL_TOLERANCE = 4  # of 255, after premultiplying
 # A curve's left and right halves are sampled a little differently; half a point off is 100 or so.
 MIRROR_TOLERANCE = 20
 VISIBLE, OPAQUE = 40, 235  # alpha of 255
-MAXIMUM_BYTES = 13000
+MAXIMUM_BYTES = 12000
 CAP_INSET = 9  # points kept unstretched at each end of a track
 WIDEST_TRACK, NARROWEST_TRACK = 2000, 40  # points
 PANELS = ((28, 28, 30), (0, 0, 0), (242, 242, 247))  # the window, a lock screen, a light panel
