@@ -1,7 +1,8 @@
 #pragma once
 
 /// The value of a slider: a number within a range. No view, no painting. A range whose ends are
-/// the wrong way round is its minimum alone; a value that is not a number counts as the minimum.
+/// the wrong way round is its minimum alone; an end that is not finite is ignored; a value that is
+/// not a number counts as the minimum.
 class SliderValue {
  public:
     float minimum() const { return minimum_; }

@@ -35,6 +35,8 @@ class UIControl : public UIView {
     /// A disabled control takes no touches, wheel, keys or focus; a touch under way is cancelled.
     void setEnabled(bool enabled);
     /// Whether a touch is holding the control.
+    bool isTracking() const { return !tracked_.expired(); }
+    /// How the control looks: so while a touch is holding it, or as it was set.
     bool isHighlighted() const { return highlighted_; }
     void setHighlighted(bool highlighted);
     UIControlState state() const {
@@ -50,13 +52,18 @@ class UIControl : public UIView {
                           const std::shared_ptr<UIEvent>& event) override;
 
  protected:
-    /// Own coordinates. False from a beginning lets the touch go.
+    /// Own coordinates; the control is highlighted from before the beginning until after the end.
+    /// False from a beginning lets the touch go.
     virtual bool beginTracking(const CGPoint& point);
     virtual void continueTracking(const CGPoint& point);
     virtual void endTracking(const CGPoint& point);
     virtual void cancelTracking();
+    void didMoveToWindow() override;
 
  private:
+    void letGo();
+    std::shared_ptr<UITouch> trackedAmong(const UITouchSet& touches) const;
+
     struct Target {
         std::weak_ptr<NSObject> object;
         unsigned events;
@@ -64,6 +71,7 @@ class UIControl : public UIView {
     };
     std::vector<Target> targets_;
     std::weak_ptr<UITouch> tracked_;
+    bool tracking_ = false;  ///< Stays true when the touch goes away without an end.
     bool enabled_ = true;
     bool highlighted_ = false;
 };

@@ -37,7 +37,8 @@ class UISlider : public UIControl {
     void setContinuous(bool continuous) { continuous_ = continuous; }
 
     /// A change by the user by other means than a touch: sets the value and sends value-changed if
-    /// it is another one.
+    /// it is another one. Ignored while the slider is disabled or held by a finger, and for what is
+    /// not a number.
     void setValueFromUser(float value);
     /// By `percent` of the range, up or down.
     void stepFromUser(double percent);
@@ -88,21 +89,37 @@ class UISlider : public UIControl {
  private:
     class Animation;
     using ImageByState = std::array<Image, 2>;
+    /// Where the thumb's centre can be; `to` is less than `from` when there is no room for it.
+    struct Travel {
+        CGFloat from;
+        CGFloat to;
+    };
 
     const Image& imageForState(const ImageByState& images) const;
+    CGFloat centreY() const;
+    CGRect centredVertically(CGFloat x, const CGSize& size) const;
     CGSize thumbSize() const;
-    double shownValue() const;
+    Travel thumbTravel() const;
+    CGFloat thumbCentre() const;
     float valueAtThumbCentre(CGFloat x) const;
+    CGRect movingPart() const;
     void setImage(Image& slot, const Image& image);
     void setTint(std::optional<UIColor>& slot, const std::optional<UIColor>& color);
+    void rangeChanged();
     void showValue(double value);
+    void endAnimation();
+    void moveFromUser(float value);
+    void drawValueImages(Canvas& canvas) const;
     void drawTrack(Canvas& canvas) const;
+    void drawTrackSide(Canvas& canvas, const CGRect& side, const Image& image,
+                       const UIColor& color) const;
     void drawThumb(Canvas& canvas) const;
     void drawFocus(Canvas& canvas) const;
 
     SliderValue value_;
     bool continuous_ = true;
-    CGFloat grip_ = 0;  ///< From the thumb's centre to the finger, points.
+    CGFloat grip_ = 0;    ///< From the thumb's centre to the finger, points.
+    CGFloat finger_ = 0;  ///< Where it was last, own coordinates.
     float valueAtPress_ = 0;
     std::shared_ptr<Animation> animation_;
     double shown_ = 0;  ///< The value that the thumb stands at.

@@ -22,7 +22,8 @@ class UIView : public NSObject {
     ~UIView() override;
     std::string_view className() const override { return "UIView"; }
 
-    /// In the superview's coordinates.
+    /// In the superview's coordinates. A coordinate that is not finite counts as 0; a negative
+    /// width or height is kept and has no area.
     const CGRect& frame() const { return frame_; }
     void setFrame(const CGRect& frame);
     /// The same rectangle in the view's own coordinates: its origin is {0, 0}.
@@ -32,7 +33,7 @@ class UIView : public NSObject {
     /// Back to front, as they stand now.
     std::vector<std::shared_ptr<UIView>> subviews() const;
     /// Puts the view on top of the others, taking it from where it was before. nullptr, this view
-    /// itself and one of its superviews are ignored.
+    /// itself, one of its superviews and a window are ignored.
     void addSubview(const std::shared_ptr<UIView>& view);
     void removeFromSuperview();
     /// The window at the root of this tree; nullptr when there is none.
@@ -80,14 +81,17 @@ class UIView : public NSObject {
 
     /// Asks for layoutSubviews() before the next paint.
     void setNeedsLayout();
+    /// Lays out what needs it in this subtree, superviews first. What asks again meanwhile waits
+    /// for the next time.
     void layoutIfNeeded();
     virtual void layoutSubviews() {}
 
     /// Marks the view, or a part of it (own coordinates), as to be painted again.
     void setNeedsDisplay();
     void setNeedsDisplayInRect(const CGRect& rect);
-    /// Paints the view's own content, without its subviews, clipped to paintBounds().
-    virtual void drawRect(Canvas& canvas);
+    /// Paints the view's own content over its background, without its subviews, clipped to
+    /// paintBounds().
+    virtual void drawRect(Canvas& canvas) { (void)canvas; }
     /// What drawRect() may paint on, own coordinates: the bounds, or more for a view whose
     /// content reaches past them.
     virtual CGRect paintBounds() const { return bounds(); }
@@ -96,22 +100,38 @@ class UIView : public NSObject {
 
  protected:
     /// paintBounds() may have changed without the frame.
-    void paintBoundsChanged() { invalidateSubtree(); }
+    void paintBoundsChanged();
+    /// What this view says of itself to assistive technology has changed.
+    void structureChanged();
+    /// The view came to, left or changed its window.
     virtual void didMoveToWindow() {}
 
  private:
     friend class UIWindow;
     using Subviews = std::list<std::shared_ptr<UIView>>;
+    using TagIndex = std::unordered_map<NSInteger, UIView*>;
 
+    static std::shared_ptr<UIView> strong(UIView* view);
     UIView* root();
     const UIView* root() const;
+    UIWindow* rootWindow();
     bool isDescendantOf(const UIView* view) const;
+    /// Neither hidden nor disabled, nor in a view that is.
+    bool takesInput() const;
     CGPoint originInRoot() const;
-    CGRect extent() const;
-    void invalidateSubtree();
-    void buildTagIndex(std::unordered_map<NSInteger, UIView*>& index);
-    void resizeSubviews(CGFloat oldWidth);
+    std::shared_ptr<UIView> detach();
     void movedToWindow();
+    std::vector<std::shared_ptr<UIView>> subtree();
+    TagIndex buildTagIndex();
+    void dropTagIndexes();
+
+    const CGRect& extent() const;
+    void dropExtents();
+    void damageRect(const CGRect& rect);
+    void damageExtent();
+    void drawSelf(Canvas& canvas, const CGRect& damage);
+    void resizeSubviews(CGFloat oldWidth);
+    void layoutNeededBelow();
 
     CGRect frame_;
     UIView* superview_ = nullptr;
@@ -121,10 +141,13 @@ class UIView : public NSObject {
     bool hidden_ = false;
     bool userInteractionEnabled_ = true;
     bool needsLayout_ = true;
+    bool layoutNeededBelow_ = false;  ///< Then it is so in all superviews too.
     std::optional<UIColor> backgroundColor_;
     unsigned autoresizingMask_ = 0;
+    CGRect paintedBounds_;  ///< paintBounds() as they last went to the screen.
 
-    /// What is known of the subtree; both are dropped along the superviews when it changes.
-    std::unique_ptr<std::unordered_map<NSInteger, UIView*>> tagIndex_;
+    /// What is known of the subtree; both are dropped along the superviews when it changes. Where
+    /// an extent is known, those of the visible subviews are too.
+    std::unique_ptr<TagIndex> tagIndex_;
     mutable std::optional<CGRect> extent_;
 };

@@ -11,7 +11,8 @@ class UIViewController : public NSObject {
     std::string_view className() const override { return "UIViewController"; }
 
     virtual bool init() { return true; }
-    /// Runs loadView() and viewDidLoad() first if there is no view.
+    /// Runs loadView() and viewDidLoad() first if there is no view. nullptr from inside loadView()
+    /// until that has set one, and for good (without viewDidLoad()) if it sets none.
     std::shared_ptr<UIView> view();
     bool isViewLoaded() const { return view_ != nullptr; }
     void setView(const std::shared_ptr<UIView>& view) { view_ = view; }
@@ -26,6 +27,7 @@ class UIViewController : public NSObject {
 
  private:
     std::shared_ptr<UIView> view_;
+    bool loading_ = false;
     std::weak_ptr<UIViewController> parent_;
     std::vector<std::shared_ptr<UIViewController>> children_;
 };

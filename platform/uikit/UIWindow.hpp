@@ -16,7 +16,8 @@ class UIWindow : public UIView {
     /// Delivers a touch. A began touch goes to the view that the hit test finds and is captured by
     /// it; the following phases of the same identifier go there too. When that view leaves the
     /// window or goes away, the rest of the touch goes nowhere. A second beginning of the same
-    /// identifier cancels the first; other phases without a beginning are ignored.
+    /// identifier cancels the first; other phases without a beginning are ignored. A point that is
+    /// not finite begins nothing and moves nothing. A view that can have the focus gets it.
     void sendTouch(UITouchPhase phase, const CGPoint& point, int identifier = 0);
     /// Cancels every touch under way, as when the window loses the pointer.
     void cancelTouches();
@@ -36,7 +37,8 @@ class UIWindow : public UIView {
     /// What is to be painted again, in window coordinates, none overlapping another.
     const std::vector<CGRect>& damage() const { return damage_; }
     std::vector<CGRect> takeDamage();
-    /// Called when damage comes to a window that had none: the shell asks for a frame.
+    /// Called when damage comes to a window that had none: the shell asks for a frame. It must not
+    /// change views from inside.
     void setDamageHandler(std::function<void()> handler);
     /// Called after views were added, removed, moved or renamed, once until the next paint.
     void setStructureHandler(std::function<void()> handler);
@@ -45,15 +47,25 @@ class UIWindow : public UIView {
 
  private:
     friend class UIView;
+    enum class Direction { Forward, Backward };
+
     void addDamage(const CGRect& rect);
-    void structureChanged();
-    void forget(UIView& subtree);
-    void moveFocus(bool forward);
+    void mergeIntoNearest(CGRect rect);
+    void resized();
+    void viewsChanged();
+    void forget(const UIView& subtree);
+    void forgetFocus(const UIView& subtree);
+    void setFocusVisible(bool visible);
+    bool canFocus(const UIView& view) const;
+    std::vector<std::shared_ptr<UIView>> focusableViews();
+    bool moveFocus(Direction direction);
+    void beginTouch(const CGPoint& point, int identifier);
     void deliver(UITouchPhase phase, const std::shared_ptr<UITouch>& touch);
 
     std::map<int, std::shared_ptr<UITouch>> touches_;
     std::weak_ptr<UIView> focused_;
     bool focusVisible_ = false;
+    bool viewsChangedSincePaint_ = false;
     std::vector<CGRect> damage_;
     std::function<void()> damageHandler_;
     std::function<void()> structureHandler_;

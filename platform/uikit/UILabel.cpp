@@ -1,0 +1,48 @@
+#include "platform/uikit/UILabel.hpp"
+
+namespace {
+constexpr CGFloat defaultPointSize = 17;  // Points.
+
+UIColor& sharedTextColor() {
+    static UIColor color = UIColor::blackColor();
+    return color;
+}
+}  // namespace
+
+UILabel::UILabel(const CGRect& frame)
+    : UIView(frame), font_(UIFont::systemFontOfSize(defaultPointSize)) {
+    setUserInteractionEnabled(false);
+}
+
+void UILabel::setText(const NSString& text) {
+    if (text == text_) return;
+    text_ = text;
+    setNeedsDisplay();
+    structureChanged();
+}
+
+void UILabel::setFont(const UIFont& font) {
+    if (font == font_) return;
+    font_ = font;
+    setNeedsDisplay();
+}
+
+void UILabel::setTextColor(const std::optional<UIColor>& color) {
+    if (!color || color == textColor_) return;
+    const bool looksTheSame = *color == textColor();
+    textColor_ = color;
+    if (!looksTheSame) setNeedsDisplay();
+}
+
+UIColor UILabel::defaultTextColor() {
+    return sharedTextColor();
+}
+
+void UILabel::setDefaultTextColor(const UIColor& color) {
+    sharedTextColor() = color;
+}
+
+void UILabel::drawRect(Canvas& canvas) {
+    if (!text_ || text_->empty() || CGRectIsEmpty(bounds())) return;
+    canvas.drawText(*text_, font_, textColor(), bounds(), NSTextAlignment::Natural);
+}

@@ -1,0 +1,196 @@
+#include "platform/uikit/UISlider.hpp"
+
+#include "platform/foundation/NSRunLoop.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+constexpr double animationSeconds = 0.25;
+constexpr CGFloat reachBesideTrack = 8;  // Points.
+constexpr double smallStepPercent = 1;
+constexpr double largeStepPercent = 10;
+
+double easedInOut(double t) {
+    return t * t * (3 - 2 * t);
+}
+}  // namespace
+
+/// Moves the thumb from one value to another. The slider owns it and lets go of it before it
+/// itself goes away.
+class UISlider::Animation : public UIAnimation {
+ public:
+    Animation(UISlider& slider, double from, double to, double start)
+        : slider_(&slider), from_(from), to_(to), start_(start) {}
+
+    void end() { slider_ = nullptr; }
+
+    bool step(double time) override {
+        if (!slider_) return false;
+        const double elapsed = (time - start_) / animationSeconds;
+        if (!(elapsed < 1)) {
+            UISlider& slider = *slider_;
+            slider.endAnimation();
+            slider.showValue(to_);
+            return false;
+        }
+        slider_->showValue(from_ + easedInOut(std::max(elapsed, 0.0)) * (to_ - from_));
+        return true;
+    }
+
+ private:
+    UISlider* slider_;
+    double from_;
+    double to_;
+    double start_;
+};
+
+UISlider::UISlider(const CGRect& frame) : UIControl(frame) {}
+
+UISlider::~UISlider() {
+    endAnimation();
+}
+
+void UISlider::setMinimumValue(float value) {
+    if (value == value_.minimum() || !std::isfinite(value)) return;
+    value_.setMinimum(value);
+    rangeChanged();
+}
+
+void UISlider::setMaximumValue(float value) {
+    if (value == value_.maximum() || !std::isfinite(value)) return;
+    value_.setMaximum(value);
+    rangeChanged();
+}
+
+void UISlider::rangeChanged() {
+    endAnimation();
+    shown_ = value();
+    setNeedsDisplay();
+    structureChanged();
+}
+
+void UISlider::setValue(float value, Animated animated) {
+    endAnimation();
+    const bool changed = value_.setValue(value);
+    const bool moves = animated == Animated::Yes && UIAnimator::shared().isEnabled() &&
+                       !isTracking() && shown_ != this->value();
+    if (moves) {
+        const double now = NSRunLoop::mainRunLoop().currentTime();
+        animation_ = std::make_shared<Animation>(*this, shown_, this->value(), now);
+        UIAnimator::shared().add(animation_);
+    } else {
+        showValue(this->value());
+    }
+    if (changed) structureChanged();
+}
+
+void UISlider::endAnimation() {
+    if (!animation_) return;
+    animation_->end();
+    animation_.reset();
+}
+
+void UISlider::showValue(double value) {
+    if (value == shown_) return;
+    const CGRect before = movingPart();
+    shown_ = value;
+    setNeedsDisplayInRect(CGRectUnion(before, movingPart()));
+}
+
+void UISlider::moveFromUser(float value) {
+    endAnimation();
+    const bool changed = value_.setValue(value);
+    showValue(this->value());
+    if (!changed) return;
+    structureChanged();
+    if (continuous_ || !isTracking()) sendActionsForControlEvents(UIControlEventValueChanged);
+}
+
+void UISlider::setValueFromUser(float value) {
+    if (isEnabled() && !isTracking() && !std::isnan(value)) moveFromUser(value);
+}
+
+void UISlider::stepFromUser(double percent) {
+    const double range = static_cast<double>(maximumValue()) - minimumValue();
+    setValueFromUser(static_cast<float>(value() + percent / 100 * range));
+}
+
+bool UISlider::beginTracking(const CGPoint& point) {
+    const CGRect track = trackRect();
+    const CGRect thumb = thumbRect();
+    if (CGRectIsEmpty(track) || CGRectIsEmpty(thumb)) return false;
+    const bool onThumb = point.x >= thumb.origin.x && point.x < CGRectGetMaxX(thumb);
+    const CGRect reach = CGRectInset(track, -reachBesideTrack, 0);
+    if (!onThumb && !(point.x >= reach.origin.x && point.x <= CGRectGetMaxX(reach))) return false;
+    valueAtPress_ = value();
+    finger_ = point.x;
+    if (onThumb) {
+        grip_ = point.x - thumbCentre();
+        moveFromUser(animation_ ? static_cast<float>(shown_) : value());
+    } else {
+        grip_ = 0;
+        moveFromUser(valueAtThumbCentre(point.x));
+    }
+    return true;
+}
+
+void UISlider::continueTracking(const CGPoint& point) {
+    // A finger that rests must not move the value by the rounding of its place.
+    if (point.x == finger_) return;
+    finger_ = point.x;
+    moveFromUser(valueAtThumbCentre(point.x - grip_));
+}
+
+void UISlider::endTracking(const CGPoint& point) {
+    continueTracking(point);
+    if (!continuous_ && value() != valueAtPress_)
+        sendActionsForControlEvents(UIControlEventValueChanged);
+}
+
+void UISlider::cancelTracking() {
+    if (continuous_) return;
+    // Nobody was told of the new value, so it must not stay.
+    setValue(valueAtPress_);
+}
+
+bool UISlider::scrolled(const CGPoint& point, double steps) {
+    (void)point;
+    if (!isEnabled()) return false;
+    stepFromUser(steps * smallStepPercent);
+    return true;
+}
+
+bool UISlider::keyPressed(UIKey key) {
+    if (!isEnabled()) return false;
+    switch (key) {
+        case UIKey::Left:
+        case UIKey::Down:
+            stepFromUser(-smallStepPercent);
+            return true;
+        case UIKey::Right:
+        case UIKey::Up:
+            stepFromUser(smallStepPercent);
+            return true;
+        case UIKey::PageDown:
+            stepFromUser(-largeStepPercent);
+            return true;
+        case UIKey::PageUp:
+            stepFromUser(largeStepPercent);
+            return true;
+        case UIKey::Home:
+            setValueFromUser(minimumValue());
+            return true;
+        case UIKey::End:
+            setValueFromUser(maximumValue());
+            return true;
+        case UIKey::Tab:
+        case UIKey::BackTab:
+            return false;
+    }
+    return false;
+}
+
+bool UISlider::canBecomeFocused() const {
+    return isEnabled();
+}

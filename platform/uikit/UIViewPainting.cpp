@@ -1,0 +1,103 @@
+#include "platform/uikit/UIView.hpp"
+#include "platform/uikit/UIWindow.hpp"
+
+void UIView::damageRect(const CGRect& rect) {
+    if (CGRectIsEmpty(rect)) return;
+    for (const UIView* view = this; view; view = view->superview_)
+        if (view->hidden_) return;
+    if (auto* window = rootWindow()) window->addDamage(convertRectToView(rect, nullptr));
+}
+
+void UIView::damageExtent() {
+    // Outside a window nobody needs to know, and large trees are built there.
+    if (rootWindow()) damageRect(extent());
+}
+
+void UIView::setNeedsDisplay() {
+    damageRect(paintBounds());
+}
+
+void UIView::setNeedsDisplayInRect(const CGRect& rect) {
+    damageRect(CGRectIntersection(rect, paintBounds()));
+}
+
+void UIView::paintBoundsChanged() {
+    dropExtents();
+    damageRect(paintedBounds_);
+    setNeedsDisplay();
+}
+
+const CGRect& UIView::extent() const {
+    if (extent_) return *extent_;
+    CGRect extent = paintBounds();
+    for (const auto& view : subviews_)
+        if (!view->hidden_)
+            extent = CGRectUnion(
+                extent, CGRectOffset(view->extent(), view->frame_.origin.x, view->frame_.origin.y));
+    return extent_.emplace(extent);
+}
+
+void UIView::dropExtents() {
+    // A view without one has no visible superview with one: stop there.
+    extent_.reset();
+    for (UIView* view = superview_; view && view->extent_; view = view->superview_)
+        view->extent_.reset();
+}
+
+void UIView::paint(Canvas& canvas, const CGRect& damage) {
+    if (hidden_ || !CGRectIntersectsRect(damage, extent())) return;
+    const std::shared_ptr<UIView> self = strong(this);
+    drawSelf(canvas, damage);
+    std::vector<std::shared_ptr<UIView>> touched;
+    for (const auto& view : subviews_) {
+        if (view->hidden_) continue;
+        const CGPoint& origin = view->frame_.origin;
+        if (CGRectIntersectsRect(damage, CGRectOffset(view->extent(), origin.x, origin.y)))
+            touched.push_back(view);
+    }
+    for (const auto& view : touched) {
+        if (view->superview_ != this) continue;
+        const CGPoint origin = view->frame_.origin;
+        canvas.save();
+        canvas.translate(origin.x, origin.y);
+        view->paint(canvas, CGRectOffset(damage, -origin.x, -origin.y));
+        canvas.restore();
+    }
+}
+
+void UIView::drawSelf(Canvas& canvas, const CGRect& damage) {
+    paintedBounds_ = paintBounds();
+    if (!CGRectIntersectsRect(damage, paintedBounds_)) return;
+    canvas.save();
+    canvas.clip(paintedBounds_);
+    if (backgroundColor_ && backgroundColor_->alpha > 0) canvas.fill(bounds(), *backgroundColor_);
+    drawRect(canvas);
+    canvas.restore();
+}
+
+void UIView::setNeedsLayout() {
+    if (needsLayout_) return;
+    needsLayout_ = true;
+    if (superview_) superview_->layoutNeededBelow();
+    setNeedsDisplay();  // A layout without a paint would never come.
+}
+
+void UIView::layoutNeededBelow() {
+    for (UIView* view = this; view && !view->layoutNeededBelow_; view = view->superview_)
+        view->layoutNeededBelow_ = true;
+}
+
+void UIView::layoutIfNeeded() {
+    const std::shared_ptr<UIView> self = strong(this);
+    if (needsLayout_) {
+        needsLayout_ = false;
+        layoutSubviews();
+    }
+    if (!layoutNeededBelow_) return;
+    layoutNeededBelow_ = false;
+    std::vector<std::shared_ptr<UIView>> waiting;
+    for (const auto& view : subviews_)
+        if (view->needsLayout_ || view->layoutNeededBelow_) waiting.push_back(view);
+    for (const auto& view : waiting)
+        if (view->superview_ == this) view->layoutIfNeeded();
+}
