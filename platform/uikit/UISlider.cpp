@@ -79,6 +79,8 @@ void UISlider::setValue(float value, Animated animated) {
         const double now = NSRunLoop::mainRunLoop().currentTime();
         animation_ = std::make_shared<Animation>(*this, shown_, this->value(), now);
         UIAnimator::shared().add(animation_);
+        setNeedsDisplayInRect(
+            movingPart());  // It begins with a frame, which somebody must ask for.
     } else {
         showValue(this->value());
     }

@@ -52,6 +52,9 @@ class UIView : public NSObject {
     void setUserInteractionEnabled(bool enabled) { userInteractionEnabled_ = enabled; }
     std::optional<UIColor> backgroundColor() const { return backgroundColor_; }
     void setBackgroundColor(const std::optional<UIColor>& color);
+    bool clipsToBounds() const { return clipsToBounds_; }
+    /// Yes: nothing of this view and its subviews is painted outside its bounds.
+    void setClipsToBounds(bool clips);
     unsigned autoresizingMask() const { return autoresizingMask_; }
     /// Bit 1 (2): the width follows the superview's.
     void setAutoresizingMask(unsigned mask) { autoresizingMask_ = mask; }
@@ -140,6 +143,7 @@ class UIView : public NSObject {
     NSInteger tag_ = 0;
     bool hidden_ = false;
     bool userInteractionEnabled_ = true;
+    bool clipsToBounds_ = false;
     bool needsLayout_ = true;
     bool layoutNeededBelow_ = false;  ///< Then it is so in all superviews too.
     std::optional<UIColor> backgroundColor_;

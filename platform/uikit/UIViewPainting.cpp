@@ -2,15 +2,29 @@
 #include "platform/uikit/UIWindow.hpp"
 
 void UIView::damageRect(const CGRect& rect) {
-    if (CGRectIsEmpty(rect)) return;
-    for (const UIView* view = this; view; view = view->superview_)
-        if (view->hidden_) return;
-    if (auto* window = rootWindow()) window->addDamage(convertRectToView(rect, nullptr));
+    auto* const window = rootWindow();
+    if (!window) return;
+    CGRect seen = rect;
+    for (const UIView* view = this; view; view = view->superview_) {
+        if (view->clipsToBounds_) seen = CGRectIntersection(seen, view->bounds());
+        if (view->hidden_ || CGRectIsEmpty(seen)) return;
+        if (view->superview_)
+            seen = CGRectOffset(seen, view->frame_.origin.x, view->frame_.origin.y);
+    }
+    window->addDamage(seen);
 }
 
 void UIView::damageExtent() {
     // Outside a window nobody needs to know, and large trees are built there.
     if (rootWindow()) damageRect(extent());
+}
+
+void UIView::setClipsToBounds(bool clips) {
+    if (clips == clipsToBounds_) return;
+    damageExtent();
+    clipsToBounds_ = clips;
+    dropExtents();
+    damageExtent();
 }
 
 void UIView::setNeedsDisplay() {
@@ -29,6 +43,7 @@ void UIView::paintBoundsChanged() {
 
 const CGRect& UIView::extent() const {
     if (extent_) return *extent_;
+    if (clipsToBounds_) return extent_.emplace(bounds());
     CGRect extent = paintBounds();
     for (const auto& view : subviews_)
         if (!view->hidden_)
@@ -47,6 +62,11 @@ void UIView::dropExtents() {
 void UIView::paint(Canvas& canvas, const CGRect& damage) {
     if (hidden_ || !CGRectIntersectsRect(damage, extent())) return;
     const std::shared_ptr<UIView> self = strong(this);
+    const bool clips = clipsToBounds_;
+    if (clips) {
+        canvas.save();
+        canvas.clip(bounds());
+    }
     drawSelf(canvas, damage);
     std::vector<std::shared_ptr<UIView>> touched;
     for (const auto& view : subviews_) {
@@ -63,6 +83,7 @@ void UIView::paint(Canvas& canvas, const CGRect& damage) {
         view->paint(canvas, CGRectOffset(damage, -origin.x, -origin.y));
         canvas.restore();
     }
+    if (clips) canvas.restore();
 }
 
 void UIView::drawSelf(Canvas& canvas, const CGRect& damage) {
