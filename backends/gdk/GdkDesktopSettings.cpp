@@ -1,0 +1,95 @@
+#include "backends/gdk/GdkDesktopSettings.hpp"
+
+#include "backends/cairo/CairoText.hpp"
+#include "platform/uikit/UIAnimator.hpp"
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace {
+
+std::optional<int> integerSetting(GdkScreen* screen, const char* name) {
+    GValue value = G_VALUE_INIT;
+    g_value_init(&value, G_TYPE_INT);
+    if (gdk_screen_get_setting(screen, name, &value) == FALSE) return std::nullopt;
+    return g_value_get_int(&value);
+}
+
+std::string textSetting(GdkScreen* screen, const char* name) {
+    GValue value = G_VALUE_INIT;
+    g_value_init(&value, G_TYPE_STRING);
+    std::string text;
+    if (gdk_screen_get_setting(screen, name, &value) != FALSE) {
+        const char* found = g_value_get_string(&value);
+        if (found) text = found;
+    }
+    g_value_unset(&value);
+    return text;
+}
+
+template <class T, std::size_t size>
+T valueNamed(const std::array<std::pair<std::string_view, T>, size>& table, std::string_view name,
+             T otherwise) {
+    for (const auto& [known, value] : table)
+        if (known == name) return value;
+    return otherwise;
+}
+
+constexpr std::array<std::pair<std::string_view, cairo_hint_style_t>, 4> hintStyles = {{
+    {"hintnone", CAIRO_HINT_STYLE_NONE},
+    {"hintslight", CAIRO_HINT_STYLE_SLIGHT},
+    {"hintmedium", CAIRO_HINT_STYLE_MEDIUM},
+    {"hintfull", CAIRO_HINT_STYLE_FULL},
+}};
+
+constexpr std::array<std::pair<std::string_view, cairo_subpixel_order_t>, 4> subpixelOrders = {{
+    {"rgb", CAIRO_SUBPIXEL_ORDER_RGB},
+    {"bgr", CAIRO_SUBPIXEL_ORDER_BGR},
+    {"vrgb", CAIRO_SUBPIXEL_ORDER_VRGB},
+    {"vbgr", CAIRO_SUBPIXEL_ORDER_VBGR},
+}};
+
+/// The panel is see-through, where letters smoothed by sub-pixels would get coloured fringes: such
+/// a wish counts as plain smoothing unless the screen cannot show through.
+cairo_antialias_t smoothing(GdkScreen* screen, cairo_subpixel_order_t order) {
+    const std::optional<int> wanted = integerSetting(screen, "gtk-xft-antialias");
+    if (!wanted || *wanted < 0) return CAIRO_ANTIALIAS_DEFAULT;
+    if (*wanted == 0) return CAIRO_ANTIALIAS_NONE;
+    const bool opaque = gdk_screen_is_composited(screen) == FALSE;
+    return opaque && order != CAIRO_SUBPIXEL_ORDER_DEFAULT ? CAIRO_ANTIALIAS_SUBPIXEL
+                                                           : CAIRO_ANTIALIAS_GRAY;
+}
+
+cairo_hint_style_t hintStyle(GdkScreen* screen) {
+    if (integerSetting(screen, "gtk-xft-hinting") == 0) return CAIRO_HINT_STYLE_NONE;
+    return valueNamed(hintStyles, textSetting(screen, "gtk-xft-hintstyle"),
+                      CAIRO_HINT_STYLE_DEFAULT);
+}
+
+void applyFontOptions(GdkScreen* screen) {
+    const CairoFontOptions options(cairo_font_options_create());
+    const cairo_subpixel_order_t order = valueNamed(
+        subpixelOrders, textSetting(screen, "gtk-xft-rgba"), CAIRO_SUBPIXEL_ORDER_DEFAULT);
+    cairo_font_options_set_subpixel_order(options.get(), order);
+    cairo_font_options_set_antialias(options.get(), smoothing(screen, order));
+    cairo_font_options_set_hint_style(options.get(), hintStyle(screen));
+    CairoText::shared().setFontOptions(options.get());
+}
+
+bool isAboutLooks(const GdkEventSetting& event) {
+    const std::string_view name = event.name ? event.name : "";
+    return name.starts_with("gtk-xft-") || name == "gtk-enable-animations";
+}
+
+}  // namespace
+
+bool applyDesktopSettings(GdkScreen* screen, const GdkEventSetting* event) {
+    if (event && !isAboutLooks(*event)) return false;
+    applyFontOptions(screen);
+    const std::optional<int> animations = integerSetting(screen, "gtk-enable-animations");
+    UIAnimator::shared().setEnabled(!animations || *animations != 0);
+    return true;
+}

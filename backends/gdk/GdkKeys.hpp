@@ -1,0 +1,11 @@
+#pragma once
+
+#include "platform/uikit/UIEvent.hpp"
+
+#include <gdk/gdk.h>
+
+#include <optional>
+
+/// The views' key behind a key press; nullopt for a key they do not know, and for one held with
+/// Control, Alt or Super, which belongs to the desktop.
+std::optional<UIKey> keyOf(const GdkEventKey& event);

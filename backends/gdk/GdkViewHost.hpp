@@ -1,0 +1,53 @@
+#pragma once
+
+#include "backends/gdk/GdkInput.hpp"
+#include "platform/uikit/UIWindow.hpp"
+
+#include <gdk/gdk.h>
+
+#include <functional>
+#include <memory>
+
+/// Shows a view tree in a GdkWindow that somebody else made and keeps: a shell's own window, or
+/// that of another toolkit's widget. It asks the window's frame clock for a frame when something
+/// must be painted or moves, and for nothing otherwise. Main thread.
+///
+/// The root of the tree is as large as the window and lies at its origin; who owns the window sets
+/// the root's frame when the size changes.
+class GdkViewHost {
+ public:
+    /// The window must select eventMask, and outlive this object.
+    GdkViewHost(std::shared_ptr<UIWindow> content, GdkWindow* window);
+    ~GdkViewHost();
+    GdkViewHost(const GdkViewHost&) = delete;
+    GdkViewHost& operator=(const GdkViewHost&) = delete;
+
+    static constexpr int eventMask = GdkInput::eventMask | GDK_EXPOSURE_MASK | GDK_STRUCTURE_MASK;
+
+    /// Takes an event of the window; answers whether it was used up. A toolkit that paints by
+    /// itself keeps the exposures and calls paint().
+    bool handleEvent(const GdkEvent& event);
+    /// Paints what lies in the context's clip. The context's units are the window's points.
+    void paint(cairo_t* context);
+
+    GdkWindow* window() const { return window_; }
+    const std::shared_ptr<UIWindow>& content() const { return content_; }
+    const GdkPress& lastPress() const { return input_.lastPress(); }
+    /// Called after each frame in which something was to be painted or moved: what is shown may
+    /// have changed.
+    void setFrameHandler(std::function<void()> handler) { frameHandler_ = std::move(handler); }
+
+ private:
+    void requestFrame();
+    void beginFrame();
+    void expose(const cairo_region_t* region);
+    void configure();
+
+    std::shared_ptr<UIWindow> content_;
+    GdkWindow* window_;
+    GdkFrameClock* clock_;
+    gulong updateHandler_ = 0;
+    int scale_ = 1;
+    GdkInput input_;
+    std::function<void()> frameHandler_;
+};

@@ -1,0 +1,133 @@
+#include "backends/gdk/accessibility/Element.hpp"
+
+#include "backends/gdk/accessibility/SliderElement.hpp"
+#include "platform/uikit/UIAccessibility.hpp"
+
+#include <cmath>
+#include <memory>
+
+namespace {
+
+void initComponent(AtkComponentIface* component);
+
+}  // namespace
+
+G_DEFINE_TYPE_WITH_CODE(TarnwickElement, tarnwick_element, ATK_TYPE_OBJECT,
+                        G_IMPLEMENT_INTERFACE(ATK_TYPE_COMPONENT, initComponent))
+
+namespace {
+
+bool isOnScreen(const UIView& view) {
+    const std::shared_ptr<UIWindow> window = view.window();
+    if (!window) return false;
+    const CGRect rect = view.convertRectToView(view.bounds(), nullptr);
+    return CGRectIntersectsRect(rect, window->bounds());
+}
+
+void addSliderStates(AtkStateSet* states, const UISlider& slider) {
+    atk_state_set_add_state(states, ATK_STATE_HORIZONTAL);
+    if (!slider.isEnabled()) return;
+    for (const AtkStateType state : {ATK_STATE_ENABLED, ATK_STATE_SENSITIVE, ATK_STATE_FOCUSABLE})
+        atk_state_set_add_state(states, state);
+    if (slider.isFocused()) atk_state_set_add_state(states, ATK_STATE_FOCUSED);
+}
+
+AtkStateSet* refStateSet(AtkObject* element) {
+    AtkStateSet* states = ATK_OBJECT_CLASS(tarnwick_element_parent_class)->ref_state_set(element);
+    const std::shared_ptr<UIView> view = stateOf(element).view.lock();
+    if (!view) {
+        atk_state_set_add_state(states, ATK_STATE_DEFUNCT);
+        return states;
+    }
+    atk_state_set_add_state(states, ATK_STATE_VISIBLE);
+    if (isOnScreen(*view)) atk_state_set_add_state(states, ATK_STATE_SHOWING);
+    if (const auto* slider = dynamic_cast<const UISlider*>(view.get()))
+        addSliderStates(states, *slider);
+    else
+        atk_state_set_add_state(states, ATK_STATE_ENABLED);
+    return states;
+}
+
+int indexInParent(AtkObject* element) {
+    return stateOf(element).indexInParent;
+}
+
+void getExtents(AtkComponent* element, int* x, int* y, int* width, int* height,
+                AtkCoordType coordinates) {
+    elementExtents(stateOf(element), coordinates, x, y, width, height);
+}
+
+gboolean grabFocus(AtkComponent* element) {
+    const std::shared_ptr<UIView> view = stateOf(element).view.lock();
+    const std::shared_ptr<UIWindow> window = view ? view->window() : nullptr;
+    if (!window) return FALSE;
+    window->setFocusedView(view);
+    return view->isFocused() ? TRUE : FALSE;
+}
+
+void initComponent(AtkComponentIface* component) {
+    component->get_extents = getExtents;
+    component->grab_focus = grabFocus;
+}
+
+void finalize(GObject* element) {
+    std::destroy_at(&stateOf(element));
+    G_OBJECT_CLASS(tarnwick_element_parent_class)->finalize(element);
+}
+
+}  // namespace
+
+static void tarnwick_element_init(TarnwickElement* element) {
+    std::construct_at(&element->state);
+}
+
+static void tarnwick_element_class_init(TarnwickElementClass* elementClass) {
+    AtkObjectClass* object = ATK_OBJECT_CLASS(elementClass);
+    object->ref_state_set = refStateSet;
+    object->get_index_in_parent = indexInParent;
+    G_OBJECT_CLASS(elementClass)->finalize = finalize;
+}
+
+ElementState& stateOf(gpointer element) {
+    return static_cast<TarnwickElement*>(element)->state;
+}
+
+AtkObjectPtr newElement(AtkObject* parent, const std::shared_ptr<UIView>& view,
+                        const std::function<CGPoint()>& originOnScreen) {
+    const bool isSlider = dynamic_cast<UISlider*>(view.get()) != nullptr;
+    const GType type = isSlider ? tarnwick_slider_element_get_type() : tarnwick_element_get_type();
+    AtkObjectPtr element(ATK_OBJECT(g_object_new(type, nullptr)));
+    atk_object_set_role(element.get(), isSlider ? ATK_ROLE_SLIDER : ATK_ROLE_LABEL);
+    atk_object_set_parent(element.get(), parent);
+    ElementState& state = stateOf(element.get());
+    state.view = view;
+    state.originOnScreen = originOnScreen;
+    tellChanges(element.get());
+    return element;
+}
+
+void tellChanges(AtkObject* element) {
+    ElementState& state = stateOf(element);
+    const std::shared_ptr<UIView> view = state.view.lock();
+    if (!view) return;
+    const std::string name = accessibilityLabel(*view).value_or("");
+    const char* told = atk_object_get_name(element);
+    if (!told || name != told) atk_object_set_name(element, name.c_str());
+    if (TARNWICK_IS_SLIDER_ELEMENT(element)) tellValue(element);
+    if (state.focused == view->isFocused()) return;
+    state.focused = view->isFocused();
+    atk_object_notify_state_change(element, ATK_STATE_FOCUSED, state.focused ? TRUE : FALSE);
+}
+
+void elementExtents(const ElementState& state, AtkCoordType coordinates, int* x, int* y, int* width,
+                    int* height) {
+    *x = *y = *width = *height = -1;  // The library's way to say that it is not known.
+    const std::shared_ptr<UIView> view = state.view.lock();
+    if (!view) return;
+    const CGRect rect = view->convertRectToView(view->bounds(), nullptr);
+    const CGPoint origin = coordinates == ATK_XY_SCREEN ? state.originOnScreen() : CGPoint{0, 0};
+    *x = static_cast<int>(std::lround(rect.origin.x + origin.x));
+    *y = static_cast<int>(std::lround(rect.origin.y + origin.y));
+    *width = static_cast<int>(std::lround(rect.size.width));
+    *height = static_cast<int>(std::lround(rect.size.height));
+}
