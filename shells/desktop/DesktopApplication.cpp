@@ -1,0 +1,101 @@
+#include "shells/desktop/DesktopApplication.hpp"
+
+#include "platform/foundation/MachineModel.hpp"
+#include "platform/uikit/UILabel.hpp"
+#include "shells/common/BundleLocation.hpp"
+#include "shells/common/WidgetBundle.hpp"
+#include "shells/desktop/DesktopWindow.hpp"
+#include "shells/desktop/PanelPicture.hpp"
+#include "shells/desktop/RowReport.hpp"
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+constexpr const char* applicationId = "org.tarnwick.mixer";
+
+struct LoopEnd {
+    void operator()(GMainLoop* loop) const { g_main_loop_unref(loop); }
+};
+using MainLoop = std::unique_ptr<GMainLoop, LoopEnd>;
+
+void complain(const std::string& what) {
+    std::fprintf(stderr, "tarnwick: %s\n", what.c_str());
+}
+
+/// nullptr where there is no display to open.
+GdkDisplay* openDisplay() {
+    g_set_prgname("tarnwick");
+    gdk_set_program_class(applicationId);
+    return gdk_init_check(nullptr, nullptr) != FALSE ? gdk_display_get_default() : nullptr;
+}
+
+/// Where the picture goes that nobody gave a name.
+std::string pictureInCache() {
+    const std::string folder = std::string(g_get_user_cache_dir()) + "/tarnwick";
+    constexpr int ownerOnly = 0700;
+    g_mkdir_with_parents(folder.c_str(), ownerOnly);
+    return folder + "/widget.png";
+}
+
+}  // namespace
+
+int DesktopApplication::run() {
+    UILabel::setDefaultTextColor(UIColor::whiteColor());
+    GdkDisplay* display = options_.paint ? nullptr : openDisplay();
+    sound_ = std::make_unique<SoundService>(options_.simulate ? SoundSource::Simulated
+                                                              : SoundSource::Server);
+    if (!createWidget()) return EXIT_FAILURE;
+    if (options_.paint) return paint(*options_.paint);
+    return display ? runWindow(display) : reportRows();
+}
+
+bool DesktopApplication::createWidget() {
+    const std::string path = shell::bundlePath(options_.common.bundle, shell::programDirectory());
+    auto [controller, error] = shell::createController(path);
+    if (!controller) {
+        complain(error);
+        return false;
+    }
+    widget_ =
+        std::make_unique<HostedWidget>(std::move(controller), parentWidthForModel(machineModel()));
+    return true;
+}
+
+int DesktopApplication::runWindow(GdkDisplay* display) {
+    const MainLoop loop(g_main_loop_new(nullptr, FALSE));
+    GdkEvents events;
+    DesktopWindow window(display, events, *widget_);
+    window.setCloseHandler([&loop] { g_main_loop_quit(loop.get()); });
+    sound_->setChangeHandler([this] {
+        widget_->dismiss();
+        widget_->present();
+    });
+    window.show();
+    g_main_loop_run(loop.get());
+    return EXIT_SUCCESS;
+}
+
+int DesktopApplication::reportRows() {
+    complain("there is no display: painting a picture instead");
+    const std::string path = pictureInCache();
+    const int status = paint(path);
+    if (status != EXIT_SUCCESS) return status;
+    widget_->present();
+    std::printf("%s\nThe picture is %s\n", rowReport(widget_->view()).c_str(), path.c_str());
+    widget_->dismiss();
+    return status;
+}
+
+int DesktopApplication::paint(const std::string& path) {
+    waitForSound();
+    if (paintPanelPicture(*widget_, path)) return EXIT_SUCCESS;
+    complain("cannot write " + path);
+    return EXIT_FAILURE;
+}
+
+void DesktopApplication::waitForSound() {
+    while (!sound_->isSettled())
+        g_main_context_iteration(nullptr, TRUE);
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "backends/glib/GLibRunLoop.hpp"
+#include "shells/desktop/DesktopOptions.hpp"
+#include "shells/desktop/HostedWidget.hpp"
+#include "shells/desktop/SoundService.hpp"
+
+#include <memory>
+#include <string>
+
+typedef struct _GdkDisplay GdkDisplay;
+
+/// The program: the sound service, the widget, and the window or the picture that shows it.
+class DesktopApplication {
+ public:
+    explicit DesktopApplication(const DesktopOptions& options) : options_(options) {}
+
+    /// Runs until the window is closed or the picture is written; answers the exit status.
+    int run();
+
+ private:
+    bool createWidget();
+    int runWindow(GdkDisplay* display);
+    /// Without a display: a picture in the user's cache folder and the rows as text.
+    int reportRows();
+    int paint(const std::string& path);
+    void waitForSound();
+
+    const DesktopOptions& options_;
+    GLibRunLoop runLoop_;
+    std::unique_ptr<SoundService> sound_;
+    std::unique_ptr<HostedWidget> widget_;
+};

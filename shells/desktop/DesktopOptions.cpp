@@ -1,0 +1,20 @@
+#include "shells/desktop/DesktopOptions.hpp"
+
+std::vector<shell::Option> desktopOptions(DesktopOptions& target) {
+    std::vector<shell::Option> options = {
+        {"--simulate", "", "use a device without sound instead of the sound server",
+         [&target](const std::string&) -> std::optional<std::string> {
+             target.simulate = true;
+             return std::nullopt;
+         }},
+        {"--paint", "FILE", "write a picture (PNG) of the widget and leave; needs no display",
+         [&target](const std::string& file) -> std::optional<std::string> {
+             if (file.empty()) return "the value is empty";
+             target.paint = file;
+             return std::nullopt;
+         }},
+    };
+    for (shell::Option& option : shell::commonOptions(target.common))
+        options.push_back(std::move(option));
+    return options;
+}

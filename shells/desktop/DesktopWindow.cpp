@@ -1,0 +1,180 @@
+#include "shells/desktop/DesktopWindow.hpp"
+
+#include "backends/gdk/GdkDesktopSettings.hpp"
+#include "shells/desktop/WindowOutline.hpp"
+
+#include <gdk/gdkkeysyms.h>
+
+#include <utility>
+
+namespace {
+
+constexpr const char* title = "Tarnwick";
+
+PanelEdge edgeOn(GdkScreen* screen) {
+    const bool seeThrough =
+        gdk_screen_is_composited(screen) != FALSE && gdk_screen_get_rgba_visual(screen) != nullptr;
+    return seeThrough ? PanelEdge::Soft : PanelEdge::Hard;
+}
+
+GdkRectangle workArea(GdkDisplay* display, GdkWindow* window) {
+    GdkMonitor* monitor = gdk_window_is_visible(window) != FALSE
+                              ? gdk_display_get_monitor_at_window(display, window)
+                              : gdk_display_get_primary_monitor(display);
+    if (monitor == nullptr) monitor = gdk_display_get_monitor(display, 0);
+    GdkRectangle area = {0, 0, 1024, 768};  // A display may have lost its last monitor.
+    if (monitor) gdk_monitor_get_workarea(monitor, &area);
+    return area;
+}
+
+}  // namespace
+
+GdkWindow* DesktopWindow::newWindow(GdkDisplay* display) {
+    GdkScreen* screen = gdk_display_get_default_screen(display);
+    std::string name = title;
+    GdkWindowAttr attributes = {};
+    attributes.title = name.data();
+    attributes.event_mask = GdkViewHost::eventMask | GDK_FOCUS_CHANGE_MASK;
+    attributes.width = 1;
+    attributes.height = 1;
+    attributes.wclass = GDK_INPUT_OUTPUT;
+    attributes.visual = gdk_screen_get_rgba_visual(screen);
+    attributes.window_type = GDK_WINDOW_TOPLEVEL;
+    attributes.type_hint = GDK_WINDOW_TYPE_HINT_DIALOG;
+    const int given = GDK_WA_TITLE | GDK_WA_TYPE_HINT | (attributes.visual ? GDK_WA_VISUAL : 0);
+    GdkWindow* window = gdk_window_new(gdk_screen_get_root_window(screen), &attributes, given);
+    gdk_window_set_decorations(window, static_cast<GdkWMDecoration>(0));
+    return window;
+}
+
+DesktopWindow::DesktopWindow(GdkDisplay* display, GdkEvents& events, HostedWidget& widget)
+    : display_(display),
+      screen_(gdk_display_get_default_screen(display)),
+      events_(events),
+      widget_(widget),
+      window_(newWindow(display)),
+      content_(std::make_shared<UIWindow>()),
+      panel_(std::make_shared<PanelView>()),
+      host_(std::make_unique<GdkViewHost>(content_, window_.get())) {
+    applyDesktopSettings(screen_);
+    content_->addSubview(panel_);
+    panel_->setMoveHandler([this] { beginMove(); });
+    widget_.setSizeHandler([this] { layout(); });
+    events_.setHandler(window_.get(), [this](const GdkEvent& event) { handleEvent(event); });
+    events_.setOtherHandler([this](const GdkEvent& event) { handleOtherEvent(event); });
+    const auto changed =
+        +[](GdkScreen*, gpointer window) { static_cast<DesktopWindow*>(window)->layout(); };
+    for (const char* signal : {"composited-changed", "monitors-changed", "size-changed"})
+        g_signal_connect(screen_, signal, G_CALLBACK(changed), this);
+}
+
+DesktopWindow::~DesktopWindow() {
+    closeHandler_ = {};
+    close();
+    g_signal_handlers_disconnect_by_data(screen_, this);
+    widget_.setSizeHandler({});
+    events_.setOtherHandler({});
+    events_.setHandler(window_.get(), {});
+    panel_->setWidgetView(nullptr);
+}
+
+void DesktopWindow::show() {
+    if (isShown()) return;
+    panel_->setWidgetView(widget_.view());
+    widget_.preferredSize();
+    widget_.present();
+    layout();
+    gdk_window_show(window_.get());
+}
+
+void DesktopWindow::close() {
+    if (!isShown()) return;
+    content_->cancelTouches();
+    gdk_window_hide(window_.get());
+    widget_.dismiss();
+    // A copy: the handler may destroy this window.
+    if (const std::function<void()> handler = closeHandler_) handler();
+}
+
+void DesktopWindow::handleEvent(const GdkEvent& event) {
+    switch (event.type) {
+        case GDK_DELETE:
+            close();
+            return;
+        case GDK_KEY_PRESS:
+            if (handleKey(event.key)) return;
+            break;
+        case GDK_CONFIGURE:
+            windowHasSize({static_cast<CGFloat>(event.configure.width),
+                           static_cast<CGFloat>(event.configure.height)});
+            break;
+        default:
+            break;
+    }
+    host_->handleEvent(event);
+    if (event.type == GDK_KEY_PRESS) showFocus();
+    if (event.type == GDK_EXPOSE && firstFrameHandler_)
+        std::exchange(firstFrameHandler_, nullptr)();
+}
+
+void DesktopWindow::handleOtherEvent(const GdkEvent& event) {
+    if (event.type != GDK_SETTING) return;
+    if (applyDesktopSettings(screen_, &event.setting)) content_->setNeedsDisplay();
+}
+
+bool DesktopWindow::handleKey(const GdkEventKey& event) {
+    if (event.keyval != GDK_KEY_Escape) return false;
+    close();
+    return true;
+}
+
+void DesktopWindow::showFocus() {
+    const std::shared_ptr<UIView> focused = content_->focusedView();
+    if (!focused || !content_->isFocusVisible()) return;
+    // The row around the slider, so that its caption is seen too.
+    const std::shared_ptr<UIView> row = focused->superview();
+    const UIView& shown = row ? *row : *focused;
+    ScrollingView& scroller = panel_->scroller();
+    scroller.scrollToShow(shown.convertRectToView(shown.bounds(), &scroller));
+}
+
+CGSize DesktopWindow::availableSize() const {
+    const GdkRectangle area = workArea(display_, window_.get());
+    return {static_cast<CGFloat>(area.width), static_cast<CGFloat>(area.height)};
+}
+
+void DesktopWindow::layout() {
+    edge_ = edgeOn(screen_);
+    const PanelLayout wanted = panelLayout(widget_.preferredSize(), availableSize(), edge_);
+    const auto width = static_cast<int>(wanted.window.width);
+    const auto height = static_cast<int>(wanted.window.height);
+    GdkGeometry fixed = {};
+    fixed.min_width = fixed.max_width = width;
+    fixed.min_height = fixed.max_height = height;
+    gdk_window_set_geometry_hints(
+        window_.get(), &fixed, static_cast<GdkWindowHints>(GDK_HINT_MIN_SIZE | GDK_HINT_MAX_SIZE));
+    gdk_window_resize(window_.get(), width, height);
+    applyLayout(wanted);
+}
+
+/// The window manager has the last word.
+void DesktopWindow::windowHasSize(const CGSize& size) {
+    if (size == size_) return;
+    applyLayout(panelLayoutInWindow(widget_.preferredSize(), size, edge_));
+}
+
+void DesktopWindow::applyLayout(const PanelLayout& layout) {
+    size_ = layout.window;
+    content_->setFrame({{0, 0}, layout.window});
+    panel_->setLayout(layout, edge_);
+    outlineWindow(window_.get(), layout, edge_);
+}
+
+void DesktopWindow::beginMove() {
+    const GdkPress& press = host_->lastPress();
+    if (press.device == nullptr) return;
+    // The window manager has the pointer from here on: no release will come.
+    content_->cancelTouches();
+    gdk_window_begin_move_drag_for_device(window_.get(), press.device, press.button, press.rootX,
+                                          press.rootY, press.time);
+}

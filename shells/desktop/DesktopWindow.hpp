@@ -1,0 +1,63 @@
+#pragma once
+
+#include "backends/gdk/GdkEvents.hpp"
+#include "backends/gdk/GdkViewHost.hpp"
+#include "shells/desktop/HostedWidget.hpp"
+#include "shells/desktop/PanelView.hpp"
+
+#include <functional>
+#include <memory>
+
+/// A widget in a borderless window of its own. Showing the window presents the widget, closing it
+/// (Escape, or the window manager) dismisses it, and it can be shown again. Main thread.
+class DesktopWindow {
+ public:
+    /// All must outlive the window.
+    DesktopWindow(GdkDisplay* display, GdkEvents& events, HostedWidget& widget);
+    ~DesktopWindow();
+    DesktopWindow(const DesktopWindow&) = delete;
+    DesktopWindow& operator=(const DesktopWindow&) = delete;
+
+    void show();
+    void close();
+    bool isShown() const { return widget_.isPresented(); }
+    /// Called after the window was closed, by whomever. It may destroy the window.
+    void setCloseHandler(std::function<void()> handler) { closeHandler_ = std::move(handler); }
+    /// Called once, after the first frame was painted.
+    void setFirstFrameHandler(std::function<void()> handler) {
+        firstFrameHandler_ = std::move(handler);
+    }
+
+    GdkViewHost& host() { return *host_; }
+    const std::shared_ptr<UIWindow>& content() const { return content_; }
+
+ private:
+    struct WindowEnd {
+        void operator()(GdkWindow* window) const { gdk_window_destroy(window); }
+    };
+
+    static GdkWindow* newWindow(GdkDisplay* display);
+    void handleEvent(const GdkEvent& event);
+    void handleOtherEvent(const GdkEvent& event);
+    bool handleKey(const GdkEventKey& event);
+    void windowHasSize(const CGSize& size);
+    CGSize availableSize() const;
+    /// Follows the widget's size and the screen.
+    void layout();
+    void applyLayout(const PanelLayout& layout);
+    void beginMove();
+    void showFocus();
+
+    GdkDisplay* display_;
+    GdkScreen* screen_;
+    GdkEvents& events_;
+    HostedWidget& widget_;
+    std::unique_ptr<GdkWindow, WindowEnd> window_;
+    std::shared_ptr<UIWindow> content_;
+    std::shared_ptr<PanelView> panel_;
+    std::unique_ptr<GdkViewHost> host_;
+    PanelEdge edge_ = PanelEdge::Hard;
+    CGSize size_;
+    std::function<void()> closeHandler_;
+    std::function<void()> firstFrameHandler_;
+};

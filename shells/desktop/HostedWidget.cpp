@@ -1,0 +1,102 @@
+#include "shells/desktop/HostedWidget.hpp"
+
+#include "platform/foundation/NSRunLoop.hpp"
+
+#include <utility>
+
+CGFloat parentWidthForModel(const std::string& model) {
+    constexpr CGFloat handheld = 320;
+    constexpr CGFloat larger = 768;
+    const bool isHandheld = model.starts_with("iPhone") || model.starts_with("iPod");
+    return isHandheld ? handheld : larger;
+}
+
+/// What the widget talks to. The widget may outlive its shell, so it can be told to fall silent.
+class HostedWidget::Host : public SBUIWidgetHost {
+ public:
+    explicit Host(HostedWidget& owner)
+        : owner_(&owner), delegate_(std::make_shared<Delegate>(*this)) {}
+
+    std::shared_ptr<SBUIWidgetHostDelegate> delegate() override { return delegate_; }
+    void invalidatePreferredViewSize() override {
+        if (owner_) owner_->askForSizeLater();
+    }
+    bool respondsToSelector(std::string_view selector) const override {
+        return selector == "invalidatePreferredViewSize" || selector == "delegate";
+    }
+    HostedWidget* owner() const { return owner_; }
+    void silence() {
+        owner_ = nullptr;
+        delegate_->silence();
+    }
+
+ private:
+    class Delegate : public SBUIWidgetHostDelegate {
+     public:
+        explicit Delegate(Host& host) : host_(&host) {}
+        void widget(const std::shared_ptr<SBUIWidgetHost>& /*host*/,
+                    const CGSize& preferredSize) override {
+            if (host_) host_->owner_->preferredSizeIs(preferredSize);
+        }
+        bool respondsToSelector(std::string_view selector) const override {
+            return selector == "widget:didUpdatePreferredSize:";
+        }
+        void silence() { host_ = nullptr; }
+
+     private:
+        Host* host_;
+    };
+
+    HostedWidget* owner_;
+    std::shared_ptr<Delegate> delegate_;
+};
+
+HostedWidget::HostedWidget(std::shared_ptr<_SBUIWidgetViewController> controller,
+                           CGFloat parentWidth)
+    : controller_(std::move(controller)),
+      parent_(std::make_shared<UIViewController>()),
+      host_(std::make_shared<Host>(*this)) {
+    parent_->view()->setFrame(CGRectMake(0, 0, parentWidth, 0));
+    parent_->addChildViewController(controller_);
+    controller_->setWidgetHost(host_);
+}
+
+HostedWidget::~HostedWidget() {
+    sizeHandler_ = {};
+    dismiss();
+    host_->silence();
+}
+
+CGSize HostedWidget::preferredSize() {
+    if (!size_) {
+        view();  // The widget learns on what machine it runs while it loads its view.
+        size_ = controller_->preferredViewSize();
+    }
+    return *size_;
+}
+
+void HostedWidget::present() {
+    if (std::exchange(presented_, true)) return;
+    view();
+    controller_->hostWillPresent();
+}
+
+void HostedWidget::dismiss() {
+    if (std::exchange(presented_, false)) controller_->hostDidDismiss();
+}
+
+void HostedWidget::preferredSizeIs(const CGSize& size) {
+    const std::shared_ptr<UIView> container = view();
+    container->setFrame({container->frame().origin, size});
+    const bool isNews = size_ != size;
+    size_ = size;
+    if (isNews && sizeHandler_) sizeHandler_();
+}
+
+void HostedWidget::askForSizeLater() {
+    NSRunLoop::mainRunLoop().performAfterDelay(0, [host = std::weak_ptr<Host>(host_)] {
+        const std::shared_ptr<Host> strong = host.lock();
+        HostedWidget* owner = strong ? strong->owner() : nullptr;
+        if (owner) owner->preferredSizeIs(owner->controller_->preferredViewSize());
+    });
+}

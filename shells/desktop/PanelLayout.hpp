@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/uikit/Geometry.hpp"
+
+/// What surrounds the panel: a shadow that fades out where the screen can show through, else
+/// nothing.
+enum class PanelEdge { Soft, Hard };
+
+/// Where the parts of the window lie, in points of the window.
+struct PanelLayout {
+    CGSize window;
+    CGRect panel;
+    CGRect viewport;  ///< What the widget shows through, as wide as the panel.
+};
+
+inline constexpr CGFloat panelRadius = 16;  // points
+
+/// How far the shadow reaches beyond the panel; wider below, since the light comes from above.
+UIEdgeInsets panelMargins(PanelEdge edge);
+
+/// A panel around a widget of that size, in a window no larger than `available`.
+PanelLayout panelLayout(const CGSize& widget, const CGSize& available, PanelEdge edge);
+
+/// The same in a window whose size was decided elsewhere, as by a tiling window manager: the panel
+/// keeps its size where it can, and lies in the middle.
+PanelLayout panelLayoutInWindow(const CGSize& widget, const CGSize& window, PanelEdge edge);

@@ -1,0 +1,89 @@
+#include "shells/desktop/PanelView.hpp"
+
+#include "platform/uikit/UIControl.hpp"
+
+#include <cmath>
+
+namespace {
+
+// Below this a finger that taps is not quite still. Points.
+constexpr CGFloat dragThreshold = 4;
+
+constexpr UIColor panelColor = {28.0 / 255, 28.0 / 255, 30.0 / 255, 0.96};
+constexpr UIColor borderColor = {1, 1, 1, 0.09};
+constexpr UIColor shadowColor = {0, 0, 0, 0.45};
+constexpr CGFloat shadowBlur = 18;  // points, on both sides of the edge
+constexpr CGFloat shadowDrop = 10;  // points downwards
+constexpr CGFloat shadowInset = 6;  // points; it comes out below the panel, hardly beside it
+
+}  // namespace
+
+PanelView::PanelView() : scroller_(std::make_shared<ScrollingView>()) {}
+
+void PanelView::setLayout(const PanelLayout& layout, PanelEdge edge) {
+    if (scroller_->superview() == nullptr) addSubview(scroller_);
+    setFrame({{0, 0}, layout.window});
+    scroller_->setFrame(layout.viewport);
+    scroller_->setNeedsLayout();
+    if (panel_ == layout.panel && edge_ == edge) return;
+    panel_ = layout.panel;
+    edge_ = edge;
+    setNeedsDisplay();
+}
+
+void PanelView::drawRect(Canvas& canvas) {
+    const CGFloat hairline = 1 / canvas.scale();
+    if (edge_ == PanelEdge::Soft) {
+        const CGRect shadow =
+            CGRectOffset(CGRectInset(panel_, shadowInset, shadowInset), 0, shadowDrop);
+        canvas.fillShadow(shadow, panelRadius, shadowBlur, shadowColor);
+        canvas.fillRounded(panel_, panelRadius, panelColor);
+    } else {
+        canvas.fillRounded(panel_, panelRadius, panelColor.colorWithAlpha(1));
+    }
+    canvas.strokeRounded(panel_, panelRadius, hairline, borderColor);
+}
+
+/// Whatever is no control is an empty part of the panel; the shadow is nothing at all.
+std::shared_ptr<UIView> PanelView::hitTest(const CGPoint& point, const UIEvent* event) {
+    if (!CGRectContainsPoint(panel_, point)) return nullptr;
+    const std::shared_ptr<UIView> hit = UIView::hitTest(point, event);
+    if (std::dynamic_pointer_cast<UIControl>(hit)) return hit;
+    return strongSelf<UIView>();
+}
+
+bool PanelView::scrolled(const CGPoint& point, double steps) {
+    return scroller_->scrolled(convertPointToView(point, scroller_.get()), steps);
+}
+
+void PanelView::touchesBegan(const UITouchSet& touches, const std::shared_ptr<UIEvent>& /*event*/) {
+    if (!dragging_.expired() || touches.empty()) return;
+    dragging_ = touches.front();
+    dragOrigin_ = touches.front()->locationInView(this);
+    scrolling_ = false;
+}
+
+void PanelView::touchesMoved(const UITouchSet& touches, const std::shared_ptr<UIEvent>& /*event*/) {
+    const std::shared_ptr<UITouch> touch = dragging_.lock();
+    if (!touch || touches.empty() || touches.front() != touch) return;
+    const CGPoint now = touch->locationInView(this);
+    if (!scrolling_) {
+        if (std::hypot(now.x - dragOrigin_.x, now.y - dragOrigin_.y) < dragThreshold) return;
+        if (!scroller_->isScrollable()) {
+            dragging_.reset();
+            if (moveHandler_) moveHandler_();
+            return;
+        }
+        scrolling_ = true;
+    }
+    scroller_->scrollBy(touch->previousLocationInView(this).y - now.y);
+}
+
+void PanelView::touchesEnded(const UITouchSet& /*touches*/,
+                             const std::shared_ptr<UIEvent>& /*event*/) {
+    dragging_.reset();
+}
+
+void PanelView::touchesCancelled(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event) {
+    touchesEnded(touches, event);
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/uikit/UIView.hpp"
+#include "shells/desktop/ScrollingView.hpp"
+
+#include <functional>
+
+/// The dark rounded panel with its shadow, filling the window, and the widget on it. A drag on its
+/// empty parts moves the window, or scrolls a widget that is taller than the panel.
+class PanelView : public UIView {
+ public:
+    PanelView();
+    std::string_view className() const override { return "PanelView"; }
+
+    /// The view that is shown on the panel.
+    void setWidgetView(const std::shared_ptr<UIView>& view) { scroller_->setContent(view); }
+    ScrollingView& scroller() { return *scroller_; }
+    /// Own coordinates.
+    void setLayout(const PanelLayout& layout, PanelEdge edge);
+    const CGRect& panel() const { return panel_; }
+    /// Called once a drag has gone far enough to be meant as one.
+    void setMoveHandler(std::function<void()> handler) { moveHandler_ = std::move(handler); }
+
+    void drawRect(Canvas& canvas) override;
+    std::shared_ptr<UIView> hitTest(const CGPoint& point, const UIEvent* event) override;
+    bool scrolled(const CGPoint& point, double steps) override;
+    void touchesBegan(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event) override;
+    void touchesMoved(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event) override;
+    void touchesEnded(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event) override;
+    void touchesCancelled(const UITouchSet& touches,
+                          const std::shared_ptr<UIEvent>& event) override;
+
+ private:
+    std::shared_ptr<ScrollingView> scroller_;
+    CGRect panel_;
+    PanelEdge edge_ = PanelEdge::Hard;
+    std::weak_ptr<UITouch> dragging_;
+    CGPoint dragOrigin_;
+    bool scrolling_ = false;
+    std::function<void()> moveHandler_;
+};

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/uikit/UIView.hpp"
+#include "shells/desktop/PanelLayout.hpp"
+
+/// Shows one view through an opening, moved up and down when it is taller than that, with a thin
+/// indicator of where it stands.
+class ScrollingView : public UIView {
+ public:
+    ScrollingView();
+    std::string_view className() const override { return "ScrollingView"; }
+
+    /// Takes the place of the one before. Its width is its own matter; a small one lies in the
+    /// middle of the opening.
+    void setContent(const std::shared_ptr<UIView>& content);
+    bool isScrollable() const { return greatestOffset() > 0; }
+    /// How far the content is moved up, in points.
+    CGFloat offset() const { return offset_; }
+    /// Points; positive shows what lies further down. Stops at the ends.
+    void scrollBy(CGFloat points);
+    /// Moves as little as needed for a rectangle (of this view's coordinates) to be seen.
+    void scrollToShow(const CGRect& rect);
+
+    bool scrolled(const CGPoint& point, double steps) override;
+    void layoutSubviews() override;
+
+ private:
+    CGFloat greatestOffset() const;
+    void place();
+
+    std::shared_ptr<UIView> content_;
+    std::shared_ptr<UIView> indicator_;
+    CGFloat offset_ = 0;
+};

@@ -1,0 +1,27 @@
+#include "shells/common/Backends.hpp"
+#include "shells/desktop/DesktopApplication.hpp"
+
+#include <cstdio>
+#include <cstdlib>
+#include <vector>
+
+namespace {
+
+constexpr int exitBadArguments = 2;
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    DesktopOptions options;
+    const std::vector<shell::Option> known = desktopOptions(options);
+    const std::vector<const char*> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
+    if (const auto error = shell::readOptions(known, arguments)) {
+        std::fprintf(stderr, "tarnwick: %s\nTry 'tarnwick --help'.\n", error->c_str());
+        return exitBadArguments;
+    }
+    if (shell::answerQuestions(options.common, "tarnwick", "tarnwick [OPTION ...]", known))
+        return EXIT_SUCCESS;
+    shell::applyOptions(options.common);
+    shell::installBackends();
+    return DesktopApplication(options).run();
+}
