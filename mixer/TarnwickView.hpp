@@ -69,8 +69,10 @@ class TarnwickView : public UIView {
     float widgetWidth = 0;  ///< Points, in single precision on every processor.
 
  private:
-    std::shared_ptr<UILabel> captionForCategory(NSInteger categoryNumber);
     std::shared_ptr<UISlider> sliderForCategory(NSInteger categoryNumber);
+    /// `slider` is the category's own, nullptr if it has none.
+    std::shared_ptr<UILabel> captionForCategory(NSInteger categoryNumber,
+                                                const std::shared_ptr<UISlider>& slider);
     void placeRows();
     void updateRow(NSInteger categoryNumber, const CategoryRecord& record);
     void updatePartner(const NSString& changedCategory, float volume);

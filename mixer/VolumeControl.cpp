@@ -14,19 +14,22 @@ std::shared_ptr<UISlider> TarnwickView::sliderForCategory(NSInteger categoryNumb
     return std::dynamic_pointer_cast<UISlider>(viewWithTag(sliderTag(categoryNumber)));
 }
 
-std::shared_ptr<UILabel> TarnwickView::captionForCategory(NSInteger categoryNumber) {
+std::shared_ptr<UILabel> TarnwickView::captionForCategory(NSInteger categoryNumber,
+                                                          const std::shared_ptr<UISlider>& slider) {
     const NSInteger tag = captionTag(categoryNumber);
-    if (auto caption = std::dynamic_pointer_cast<UILabel>(viewWithTag(tag))) return caption;
+    if (tag < sliderTag(0)) return std::dynamic_pointer_cast<UILabel>(viewWithTag(tag));
     // From the thousandth category on, a caption's tag is also that of an earlier slider; within
     // its own row it is the only one.
-    const auto slider = sliderForCategory(categoryNumber);
     const auto row = slider ? slider->superview() : nullptr;
-    return row ? std::dynamic_pointer_cast<UILabel>(row->viewWithTag(tag)) : nullptr;
+    if (!row) return nullptr;
+    for (const auto& view : row->subviews())
+        if (view->tag() == tag) return std::dynamic_pointer_cast<UILabel>(view);
+    return nullptr;
 }
 
 void TarnwickView::sliderValueChanged(const std::shared_ptr<UISlider>& sender) {
     const NSInteger number = categoryNumberOfSlider(sender->tag());
-    const auto caption = captionForCategory(number);
+    const auto caption = captionForCategory(number, sender);
     const CategoryRecord record = categories.at(static_cast<std::size_t>(number));
     const std::string title = captionTitle(record, avs.get());
     if (caption) caption->setText(captionText(title, sender->value(), shownIf(displayPercentage)));
@@ -35,11 +38,11 @@ void TarnwickView::sliderValueChanged(const std::shared_ptr<UISlider>& sender) {
 
 void TarnwickView::updateSliderAndLabelForCategoryNum(NSInteger categoryNumber, float value) {
     const float percent = percentFromFraction(value);
-    const auto caption = captionForCategory(categoryNumber);
+    const auto slider = sliderForCategory(categoryNumber);
+    const auto caption = captionForCategory(categoryNumber, slider);
     const CategoryRecord record = categories.at(static_cast<std::size_t>(categoryNumber));
     const std::string title = captionTitle(record, avs.get());
     if (caption) caption->setText(captionText(title, percent, shownIf(displayPercentage)));
-    const auto slider = sliderForCategory(categoryNumber);
     if (slider && slider->value() != percent) slider->setValue(percent);
 }
 
@@ -53,9 +56,9 @@ void TarnwickView::updateValues() {
 
 void TarnwickView::updateRow(NSInteger categoryNumber, const CategoryRecord& record) {
     const auto slider = sliderForCategory(categoryNumber);
-    const auto caption = captionForCategory(categoryNumber);
+    const auto caption = captionForCategory(categoryNumber, slider);
     const NSString name = record.categoryName();
-    debugLog("TW: updating category " + describe(name));
+    if (enableDebugLogging) NSLog("TW: updating category " + describe(name));
     float volume = 0;
     const bool readable = avs && avs->getVolume(volume, name);
     const std::string title = captionTitle(record, avs.get());
