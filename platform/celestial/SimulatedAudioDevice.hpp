@@ -20,6 +20,8 @@ class SimulatedAudioDevice : public AVSystemController {
     bool setVolumeTo(float volume, const NSString& category) override;
     NSString routeForCategory(const NSString& category) override;
 
+    /// The category comes into being if there is none of that name.
+    void nameCategory(const std::string& category) { categories_.try_emplace(category); }
     /// A change made elsewhere on the device: the state and the notification.
     void changeVolume(const std::string& category, float volume);
     /// These change the state without a notification. A category comes into being with its name.

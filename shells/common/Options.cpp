@@ -13,8 +13,9 @@ const Option* find(std::span<const Option> options, std::string_view name) {
 }
 
 std::string leftColumn(const Option& option) {
-    std::string left = "  " + std::string(option.name);
-    if (!option.valueName.empty()) left += " " + std::string(option.valueName);
+    std::string left = "  ";
+    left += option.name;
+    if (!option.valueName.empty()) left.append(" ").append(option.valueName);
     left.resize(std::max(helpColumn, left.size() + 2), ' ');
     return left;
 }

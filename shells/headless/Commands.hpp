@@ -1,0 +1,36 @@
+#pragma once
+
+#include "shells/headless/Answer.hpp"
+#include "shells/headless/Words.hpp"
+
+#include <optional>
+#include <span>
+#include <string_view>
+
+namespace headless {
+
+class Session;
+using Arguments = std::span<const Word>;
+
+/// One word of the command language.
+struct Command {
+    std::string_view name;
+    std::string_view parameters;  ///< As the reference shows them, for the answer to a misuse.
+    std::size_t fewestArguments;
+    std::size_t mostArguments;
+    /// nullopt when the arguments are not of the kind that the command takes.
+    std::optional<Answer> (*run)(Session& session, Arguments arguments);
+};
+
+std::span<const Command> controllerCommands();
+std::span<const Command> deviceCommands();
+std::span<const Command> inputCommands();
+std::span<const Command> reportCommands();
+
+/// nullptr when there is no command of that name.
+const Command* commandNamed(std::string_view name);
+
+/// Carries out one line's words. An answer in any case.
+Answer answerTo(Session& session, Arguments words);
+
+}  // namespace headless

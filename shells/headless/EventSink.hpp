@@ -1,0 +1,26 @@
+#pragma once
+
+#include "shells/headless/Json.hpp"
+
+#include <functional>
+#include <string>
+
+namespace headless {
+
+/// Where the lines for the reader go.
+class EventSink {
+ public:
+    using Writer = std::function<void(const std::string& line)>;
+    explicit EventSink(Writer writer) : writer_(std::move(writer)) {}
+
+    void write(const Json& object) const {
+        if (writer_) writer_(lineFrom(object));
+    }
+    /// Writes nothing from now on.
+    void mute() { writer_ = nullptr; }
+
+ private:
+    Writer writer_;
+};
+
+}  // namespace headless

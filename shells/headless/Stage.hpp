@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/uikit/UIWindow.hpp"
+#include "shells/headless/Answer.hpp"
+#include "shells/headless/WidgetHost.hpp"
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace headless {
+
+/// The widget's surroundings: the bundle, the controller made from it, the window with its view,
+/// the host that it talks to and the parent view controller. One controller at a time.
+class Stage {
+ public:
+    Stage(EventSink& events, std::string bundlePath);
+    ~Stage();
+
+    /// Makes the bundle's principal class, or the registered class of that name.
+    Failure create(const std::optional<std::string>& className);
+    /// Drops the only reference that is held here.
+    Failure release();
+    /// nullptr when there is none.
+    const std::shared_ptr<NSObject>& controller() const { return controller_; }
+
+    /// Points; nullopt: no parent view controller.
+    void setParentWidth(const std::optional<double>& width);
+    WidgetHost& host() { return *host_; }
+    UIWindow& window() { return *window_; }
+
+    /// Brings the window in line with the controller's view, without making the controller load
+    /// it: the view at the window's origin, the window as large as the view.
+    void updateWindow();
+
+ private:
+    std::shared_ptr<UIViewController> viewController() const;
+    void adopt();
+
+    std::string bundlePath_;
+    std::shared_ptr<WidgetHost> host_;
+    std::shared_ptr<UIViewController> parent_;
+    std::shared_ptr<NSObject> controller_;
+    std::shared_ptr<UIWindow> window_ = std::make_shared<UIWindow>();
+    std::shared_ptr<UIView> shown_;
+};
+
+}  // namespace headless
