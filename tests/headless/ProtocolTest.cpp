@@ -88,6 +88,8 @@ TEST_F(Protocol, FailsWhenNobodyReadsItsOutput) {
 struct Misuse {
     const char* command;
     std::vector<const char*> lines;
+
+    friend void PrintTo(const Misuse& tested, std::ostream* out) { *out << tested.command; }
 };
 
 class MisusedCommand : public HeadlessFixture, public testing::WithParamInterface<Misuse> {};

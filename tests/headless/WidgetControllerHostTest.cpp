@@ -8,6 +8,8 @@ struct HandShake {
     std::string delegateResponds;
     std::string hostResponds;
     Happened happened;
+
+    friend void PrintTo(const HandShake& tested, std::ostream* out) { *out << tested.name; }
 };
 
 class WidgetControllerHost : public HeadlessFixture,

@@ -15,6 +15,8 @@ struct Step {
 struct Story {
     std::string name;
     std::vector<Step> steps;
+
+    friend void PrintTo(const Story& tested, std::ostream* out) { *out << tested.name; }
 };
 
 const std::string shown = "post org.tarnwick.mixer.isvisible";

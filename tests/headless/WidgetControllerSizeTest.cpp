@@ -18,6 +18,8 @@ struct WidthCase {
     std::string model;
     std::string parent;
     std::string width;
+
+    friend void PrintTo(const WidthCase& tested, std::ostream* out) { *out << tested.name; }
 };
 
 class WidgetControllerWidth : public HeadlessFixture,
