@@ -13,8 +13,6 @@
 
 namespace {
 
-constexpr const char* applicationId = "org.tarnwick.mixer";
-
 struct LoopEnd {
     void operator()(GMainLoop* loop) const { g_main_loop_unref(loop); }
 };
@@ -27,8 +25,9 @@ void complain(const std::string& what) {
 /// nullptr where there is no display to open.
 GdkDisplay* openDisplay() {
     g_set_prgname("tarnwick");
+    if (gdk_init_check(nullptr, nullptr) == FALSE) return nullptr;
     gdk_set_program_class(applicationId);
-    return gdk_init_check(nullptr, nullptr) != FALSE ? gdk_display_get_default() : nullptr;
+    return gdk_display_get_default();
 }
 
 /// Where the picture goes that nobody gave a name.

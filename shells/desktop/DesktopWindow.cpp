@@ -10,6 +10,7 @@
 namespace {
 
 constexpr const char* title = "Tarnwick";
+constexpr const char* instanceName = "tarnwick";
 
 PanelEdge edgeOn(GdkScreen* screen) {
     const bool seeThrough =
@@ -32,6 +33,8 @@ GdkRectangle workArea(GdkDisplay* display, GdkWindow* window) {
 GdkWindow* DesktopWindow::newWindow(GdkDisplay* display) {
     GdkScreen* screen = gdk_display_get_default_screen(display);
     std::string name = title;
+    std::string instance = instanceName;
+    std::string application = applicationId;
     GdkWindowAttr attributes = {};
     attributes.title = name.data();
     attributes.event_mask = GdkViewHost::eventMask | GDK_FOCUS_CHANGE_MASK;
@@ -41,7 +44,10 @@ GdkWindow* DesktopWindow::newWindow(GdkDisplay* display) {
     attributes.visual = gdk_screen_get_rgba_visual(screen);
     attributes.window_type = GDK_WINDOW_TOPLEVEL;
     attributes.type_hint = GDK_WINDOW_TYPE_HINT_DIALOG;
-    const int given = GDK_WA_TITLE | GDK_WA_TYPE_HINT | (attributes.visual ? GDK_WA_VISUAL : 0);
+    attributes.wmclass_name = instance.data();
+    attributes.wmclass_class = application.data();
+    const int given =
+        GDK_WA_TITLE | GDK_WA_TYPE_HINT | GDK_WA_WMCLASS | (attributes.visual ? GDK_WA_VISUAL : 0);
     GdkWindow* window = gdk_window_new(gdk_screen_get_root_window(screen), &attributes, given);
     gdk_window_set_decorations(window, static_cast<GdkWMDecoration>(0));
     return window;

@@ -8,6 +8,9 @@
 #include <functional>
 #include <memory>
 
+/// What window managers and the desktop's files know the program by.
+inline constexpr const char* applicationId = "org.tarnwick.mixer";
+
 /// A widget in a borderless window of its own. Showing the window presents the widget, closing it
 /// (Escape, or the window manager) dismisses it, and it can be shown again. Main thread.
 class DesktopWindow {
