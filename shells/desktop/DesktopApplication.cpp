@@ -10,6 +10,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 
 namespace {
 
@@ -28,6 +29,12 @@ GdkDisplay* openDisplay() {
     if (gdk_init_check(nullptr, nullptr) == FALSE) return nullptr;
     gdk_set_program_class(applicationId);
     return gdk_display_get_default();
+}
+
+/// The modules lie beside the bundle.
+std::string accessibilityModule() {
+    const std::filesystem::path bundle = shell::bundlePath(std::nullopt, shell::programDirectory());
+    return (bundle.parent_path() / "tarnwick-accessibility.so").string();
 }
 
 /// Where the picture goes that nobody gave a name.
@@ -65,7 +72,7 @@ bool DesktopApplication::createWidget() {
 int DesktopApplication::runWindow(GdkDisplay* display) {
     const MainLoop loop(g_main_loop_new(nullptr, FALSE));
     GdkEvents events;
-    DesktopWindow window(display, events, *widget_);
+    DesktopWindow window(display, events, *widget_, accessibilityModule());
     window.setCloseHandler([&loop] { g_main_loop_quit(loop.get()); });
     sound_->setChangeHandler([this] {
         widget_->dismiss();

@@ -53,7 +53,8 @@ GdkWindow* DesktopWindow::newWindow(GdkDisplay* display) {
     return window;
 }
 
-DesktopWindow::DesktopWindow(GdkDisplay* display, GdkEvents& events, HostedWidget& widget)
+DesktopWindow::DesktopWindow(GdkDisplay* display, GdkEvents& events, HostedWidget& widget,
+                             std::string accessibilityModule)
     : display_(display),
       screen_(gdk_display_get_default_screen(display)),
       events_(events),
@@ -61,7 +62,8 @@ DesktopWindow::DesktopWindow(GdkDisplay* display, GdkEvents& events, HostedWidge
       window_(newWindow(display)),
       content_(std::make_shared<UIWindow>()),
       panel_(std::make_shared<PanelView>()),
-      host_(std::make_unique<GdkViewHost>(content_, window_.get())) {
+      host_(std::make_unique<GdkViewHost>(content_, window_.get())),
+      accessibilityModule_(std::move(accessibilityModule)) {
     applyDesktopSettings(screen_);
     content_->addSubview(panel_);
     panel_->setMoveHandler([this] { beginMove(); });
@@ -77,6 +79,7 @@ DesktopWindow::DesktopWindow(GdkDisplay* display, GdkEvents& events, HostedWidge
 DesktopWindow::~DesktopWindow() {
     closeHandler_ = {};
     close();
+    if (idle_ != 0) g_source_remove(idle_);
     g_signal_handlers_disconnect_by_data(screen_, this);
     widget_.setSizeHandler({});
     events_.setOtherHandler({});
@@ -110,6 +113,11 @@ void DesktopWindow::handleEvent(const GdkEvent& event) {
         case GDK_KEY_PRESS:
             if (handleKey(event.key)) return;
             break;
+        case GDK_FOCUS_CHANGE:
+            activity_ =
+                event.focus_change.in != 0 ? WindowActivity::Active : WindowActivity::Inactive;
+            if (accessibility_) accessibility_->activityChanged(activity_);
+            break;
         case GDK_CONFIGURE:
             windowHasSize({static_cast<CGFloat>(event.configure.width),
                            static_cast<CGFloat>(event.configure.height)});
@@ -119,8 +127,31 @@ void DesktopWindow::handleEvent(const GdkEvent& event) {
     }
     host_->handleEvent(event);
     if (event.type == GDK_KEY_PRESS) showFocus();
-    if (event.type == GDK_EXPOSE && firstFrameHandler_)
-        std::exchange(firstFrameHandler_, nullptr)();
+    if (event.type == GDK_EXPOSE) firstFramePainted();
+}
+
+/// What can wait until the window is on the screen, waits.
+void DesktopWindow::firstFramePainted() {
+    if (accessibilityModule_.empty() || accessibility_ || idle_ != 0) return;
+    const auto watch = +[](gpointer window) -> gboolean {
+        static_cast<DesktopWindow*>(window)->watchForAccessibility();
+        return G_SOURCE_REMOVE;
+    };
+    idle_ = g_idle_add_full(G_PRIORITY_LOW, watch, this, nullptr);
+}
+
+void DesktopWindow::watchForAccessibility() {
+    idle_ = 0;
+    const auto origin = [window = window_.get()]() -> CGPoint {
+        int x = 0;
+        int y = 0;
+        gdk_window_get_origin(window, &x, &y);
+        return {static_cast<CGFloat>(x), static_cast<CGFloat>(y)};
+    };
+    accessibility_ = std::make_unique<AccessibilityLoader>(
+        accessibilityModule_, AccessibleWindow{content_, title, origin});
+    host_->setFrameHandler([this] { accessibility_->contentMayHaveChanged(); });
+    accessibility_->activityChanged(activity_);
 }
 
 void DesktopWindow::handleOtherEvent(const GdkEvent& event) {

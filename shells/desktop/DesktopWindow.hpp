@@ -1,5 +1,6 @@
 #pragma once
 
+#include "backends/gdk/AccessibilityLoader.hpp"
 #include "backends/gdk/GdkEvents.hpp"
 #include "backends/gdk/GdkViewHost.hpp"
 #include "shells/desktop/HostedWidget.hpp"
@@ -15,8 +16,10 @@ inline constexpr const char* applicationId = "org.tarnwick.mixer";
 /// (Escape, or the window manager) dismisses it, and it can be shown again. Main thread.
 class DesktopWindow {
  public:
-    /// All must outlive the window.
-    DesktopWindow(GdkDisplay* display, GdkEvents& events, HostedWidget& widget);
+    /// All three must outlive the window. `accessibilityModule` is the file that is loaded where
+    /// assistive technology is in use; empty for none.
+    DesktopWindow(GdkDisplay* display, GdkEvents& events, HostedWidget& widget,
+                  std::string accessibilityModule);
     ~DesktopWindow();
     DesktopWindow(const DesktopWindow&) = delete;
     DesktopWindow& operator=(const DesktopWindow&) = delete;
@@ -26,10 +29,6 @@ class DesktopWindow {
     bool isShown() const { return widget_.isPresented(); }
     /// Called after the window was closed, by whomever. It may destroy the window.
     void setCloseHandler(std::function<void()> handler) { closeHandler_ = std::move(handler); }
-    /// Called once, after the first frame was painted.
-    void setFirstFrameHandler(std::function<void()> handler) {
-        firstFrameHandler_ = std::move(handler);
-    }
 
     GdkViewHost& host() { return *host_; }
     const std::shared_ptr<UIWindow>& content() const { return content_; }
@@ -40,6 +39,8 @@ class DesktopWindow {
     };
 
     static GdkWindow* newWindow(GdkDisplay* display);
+    void firstFramePainted();
+    void watchForAccessibility();
     void handleEvent(const GdkEvent& event);
     void handleOtherEvent(const GdkEvent& event);
     bool handleKey(const GdkEventKey& event);
@@ -62,5 +63,8 @@ class DesktopWindow {
     PanelEdge edge_ = PanelEdge::Hard;
     CGSize size_;
     std::function<void()> closeHandler_;
-    std::function<void()> firstFrameHandler_;
+    WindowActivity activity_ = WindowActivity::Inactive;
+    std::string accessibilityModule_;
+    std::unique_ptr<AccessibilityLoader> accessibility_;
+    guint idle_ = 0;  ///< The source that waits to watch for accessibility.
 };
