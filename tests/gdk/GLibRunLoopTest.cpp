@@ -18,7 +18,7 @@ NSRunLoop& loop() {
 
 class GLibRunLoopTest : public testing::Test {
  protected:
-    /// Lets the context wait until it has something to do, at most as long as a hanging test.
+    /// Lets the context wait until it wakes; answers whether it then had something to do.
     bool turn() { return g_main_context_iteration(context.get(), TRUE) != FALSE; }
     bool hasSomethingToDo() { return g_main_context_pending(context.get()) != FALSE; }
 
@@ -77,7 +77,7 @@ TEST_F(GLibRunLoopTest, WakesForALaterCallAfterAnEarlierOne) {
     loop().performAfterDelay(0.002, [this] { calls.push_back(2); });
     loop().performAfterDelay(0, [this] { calls.push_back(1); });
     while (calls.size() < 2)
-        ASSERT_TRUE(turn());
+        turn();
     EXPECT_EQ(calls, (std::vector<int>{1, 2}));
 }
 
