@@ -35,6 +35,16 @@ std::uint64_t bigEndian(std::string_view bytes) {
     return number;
 }
 
+/// Whether a character of that many bytes is zero. The library takes its end for the text's end in
+/// one place and not in another, and gives up the program when the two differ in a key.
+bool hasZeroCharacter(std::string_view text, std::size_t characterBytes) {
+    while (!text.empty()) {
+        if (bigEndian(text.substr(0, characterBytes)) == 0) return true;
+        text.remove_prefix(characterBytes);
+    }
+    return false;
+}
+
 bool isSizeOfNumber(std::uint64_t bytes) {
     return bytes >= 1 && bytes <= 8;
 }
@@ -93,6 +103,14 @@ std::optional<BinaryObject> BinaryObjects::plain(std::uint64_t start,
     return BinaryObject{false, payloadBytes, 0, start};
 }
 
+std::optional<BinaryObject> BinaryObjects::text(std::uint64_t start, std::uint64_t characters,
+                                                std::uint64_t characterBytes) const {
+    const auto object = plain(start, characters * characterBytes);
+    if (!object) return std::nullopt;
+    const std::string_view bytes = objects_.substr(start, object->payloadBytes);
+    return hasZeroCharacter(bytes, characterBytes) ? std::nullopt : object;
+}
+
 std::optional<BinaryObject> BinaryObjects::sized(std::uint64_t markerOffset) const {
     const auto marker = static_cast<std::uint8_t>(objects_[markerOffset]);
     std::uint64_t size = marker & 0xF;
@@ -111,10 +129,11 @@ std::optional<BinaryObject> BinaryObjects::sized(std::uint64_t markerOffset) con
     const std::uint64_t references = marker >> 4 == Dictionary ? 2 * size : size;
     switch (marker >> 4) {
         case Data:
-        case AsciiText:
             return plain(start, size);
+        case AsciiText:
+            return text(start, size, 1);
         case Utf16Text:
-            return plain(start, 2 * size);
+            return text(start, size, 2);
         case Array:
         case Dictionary:
             if (!plain(start, references * referenceBytes_)) return std::nullopt;

@@ -22,8 +22,8 @@ class BinaryObjects {
     std::uint64_t count() const { return count_; }
     std::uint64_t root() const { return root_; }
 
-    /// nullopt when the object is of no known kind or does not lie whole between the header and
-    /// the table of offsets. `index` is below count().
+    /// nullopt when the object is of no known kind, does not lie whole between the header and the
+    /// table of offsets, or is a text with a zero character. `index` is below count().
     std::optional<BinaryObject> object(std::uint64_t index) const;
     /// The index behind the object's nth reference; nullopt when there is no such object.
     std::optional<std::uint64_t> reference(const BinaryObject& object, std::uint64_t number) const;
@@ -31,6 +31,8 @@ class BinaryObjects {
  private:
     BinaryObjects() = default;
     std::optional<BinaryObject> plain(std::uint64_t start, std::uint64_t payloadBytes) const;
+    std::optional<BinaryObject> text(std::uint64_t start, std::uint64_t characters,
+                                     std::uint64_t characterBytes) const;
     std::optional<BinaryObject> sized(std::uint64_t markerOffset) const;
 
     std::string_view objects_;  ///< From the header to the table of offsets.

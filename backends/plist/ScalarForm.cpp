@@ -67,6 +67,10 @@ PlistNode nodeOfScalar(unsigned char marker, const std::string& bytes) {
 }  // namespace
 
 PropertyValue integerOfNode(plist_t node) {
+    std::uint64_t plain = 0;
+    plist_get_uint_val(node, &plain);
+    // Below that there is nothing to tell apart, and the binary form takes its time.
+    if (std::in_range<std::int64_t>(plain)) return PropertyValue(static_cast<std::int64_t>(plain));
     const Scalar scalar = scalarOfNode(node);
     if ((scalar.marker & 0xF0) != integerMarker || scalar.high != 0) return {};
     const auto asSigned = static_cast<std::int64_t>(scalar.low);

@@ -155,6 +155,23 @@ TEST(HostileBinary, RefusesAKeyThatIsNoText) {
     EXPECT_FALSE(decoded(list.file()));
 }
 
+TEST(HostileBinary, RefusesATextWithAZeroCharacter) {
+    for (const std::string& text : {std::string("\x52"
+                                                "a\0",
+                                                3),
+                                    std::string("\x51\0", 2), std::string("\x61\0\0", 3),
+                                    std::string("\x62\x01\x00\x00\x00", 5)}) {
+        BinaryPlist list;
+        const auto key = list.addRaw(text);
+        EXPECT_FALSE(decoded(list.file()));
+        list.root = list.addDictionary({key}, {key});
+        EXPECT_FALSE(decoded(list.file()));
+    }
+    BinaryPlist list;
+    list.addRaw(std::string("\x62\x00\x01\x01\x00", 5));
+    EXPECT_EQ(*decoded(list.file()), PropertyValue("\x01\xC4\x80"));
+}
+
 TEST(HostileBinary, RefusesTheHeaderAlone) {
     EXPECT_FALSE(decoded("bplist00"));
     EXPECT_FALSE(decoded("bplist00" + std::string(31, '\0')));
