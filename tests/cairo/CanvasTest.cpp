@@ -1,0 +1,202 @@
+#include "tests/support/Paper.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+constexpr Pixel red{255, 0, 0, 255};
+constexpr Pixel clear{};
+constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+const CGRect strangeRects[] = {
+    {{0, 0}, {0, 10}},  {{0, 0}, {10, 0}},       {{5, 5}, {-3, 4}},
+    {{nan, 0}, {5, 5}}, {{0, nan}, {5, 5}},      {{0, 0}, {nan, 5}},
+    {{0, 0}, {5, nan}}, {{infinity, 0}, {5, 5}}, {{-infinity, 0}, {infinity, 5}},
+};
+
+TEST(CairoCanvas, FillsExactlyTheRectangle) {
+    Paper paper(10, 10);
+    paper.canvas().fill(CGRectMake(2, 3, 4, 5), UIColor::redColor());
+    EXPECT_EQ(paper.at(2, 3), red);
+    EXPECT_EQ(paper.at(5, 7), red);
+    EXPECT_EQ(paper.inked(), 20);
+}
+
+TEST(CairoCanvas, CountsInPointsOfItsScale) {
+    Paper paper(10, 10, 3);
+    EXPECT_EQ(paper.canvas().scale(), 3);
+    paper.canvas().fill(CGRectMake(1, 1, 1, 2), UIColor::redColor());
+    EXPECT_EQ(paper.inked(), 3 * 6);
+    EXPECT_EQ(paper.at(3, 3), red);
+}
+
+TEST(CairoCanvas, WorksOnASurfaceWithADeviceScale) {
+    const CairoSurface surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 20, 20));
+    cairo_surface_set_device_scale(surface.get(), 2, 2);
+    const CairoContext context(cairo_create(surface.get()));
+    CairoCanvas(context.get(), 2).clip(CGRectMake(0, 0, 1, 1));
+    CairoCanvas canvas(context.get(), 2);
+    canvas.clip(CGRectMake(0.6, 0, 1, 20));  // 1.2 to 3.2 pixels
+    canvas.fill(CGRectMake(0, 0, 10, 10), UIColor::redColor());
+    cairo_surface_flush(surface.get());
+    const unsigned char* row = cairo_image_surface_get_data(surface.get());
+    EXPECT_EQ(row[4 * 0 + 3], 0);
+    EXPECT_EQ(row[4 * 1 + 3], 255);
+    EXPECT_EQ(row[4 * 2 + 3], 255);
+    EXPECT_EQ(row[4 * 3 + 3], 0);
+}
+
+TEST(CairoCanvas, TakesColorsOutsideTheirRangeAsTheNearest) {
+    Paper paper(2, 1);
+    paper.canvas().fill(CGRectMake(0, 0, 1, 1), {7, -2, nan, 3});
+    EXPECT_EQ(paper.at(0, 0), red);
+    paper.canvas().fill(CGRectMake(1, 0, 1, 1), {1, 1, 1, nan});
+    EXPECT_EQ(paper.at(1, 0), clear);
+}
+
+TEST(CairoCanvas, PaintsNothingForStrangeRectanglesAndGoesOn) {
+    const CairoBitmap bitmap = bitmapOf(4, 4, [](int, int) { return 0xffffffffU; });
+    for (const CGRect& rect : strangeRects) {
+        Paper paper(10, 10);
+        Canvas& canvas = paper.canvas();
+        canvas.fill(rect, UIColor::redColor());
+        canvas.fillRounded(rect, 3, UIColor::redColor());
+        canvas.strokeRounded(rect, 3, 1, UIColor::redColor());
+        canvas.fillShadow(rect, 3, 2, UIColor::redColor());
+        canvas.drawBitmap(bitmap, CGRectMake(0, 0, 4, 4), rect, std::nullopt);
+        canvas.drawText("text", UIFont{}, UIColor::redColor(), rect, NSTextAlignment::Natural);
+        EXPECT_EQ(paper.inked(), 0);
+        canvas.fill(CGRectMake(0, 0, 1, 1), UIColor::redColor());
+        EXPECT_EQ(paper.inked(), 1);
+    }
+}
+
+TEST(CairoCanvas, FillsWhatIsVisibleOfAGiganticRectangle) {
+    for (const double size : {1e5, 1e9, 1e300, infinity}) {
+        Paper paper(4, 4);
+        paper.canvas().fill({{-10, -10}, {CGFloat(size), CGFloat(size)}}, UIColor::redColor());
+        EXPECT_EQ(paper.inked(), 16) << size;
+    }
+}
+
+TEST(CairoCanvas, ClipsToARectangleAndToTheOneBefore) {
+    Paper paper(10, 10);
+    paper.canvas().clip(CGRectMake(0, 0, 5, 5));
+    paper.canvas().clip(CGRectMake(3, 3, 5, 5));
+    paper.canvas().fill(CGRectMake(0, 0, 10, 10), UIColor::redColor());
+    EXPECT_EQ(paper.inked(), 4);
+    EXPECT_EQ(paper.at(3, 3), red);
+}
+
+TEST(CairoCanvas, ClipsEverythingAwayByAStrangeRectangle) {
+    for (const CGRect& rect : strangeRects) {
+        Paper paper(10, 10);
+        paper.canvas().clip(rect);
+        paper.canvas().fill(CGRectMake(0, 0, 10, 10), UIColor::redColor());
+        EXPECT_EQ(paper.inked(), 0);
+    }
+}
+
+TEST(CairoCanvas, MovesClipsToWholePixelsSoThatNeighboursHaveNoSeam) {
+    Paper paper(10, 1);
+    for (const CGRect& part : {CGRectMake(0, 0, 4.4, 1), CGRectMake(4.4, 0, 5.6, 1)}) {
+        paper.canvas().save();
+        paper.canvas().clip(part);
+        paper.canvas().fill(CGRectMake(0, 0, 10, 1), {1, 0, 0, 0.5});
+        paper.canvas().restore();
+    }
+    for (int x = 0; x < 10; ++x)
+        EXPECT_EQ(paper.alphaAt(x, 0), 128) << x;
+}
+
+TEST(CairoCanvas, RestoresOriginAndClip) {
+    Paper paper(10, 10);
+    paper.canvas().save();
+    paper.canvas().translate(5, 5);
+    paper.canvas().clip(CGRectMake(0, 0, 1, 1));
+    paper.canvas().restore();
+    paper.canvas().fill(CGRectMake(0, 0, 2, 2), UIColor::redColor());
+    EXPECT_EQ(paper.inked(), 4);
+    EXPECT_EQ(paper.at(0, 0), red);
+}
+
+TEST(CairoCanvas, IgnoresARestoreTooManyAndATranslationThatIsNoNumber) {
+    Paper paper(10, 10);
+    paper.canvas().restore();
+    paper.canvas().translate(nan, 0);
+    paper.canvas().translate(0, infinity);
+    paper.canvas().fill(CGRectMake(0, 0, 1, 1), UIColor::redColor());
+    EXPECT_EQ(paper.at(0, 0), red);
+}
+
+TEST(CairoCanvas, LeavesTheContextAsItWas) {
+    Paper paper(10, 10);
+    paper.canvas().save();
+    paper.canvas().translate(5, 5);
+    paper.canvas().clip(CGRectMake(0, 0, 1, 1));
+    paper.freshCanvas().fill(CGRectMake(0, 0, 2, 2), UIColor::redColor());
+    EXPECT_EQ(paper.inked(), 4);
+    EXPECT_EQ(cairo_status(paper.context()), CAIRO_STATUS_SUCCESS);
+}
+
+TEST(CairoCanvas, RoundsTheCornersOnly) {
+    Paper paper(20, 10);
+    paper.canvas().fillRounded(CGRectMake(0, 0, 20, 10), 4, UIColor::redColor());
+    for (const auto& [x, y] : {std::pair{0, 0}, {19, 0}, {0, 9}, {19, 9}}) {
+        EXPECT_EQ(paper.alphaAt(x, y), 0) << x << ' ' << y;
+    }
+    EXPECT_EQ(paper.alphaAt(5, 0), 255);
+    EXPECT_EQ(paper.alphaAt(0, 5), 255);
+}
+
+TEST(CairoCanvas, LimitsTheRadiusToHalfTheShorterSide) {
+    Paper large(20, 10);
+    large.canvas().fillRounded(CGRectMake(0, 0, 20, 10), 1000, UIColor::redColor());
+    Paper half(20, 10);
+    half.canvas().fillRounded(CGRectMake(0, 0, 20, 10), 5, UIColor::redColor());
+    for (int x = 0; x < 20; ++x) {
+        for (int y = 0; y < 10; ++y)
+            EXPECT_EQ(large.at(x, y), half.at(x, y)) << x << ' ' << y;
+    }
+    EXPECT_EQ(half.alphaAt(10, 0), 255);
+}
+
+TEST(CairoCanvas, TakesANegativeOrUndefinedRadiusAsNone) {
+    for (const double radius : {-3.0, nan, 0.0}) {
+        Paper paper(4, 4);
+        paper.canvas().fillRounded(CGRectMake(0, 0, 4, 4), CGFloat(radius), UIColor::redColor());
+        EXPECT_EQ(paper.at(0, 0), red) << radius;
+    }
+}
+
+TEST(CairoCanvas, StrokesAlongTheInside) {
+    Paper paper(12, 12);
+    paper.canvas().strokeRounded(CGRectMake(1, 1, 10, 10), 0, 2, UIColor::redColor());
+    EXPECT_EQ(paper.inked(), 100 - 36);
+    EXPECT_EQ(paper.at(1, 1), red);
+    EXPECT_EQ(paper.at(2, 5), red);
+    EXPECT_EQ(paper.at(3, 3), clear);
+    EXPECT_EQ(paper.at(0, 5), clear);
+}
+
+TEST(CairoCanvas, FillsARectangleThatIsTooSmallForItsStroke) {
+    Paper paper(6, 6);
+    paper.canvas().strokeRounded(CGRectMake(1, 1, 4, 4), 0, 2, UIColor::redColor());
+    EXPECT_EQ(paper.inked(), 16);
+    EXPECT_EQ(paper.at(3, 3), red);
+}
+
+TEST(CairoCanvas, StrokesNothingWithoutAWidth) {
+    for (const double width : {0.0, -1.0, nan}) {
+        Paper paper(6, 6);
+        paper.canvas().strokeRounded(CGRectMake(0, 0, 6, 6), 2, CGFloat(width),
+                                     UIColor::redColor());
+        EXPECT_EQ(paper.inked(), 0) << width;
+    }
+}
+
+}  // namespace
