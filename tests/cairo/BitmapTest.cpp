@@ -102,6 +102,10 @@ struct Multiplication {
     Pixel expected;
 };
 
+std::ostream& operator<<(std::ostream& stream, const Multiplication& test) {
+    return stream << std::hex << test.pixel << " to " << test.expected;
+}
+
 class CairoBitmapTint : public testing::TestWithParam<Multiplication> {};
 
 TEST_P(CairoBitmapTint, MultipliesEveryPixelByTheColor) {

@@ -14,6 +14,10 @@ struct Line {
     std::string expected;
 };
 
+std::ostream& operator<<(std::ostream& stream, const Line& line) {
+    return stream << line.expected;
+}
+
 class TextLine : public testing::TestWithParam<Line> {};
 
 TEST_P(TextLine, IsOneLineOfValidText) {

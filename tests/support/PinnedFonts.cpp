@@ -5,6 +5,8 @@
 
 #include <clocale>
 #include <cstdlib>
+#include <filesystem>
+#include <memory>
 
 namespace {
 
@@ -12,6 +14,7 @@ namespace {
 class PinnedFonts : public testing::Environment {
  public:
     void SetUp() override {
+        std::filesystem::create_directories(TARNWICK_GOLDEN_OUTPUT_DIR);  // The cache lies in it.
         ::setenv("FONTCONFIG_FILE", TARNWICK_FONTS_CONF, 1);
         ::setenv("XDG_CACHE_HOME", TARNWICK_GOLDEN_OUTPUT_DIR, 1);
         ::setenv("LC_ALL", "C.UTF-8", 1);
