@@ -66,9 +66,11 @@ struct Tint {
 void tintRow(const unsigned char* from, unsigned char* to, int pixels, const Tint& tint) {
     for (int x = 0; x < pixels; ++x) {
         std::uint32_t pixel;
-        std::memcpy(&pixel, from + 4 * x, sizeof pixel);
+        std::memcpy(&pixel, from, sizeof pixel);
         pixel = tint(pixel);
-        std::memcpy(to + 4 * x, &pixel, sizeof pixel);
+        std::memcpy(to, &pixel, sizeof pixel);
+        from += sizeof pixel;
+        to += sizeof pixel;
     }
 }
 

@@ -13,6 +13,8 @@ struct FileIdentity {
     std::int64_t bytes;
     std::int64_t modifiedSeconds;
     std::int64_t modifiedNanoseconds;
+    // The check takes the operator's generated comparison with 0 for a null pointer.
+    // NOLINTNEXTLINE(modernize-use-nullptr)
     auto operator<=>(const FileIdentity&) const = default;
 };
 
