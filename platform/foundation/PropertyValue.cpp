@@ -10,7 +10,7 @@
 namespace {
 
 /// Keeps the place of a key's first appearance and the value of its last.
-PropertyValue::Dictionary withoutRepeatedKeys(PropertyValue::Dictionary entries) {
+PropertyValue::Dictionary withoutRepeatedKeys(PropertyValue::Dictionary&& entries) {
     std::unordered_map<std::string, std::size_t> places;
     PropertyValue::Dictionary unique;
     unique.reserve(entries.size());
