@@ -64,6 +64,8 @@ bool DesktopApplication::createWidget() {
         complain(error);
         return false;
     }
+    // A machine that says nothing of itself, and has a desktop, has a larger screen.
+    if (machineModel().empty()) setMachineModel("iPad");
     widget_ =
         std::make_unique<HostedWidget>(std::move(controller), parentWidthForModel(machineModel()));
     return true;
