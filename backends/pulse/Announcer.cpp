@@ -1,0 +1,47 @@
+#include "backends/pulse/Announcer.hpp"
+
+#include "platform/celestial/AVSystemController.hpp"
+
+#include <utility>
+
+namespace pulse {
+
+Announcer::Announcer(Look look) : look_(std::move(look)) {
+    for (const std::string& category : knownCategories())
+        told_[category] = look_(category);
+}
+
+void Announcer::changed() {
+    if (!settling_.isRunning()) settling_.start(settlingSeconds, [this] { compare(); });
+}
+
+void Announcer::changedAtOnce() {
+    settling_.start(0, [this] { compare(); });
+}
+
+void Announcer::compare() {
+    bool mustReread = false;
+    for (auto& [category, before] : told_) {
+        const CategoryState now = look_(category);
+        const Consequence consequence = consequenceOf(before, now);
+        before = now;
+        if (consequence == Consequence::Volume)
+            toTell_.push_back([name = category, volume = *now.volume] {
+                postEffectiveVolumeDidChange(name, volume);
+            });
+        mustReread |= consequence == Consequence::Reread;
+    }
+    if (mustReread && reread_) toTell_.push_back(reread_);
+    if (!toTell_.empty()) telling_.start(0, [this] { tellNext(); });
+}
+
+// One in each turn, the next one prepared before: an observer may end the delivery by an
+// exception, and may destroy the announcer.
+void Announcer::tellNext() {
+    const std::function<void()> tell = std::move(toTell_.front());
+    toTell_.pop_front();
+    if (!toTell_.empty()) telling_.start(0, [this] { tellNext(); });
+    tell();
+}
+
+}  // namespace pulse

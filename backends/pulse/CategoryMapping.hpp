@@ -1,0 +1,36 @@
+#pragma once
+
+#include "backends/pulse/ServerMirror.hpp"
+#include "platform/foundation/NSString.hpp"
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace pulse {
+
+/// What a category's row shows.
+struct CategoryState {
+    std::optional<float> volume;  ///< 0 to 1; nullopt when it cannot be read.
+    NSString route;
+    bool operator==(const CategoryState&) const = default;
+};
+
+/// Every category of the volume service, whether or not a machine has what it stands for.
+const std::vector<std::string>& knownCategories();
+
+/// What the category's volume belongs to now; nullopt when that is not there.
+std::optional<VolumeObject> objectForCategory(const ServerMirror& mirror, const NSString& category);
+/// The output that the category plays on. A known category has one always; nil for any other.
+NSString routeForCategory(const ServerMirror& mirror, const NSString& category);
+
+/// What a row has to be told after its category went from one state to the other.
+enum class Consequence {
+    None,
+    Volume,  ///< The volume notification: it became readable, or its volume or route changed.
+    Reread,  ///< No notification says it: it can't be read any more, or its route alone changed.
+};
+Consequence consequenceOf(const CategoryState& before, const CategoryState& now);
+
+}  // namespace pulse

@@ -1,0 +1,46 @@
+#include "backends/pulse/Connection.hpp"
+
+#include <utility>
+
+namespace pulse {
+namespace {
+// A server that hangs accepts connections and then says nothing.
+constexpr double attemptDeadlineSeconds = 2.0;
+}  // namespace
+
+Connection::Connection(NSString server, Handlers handlers)
+    : server_(std::move(server)),
+      handlers_(std::move(handlers)),
+      loop_(pa_glib_mainloop_new(nullptr)) {
+    attempt();
+}
+
+PulseContext* Connection::context() {
+    return machine_.state() == ConnectionState::Ready ? context_.get() : nullptr;
+}
+
+void Connection::attempt() {
+    const std::uint64_t generation = machine_.attempt();
+    timer_.start(attemptDeadlineSeconds, [this, generation] { failed(generation); });
+    context_ = std::make_unique<PulseContext>(pa_glib_mainloop_get_api(loop_.get()), server_,
+                                              PulseContext::Handlers{
+                                                  [this, generation] { becameReady(generation); },
+                                                  [this, generation] { failed(generation); },
+                                                  handlers_.changed,
+                                              });
+}
+
+void Connection::becameReady(std::uint64_t generation) {
+    if (!machine_.becameReady(generation)) return;
+    timer_.cancel();
+    handlers_.ready(*context_);
+}
+
+void Connection::failed(std::uint64_t generation) {
+    if (!machine_.failed(generation)) return;
+    handlers_.lost();
+    context_.reset();
+    timer_.start(machine_.waitForRetry(), [this] { attempt(); });
+}
+
+}  // namespace pulse

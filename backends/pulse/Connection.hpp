@@ -1,0 +1,50 @@
+#pragma once
+
+#include "backends/pulse/ConnectionMachine.hpp"
+#include "backends/pulse/OneShotTimer.hpp"
+#include "backends/pulse/PulseContext.hpp"
+
+#include <pulse/glib-mainloop.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace pulse {
+
+/// Connects to the server and connects anew whenever that fails or ends, for as long as it lives.
+/// Runs on GLib's default main context and the main run loop.
+class Connection {
+ public:
+    struct Handlers {
+        std::function<void(PulseContext&)> ready;
+        /// An attempt or a connection failed; its context lives until this returns. From the main
+        /// run loop.
+        std::function<void()> lost;
+        std::function<void(Part)> changed;
+    };
+
+    /// Begins at once, without calling a handler from inside.
+    Connection(NSString server, Handlers handlers);
+
+    /// nullptr unless the server answers.
+    PulseContext* context();
+
+ private:
+    struct LoopDeleter {
+        void operator()(pa_glib_mainloop* loop) const { pa_glib_mainloop_free(loop); }
+    };
+
+    void attempt();
+    void becameReady(std::uint64_t generation);
+    void failed(std::uint64_t generation);
+
+    NSString server_;
+    Handlers handlers_;
+    ConnectionMachine machine_;
+    OneShotTimer timer_;  // While connecting its deadline, while retrying the wait.
+    std::unique_ptr<pa_glib_mainloop, LoopDeleter> loop_;
+    std::unique_ptr<PulseContext> context_;
+};
+
+}  // namespace pulse

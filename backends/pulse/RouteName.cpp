@@ -1,0 +1,63 @@
+#include "backends/pulse/RouteName.hpp"
+
+#include <algorithm>
+#include <string_view>
+
+namespace pulse {
+namespace {
+
+const char* nameOfBluetooth(std::string profile) {
+    std::replace(profile.begin(), profile.end(), '_', '-');
+    const bool calls = profile.starts_with("headset") || profile.starts_with("handsfree");
+    return calls ? "HeadsetBT" : "HeadphonesBT";
+}
+
+// nullptr for the types that leave open what is plugged in.
+const char* nameOfPortType(pa_device_port_type_t type) {
+    switch (type) {
+        case PA_DEVICE_PORT_TYPE_SPEAKER:
+            return "Speaker";
+        case PA_DEVICE_PORT_TYPE_HEADPHONES:
+            return "Headphones";
+        case PA_DEVICE_PORT_TYPE_HEADSET:
+        case PA_DEVICE_PORT_TYPE_HANDSFREE:
+            return "Headset";
+        case PA_DEVICE_PORT_TYPE_HDMI:
+        case PA_DEVICE_PORT_TYPE_TV:
+            return "HDMI";
+        case PA_DEVICE_PORT_TYPE_LINE:
+        case PA_DEVICE_PORT_TYPE_AUX:
+            return "Line Out";
+        case PA_DEVICE_PORT_TYPE_EARPIECE:
+        case PA_DEVICE_PORT_TYPE_HANDSET:
+            return "Earpiece";
+        case PA_DEVICE_PORT_TYPE_USB:
+            return "USB Audio";
+        case PA_DEVICE_PORT_TYPE_SPDIF:
+            return "Digital Out";
+        case PA_DEVICE_PORT_TYPE_NETWORK:
+            return "Network";
+        default:
+            return nullptr;
+    }
+}
+
+const char* nameOfFormFactor(std::string_view formFactor) {
+    if (formFactor == "internal" || formFactor == "speaker") return "Speaker";
+    if (formFactor == "headphone") return "Headphones";
+    if (formFactor == "headset" || formFactor == "hands-free") return "Headset";
+    if (formFactor == "handset") return "Earpiece";
+    if (formFactor == "tv") return "HDMI";
+    return nullptr;
+}
+
+}  // namespace
+
+std::string routeOfSink(const Sink& sink) {
+    if (sink.bus == "bluetooth") return nameOfBluetooth(sink.bluetoothProfile);
+    if (const char* name = nameOfPortType(sink.portType)) return name;
+    if (const char* name = nameOfFormFactor(sink.formFactor)) return name;
+    return sink.bus == "usb" ? "USB Audio" : "Speaker";
+}
+
+}  // namespace pulse

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "backends/pulse/ServerMirror.hpp"
+
+#include <string>
+
+namespace pulse {
+
+/// The name that captions show for an output. The built-in speaker's begins with "Speaker", on
+/// which the binding of ringer and media hangs; a device that says nothing of itself counts as it.
+std::string routeOfSink(const Sink& sink);
+
+}  // namespace pulse

@@ -1,0 +1,21 @@
+#include "backends/pulse/VolumeScale.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+namespace pulse {
+
+pa_volume_t rawFromFraction(float fraction) {
+    const double kept = fraction > 0 ? std::min(static_cast<double>(fraction), 1.0) : 0.0;
+    return static_cast<pa_volume_t>(std::lround(kept * PA_VOLUME_NORM));
+}
+
+float fractionFromRaw(pa_volume_t raw) {
+    return static_cast<float>(std::min(raw, PA_VOLUME_NORM)) / static_cast<float>(PA_VOLUME_NORM);
+}
+
+float effectiveFraction(const pa_cvolume& volume, Mute mute) {
+    return mute == Mute::On ? 0.0F : fractionFromRaw(pa_cvolume_max(&volume));
+}
+
+}  // namespace pulse

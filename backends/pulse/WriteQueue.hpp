@@ -1,0 +1,51 @@
+#pragma once
+
+#include "backends/pulse/ServerMirror.hpp"
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+
+namespace pulse {
+
+/// Volumes on their way to the server: one in flight for each object, and behind it only the
+/// newest. An object stays pending until the server has been asked again after its last write, so
+/// that no echo of an earlier one is taken for the truth.
+class WriteQueue {
+ public:
+    /// Sends the fraction; the answer is acknowledged() with the ticket, later.
+    using Send = std::function<void(const VolumeObject&, float fraction, std::uint64_t ticket)>;
+    /// Reads the object anew; the answer is confirmed() with the ticket, later.
+    using Confirm = std::function<void(const VolumeObject&, std::uint64_t ticket)>;
+
+    WriteQueue(Send send, Confirm confirm) : send_(std::move(send)), confirm_(std::move(confirm)) {}
+
+    void set(const VolumeObject& object, float fraction);
+    /// The volume that the object will have once its writes are through.
+    std::optional<float> pending(const VolumeObject& object) const;
+
+    /// Answers to tickets that are not awaited any more are ignored.
+    void acknowledged(const VolumeObject& object, std::uint64_t ticket);
+    void confirmed(const VolumeObject& object, std::uint64_t ticket);
+
+    /// Forgets everything, for a connection that is gone.
+    void clear() { entries_.clear(); }
+
+ private:
+    enum class Stage { Sent, SentAndOvertaken, Confirming };
+    struct Entry {
+        float wanted = 0;
+        Stage stage = Stage::Sent;
+        std::uint64_t ticket = 0;
+    };
+
+    void send(const VolumeObject& object, Entry& entry);
+
+    Send send_;
+    Confirm confirm_;
+    std::map<VolumeObject, Entry> entries_;
+    std::uint64_t lastTicket_ = 0;
+};
+
+}  // namespace pulse
