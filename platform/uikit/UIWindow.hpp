@@ -22,7 +22,9 @@ class UIWindow : public UIView {
     /// Cancels every touch under way, as when the window loses the pointer.
     void cancelTouches();
     /// The wheel over a point (window coordinates): to the view under it, then its superviews.
-    /// Answers whether one took it.
+    /// Answers whether one took it. Steps that follow soon and at the same place go to the one that
+    /// took the first, whatever comes to lie there meanwhile: scrolling a list does not end on a
+    /// slider.
     bool sendScroll(const CGPoint& point, double steps);
     /// Tab and Shift-Tab move the focus in document order, round the ends; other keys go to the
     /// focused view. Answers whether the key was used.
@@ -48,6 +50,11 @@ class UIWindow : public UIView {
  private:
     friend class UIView;
     enum class Direction { Forward, Backward };
+    struct Scroll {
+        std::weak_ptr<UIView> taker;
+        CGPoint point;
+        double time = 0;
+    };
 
     void addDamage(const CGRect& rect);
     void mergeIntoNearest(CGRect rect);
@@ -63,6 +70,7 @@ class UIWindow : public UIView {
     void deliver(UITouchPhase phase, const std::shared_ptr<UITouch>& touch);
 
     std::map<int, std::shared_ptr<UITouch>> touches_;
+    Scroll lastScroll_;
     std::weak_ptr<UIView> focused_;
     bool focusVisible_ = false;
     bool viewsChangedSincePaint_ = false;

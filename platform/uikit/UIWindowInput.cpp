@@ -5,6 +5,10 @@
 #include <cmath>
 #include <utility>
 
+namespace {
+constexpr double scrollPauseSeconds = 0.5;
+}
+
 void UIWindow::sendTouch(UITouchPhase phase, const CGPoint& point, int identifier) {
     const auto self = strong(this);
     if (phase == UITouchPhase::Began) return beginTouch(point, identifier);
@@ -75,8 +79,15 @@ void UIWindow::forget(const UIView& subtree) {
 bool UIWindow::sendScroll(const CGPoint& point, double steps) {
     const auto self = strong(this);
     if (!std::isfinite(steps) || steps == 0) return false;
-    for (auto view = hitTest(point, nullptr); view; view = view->superview())
-        if (view->scrolled(convertPointToView(point, view.get()), steps)) return true;
+    const double now = NSRunLoop::mainRunLoop().currentTime();
+    const auto former = lastScroll_.taker.lock();
+    const bool goesOn = former && former->window() == self && lastScroll_.point == point &&
+                        now - lastScroll_.time < scrollPauseSeconds;
+    for (auto view = goesOn ? former : hitTest(point, nullptr); view; view = view->superview()) {
+        if (!view->scrolled(convertPointToView(point, view.get()), steps)) continue;
+        lastScroll_ = {view, point, now};
+        return true;
+    }
     return false;
 }
 
