@@ -1,0 +1,52 @@
+#pragma once
+
+#include "backends/glib/GLibRunLoop.hpp"
+#include "platform/celestial/SimulatedAudioDevice.hpp"
+#include "platform/uikit/UISlider.hpp"
+#include "shells/desktop/DesktopWindow.hpp"
+#include "tests/desktop/XServer.hpp"
+#include "tests/support/MixerFiles.hpp"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <optional>
+
+namespace test {
+
+/// The real window on a real X server, with a simulated device that the test holds, and somebody
+/// to use it.
+class DesktopFixture : public testing::Test {
+ protected:
+    DesktopFixture();
+    ~DesktopFixture() override;
+
+    /// Opens the window and waits until it has been painted.
+    void open(const std::string& accessibilityModule = {});
+    /// Runs the main loop until the condition holds; false when it does not within ten seconds.
+    static bool waitUntil(const std::function<bool()>& condition);
+    /// Runs the main loop until nothing waits in it, nor on the way from the X server, and what
+    /// came of it is painted.
+    void settle();
+    void waitForFrame();
+
+    /// Document order; nullptr when there are fewer.
+    std::shared_ptr<UISlider> slider(std::size_t row) const;
+    /// Where a view's point is on the screen, in pixels.
+    CGPoint onScreen(const UIView& view, const CGPoint& point) const;
+    CGPoint thumbOnScreen(std::size_t row) const;
+    CGPoint windowOrigin() const;
+    CGSize windowSize() const;
+    double volume(const char* category) const;
+    void expectVolume(const char* category, double expected);
+
+    MixerFiles files;
+    GLibRunLoop runLoop;
+    std::optional<XUser> user;
+    std::shared_ptr<SimulatedAudioDevice> device = std::make_shared<SimulatedAudioDevice>();
+    std::unique_ptr<GdkEvents> events;
+    std::unique_ptr<HostedWidget> widget;
+    std::unique_ptr<DesktopWindow> window;
+};
+
+}  // namespace test

@@ -1,0 +1,198 @@
+#include "platform/foundation/NSNotificationCenter.hpp"
+#include "tests/desktop/DesktopFixture.hpp"
+
+#include <X11/keysym.h>
+#include <gdk/gdkx.h>
+
+#include <cmath>
+
+namespace test {
+namespace {
+
+constexpr std::uint32_t thumbIsAtLeast = 0xE0;  // The thumb is nearly white.
+
+class DesktopWindowTest : public DesktopFixture {
+ protected:
+    bool thumbIsSeenAt(const CGPoint& point) {
+        gdk_display_sync(gdk_display_get_default());
+        const std::uint32_t pixel = user->pixelAt(point.x, point.y + 4);
+        return (pixel & 0xFF) >= thumbIsAtLeast && ((pixel >> 8) & 0xFF) >= thumbIsAtLeast;
+    }
+    void pointAt(const CGPoint& point) { user->moveTo(point.x, point.y); }
+};
+
+TEST_F(DesktopWindowTest, DragOfAThumbSetsTheDevicesVolume) {
+    open();
+    const auto ringtone = slider(0);
+    ASSERT_TRUE(ringtone);
+    const CGPoint start = thumbOnScreen(0);
+    pointAt(start);
+    user->press();
+    user->moveTo(start.x + 100, start.y);
+    ASSERT_TRUE(waitUntil([&] { return ringtone->isHighlighted() && ringtone->value() > 60; }));
+    const double dragged = volume("Ringtone");
+    EXPECT_NEAR(dragged, double{ringtone->value()} / 100, 0.0001);
+    user->release();
+    EXPECT_TRUE(waitUntil([&] { return !ringtone->isHighlighted(); }));
+    EXPECT_NEAR(volume("Ringtone"), dragged, 0.0001);
+    EXPECT_NEAR(volume("Audio/Video"), 0.5, 0.0001);
+    EXPECT_TRUE(thumbIsSeenAt(thumbOnScreen(0)));
+}
+
+TEST_F(DesktopWindowTest, PressOnTheTrackBringsTheThumbThere) {
+    open();
+    const CGRect track = slider(1)->trackRect();
+    pointAt(onScreen(*slider(1), {CGRectGetMaxX(track) - 1, CGRectGetMidY(track)}));
+    user->click();
+    expectVolume("Audio/Video", 1);
+}
+
+TEST_F(DesktopWindowTest, ChangeElsewhereMovesTheThumbOnTheScreen) {
+    open();
+    const CGPoint before = thumbOnScreen(0);
+    ASSERT_TRUE(thumbIsSeenAt(before));
+    device->changeVolume("Ringtone", 0.9F);
+    ASSERT_TRUE(waitUntil([this] { return std::abs(slider(0)->value() - 90) < 0.01F; }));
+    settle();
+    EXPECT_TRUE(thumbIsSeenAt(thumbOnScreen(0)));
+    EXPECT_FALSE(thumbIsSeenAt(before));
+}
+
+TEST_F(DesktopWindowTest, WheelMovesByOnePercentAStepAndByTenWithShift) {
+    open();
+    pointAt(thumbOnScreen(0));
+    user->scrollUp();
+    expectVolume("Ringtone", 0.51);
+    user->scrollDown();
+    user->scrollDown();
+    expectVolume("Ringtone", 0.49);
+    user->pressKey(XK_Shift_L);
+    user->scrollUp();
+    user->releaseKey(XK_Shift_L);
+    expectVolume("Ringtone", 0.59);
+}
+
+TEST_F(DesktopWindowTest, KeysMoveTheFocusedSlider) {
+    open();
+    pointAt({windowOrigin().x + 5, windowOrigin().y + 100});
+    user->typeKey(XK_Tab);
+    user->typeKey(XK_Tab);
+    ASSERT_TRUE(waitUntil([this] { return slider(1)->isFocused(); }));
+    user->typeKey(XK_Right);
+    expectVolume("Audio/Video", 0.51);
+    user->typeKey(XK_Page_Down);
+    expectVolume("Audio/Video", 0.41);
+    user->typeKey(XK_End);
+    expectVolume("Audio/Video", 1);
+    user->typeKey(XK_Home);
+    expectVolume("Audio/Video", 0);
+    user->pressKey(XK_Shift_L);
+    user->typeKey(XK_Tab);
+    user->releaseKey(XK_Shift_L);
+    EXPECT_TRUE(waitUntil([this] { return slider(0)->isFocused(); }));
+    EXPECT_NEAR(volume("Ringtone"), 0.5, 0.0001);
+}
+
+TEST_F(DesktopWindowTest, EscapeClosesAndDismisses) {
+    open();
+    bool told = false;
+    window->setCloseHandler([&told] { told = true; });
+    pointAt({windowOrigin().x + 5, windowOrigin().y + 100});
+    user->typeKey(XK_Escape);
+    EXPECT_TRUE(waitUntil([&told] { return told; }));
+    EXPECT_FALSE(window->isShown());
+    EXPECT_FALSE(gdk_window_is_visible(window->host().window()));
+    EXPECT_EQ(slider(0), nullptr);
+}
+
+TEST_F(DesktopWindowTest, WindowManagerClosesAndDismisses) {
+    open();
+    user->closeWindow(gdk_x11_window_get_xid(window->host().window()));
+    EXPECT_TRUE(waitUntil([this] { return !window->isShown(); }));
+}
+
+TEST_F(DesktopWindowTest, MayBeDestroyedByItsCloseHandler) {
+    open();
+    window->setCloseHandler([this] { window.reset(); });
+    user->closeWindow(gdk_x11_window_get_xid(window->host().window()));
+    EXPECT_TRUE(waitUntil([this] { return !window; }));
+    EXPECT_FALSE(widget->isPresented());
+}
+
+TEST_F(DesktopWindowTest, ReopeningPresentsAndReadsTheFilesAgain) {
+    open();
+    EXPECT_EQ(windowSize(), (CGSize{560, 270}));
+    window->close();
+    files.writeShownCategories(3);
+    window->show();
+    EXPECT_TRUE(waitUntil([this] { return windowSize() == CGSize{560, 170}; }));
+    settle();
+    EXPECT_TRUE(widget->isPresented());
+    ASSERT_TRUE(slider(2));
+    EXPECT_EQ(slider(3), nullptr);
+    EXPECT_TRUE(thumbIsSeenAt(thumbOnScreen(2)));
+}
+
+TEST_F(DesktopWindowTest, DragOfAnEmptyPartMovesTheWindow) {
+    open();
+    const CGPoint origin = windowOrigin();
+    user->moveTo(origin.x + 300, origin.y + 8);
+    user->press();
+    user->moveTo(origin.x + 310, origin.y + 18);
+    settle();
+    user->moveTo(origin.x + 360, origin.y + 58);
+    EXPECT_TRUE(waitUntil([&] {
+        return windowOrigin() == CGPoint{origin.x + 60, origin.y + 50};
+    })) << windowOrigin().x
+        << "," << windowOrigin().y;
+    user->release();
+    settle();
+    EXPECT_NEAR(volume("Ringtone"), 0.5, 0.0001);
+}
+
+TEST_F(DesktopWindowTest, ClickOnAnEmptyPartDoesNothing) {
+    open();
+    const CGPoint origin = windowOrigin();
+    user->moveTo(origin.x + 300, origin.y + 8);
+    user->press();
+    user->moveTo(origin.x + 302, origin.y + 9);
+    user->release();
+    settle();
+    EXPECT_EQ(windowOrigin(), origin);
+    EXPECT_TRUE(window->isShown());
+}
+
+TEST_F(DesktopWindowTest, NothingWakesItWhenNothingHappens) {
+    open();
+    settle();
+    bool over = false;
+    const auto end = +[](gpointer flag) -> gboolean {
+        *static_cast<bool*>(flag) = true;
+        return G_SOURCE_REMOVE;
+    };
+    constexpr guint watchedTime = 300;  // milliseconds
+    g_timeout_add(watchedTime, end, &over);
+    int wakings = 0;
+    while (!over) {
+        g_main_context_iteration(nullptr, TRUE);
+        ++wakings;
+    }
+    EXPECT_EQ(wakings, 1) << "besides the test's own timer";
+}
+
+TEST_F(DesktopWindowTest, IsCrispWhereAPointIsTwoPixels) {
+    gdk_x11_display_set_window_scale(gdk_display_get_default(), 2);
+    open();
+    EXPECT_EQ(windowSize(), (CGSize{560, 270}));
+    // The panel's border is a hairline: one pixel, not two.
+    settle();
+    const std::uint32_t border = user->pixelAt(600, 0);
+    const std::uint32_t inside = user->pixelAt(600, 1);
+    EXPECT_GT(border & 0xFF, (inside & 0xFF) + 8);
+    EXPECT_EQ(inside, user->pixelAt(600, 4));
+    EXPECT_TRUE(thumbIsSeenAt(thumbOnScreen(4)));
+    gdk_x11_display_set_window_scale(gdk_display_get_default(), 1);
+}
+
+}  // namespace
+}  // namespace test

@@ -1,0 +1,49 @@
+#include "tests/desktop/Program.hpp"
+
+#include <gio/gio.h>
+
+#include <memory>
+
+namespace test {
+namespace {
+
+struct Unref {
+    void operator()(gpointer object) const { g_object_unref(object); }
+};
+
+std::string taken(char* text) {
+    std::string result = text ? text : "";
+    g_free(text);
+    return result;
+}
+
+}  // namespace
+
+Ended runProgram(const std::vector<std::string>& arguments,
+                 const std::map<std::string, std::string>& environment) {
+    std::unique_ptr<GSubprocessLauncher, Unref> launcher(
+        g_subprocess_launcher_new(static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDOUT_PIPE |
+                                                                G_SUBPROCESS_FLAGS_STDERR_PIPE)));
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "DBUS_SESSION_BUS_ADDRESS"})
+        g_subprocess_launcher_unsetenv(launcher.get(), name);
+    g_subprocess_launcher_setenv(launcher.get(), "PULSE_SERVER", "unix:/nowhere", TRUE);
+    for (const auto& [name, value] : environment)
+        g_subprocess_launcher_setenv(launcher.get(), name.c_str(), value.c_str(), TRUE);
+
+    std::vector<const char*> words = {TARNWICK_PROGRAM};
+    for (const std::string& argument : arguments)
+        words.push_back(argument.c_str());
+    words.push_back(nullptr);
+    const std::unique_ptr<GSubprocess, Unref> process(
+        g_subprocess_launcher_spawnv(launcher.get(), words.data(), nullptr));
+    if (!process) return {};
+
+    char* output = nullptr;
+    char* complaints = nullptr;
+    g_subprocess_communicate_utf8(process.get(), nullptr, nullptr, &output, &complaints, nullptr);
+    const bool exited = g_subprocess_get_if_exited(process.get()) != FALSE;
+    return {exited ? g_subprocess_get_exit_status(process.get()) : -1, taken(output),
+            taken(complaints)};
+}
+
+}  // namespace test

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace test {
+
+/// What a program that has ended left behind.
+struct Ended {
+    int status = -1;  ///< -1 when a signal ended it.
+    std::string output;
+    std::string complaints;
+};
+
+/// Runs the desktop program to its end, without a display, a session bus or a sound server of the
+/// machine, and with the environment's other entries changed as told.
+Ended runProgram(const std::vector<std::string>& arguments,
+                 const std::map<std::string, std::string>& environment = {});
+
+}  // namespace test

@@ -1,0 +1,135 @@
+#include "tests/desktop/Program.hpp"
+#include "tests/support/MixerFiles.hpp"
+
+#include <cairo.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace test {
+namespace {
+
+using testing::Test;
+
+/// Width and height; 0 for what is no picture.
+std::pair<int, int> pictureSize(const std::filesystem::path& file) {
+    cairo_surface_t* picture = cairo_image_surface_create_from_png(file.c_str());
+    const std::pair size = {cairo_image_surface_get_width(picture),
+                            cairo_image_surface_get_height(picture)};
+    cairo_surface_destroy(picture);
+    return size;
+}
+
+bool contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+class ProgramTest : public Test {
+ protected:
+    Ended run(std::vector<std::string> arguments) {
+        for (const char* word : {"--preferences", files.folder().c_str(), "--model", "iPad4,1"})
+            arguments.emplace_back(word);
+        return runProgram(arguments, {{"XDG_CACHE_HOME", cache.string()}});
+    }
+
+    MixerFiles files;
+    std::filesystem::path cache = files.folder() / "cache";
+    std::filesystem::path picture = files.folder() / "picture.png";
+};
+
+TEST_F(ProgramTest, HelpNamesEveryOption) {
+    const Ended ended = runProgram({"--help"});
+    EXPECT_EQ(ended.status, 0);
+    for (const char* option :
+         {"--simulate", "--preferences", "--model", "--paint", "--help", "--version"})
+        EXPECT_TRUE(contains(ended.output, option)) << option;
+    EXPECT_EQ(ended.complaints, "");
+}
+
+TEST_F(ProgramTest, VersionIsTheProjects) {
+    const Ended ended = runProgram({"--version"});
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_EQ(ended.output, "tarnwick " TARNWICK_VERSION "\n");
+}
+
+TEST_F(ProgramTest, UnknownOptionIsRefused) {
+    const Ended ended = runProgram({"--simulated"});
+    EXPECT_EQ(ended.status, 2);
+    EXPECT_TRUE(contains(ended.complaints, "--simulated"));
+    EXPECT_EQ(ended.output, "");
+}
+
+TEST_F(ProgramTest, OptionWithoutItsValueIsRefused) {
+    EXPECT_EQ(runProgram({"--paint"}).status, 2);
+    EXPECT_EQ(runProgram({"--paint="}).status, 2);
+}
+
+TEST_F(ProgramTest, PaintsAPictureWithoutADisplay) {
+    const Ended ended = run({"--simulate", "--paint", picture.string()});
+    EXPECT_EQ(ended.status, 0) << ended.complaints;
+    const auto [width, height] = pictureSize(picture);
+    EXPECT_GE(width, 2 * 560);
+    EXPECT_LE(width, 2 * 660);
+    EXPECT_GE(height, 2 * 270);
+    EXPECT_LE(height, 2 * 350);
+}
+
+TEST_F(ProgramTest, PicturesHeightFollowsTheNumberOfRows) {
+    run({"--simulate", "--paint", picture.string()});
+    const int five = pictureSize(picture).second;
+    files.writeShownCategories(40);
+    run({"--simulate", "--paint", picture.string()});
+    EXPECT_EQ(pictureSize(picture).second - five, 2 * 35 * 50);
+}
+
+TEST_F(ProgramTest, PictureThatCannotBeWrittenIsAFailure) {
+    const Ended ended = run({"--simulate", "--paint", "/nowhere/picture.png"});
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_TRUE(contains(ended.complaints, "/nowhere/picture.png"));
+}
+
+TEST_F(ProgramTest, WithoutADisplayItPrintsTheRowsAndSaysWhereThePictureIs) {
+    const Ended ended = run({"--simulate"});
+    EXPECT_EQ(ended.status, 0) << ended.complaints;
+    EXPECT_TRUE(contains(ended.complaints, "display"));
+    EXPECT_TRUE(contains(ended.output, "Ringtone: 50%")) << ended.output;
+    EXPECT_TRUE(contains(ended.output, " 50 %")) << ended.output;
+    const std::filesystem::path written = cache / "tarnwick" / "widget.png";
+    EXPECT_TRUE(contains(ended.output, written.string())) << ended.output;
+    EXPECT_GT(pictureSize(written).first, 0);
+}
+
+TEST_F(ProgramTest, WithoutADisplayACaptionOfAnyBytesIsOneLine) {
+    files.writeCategories({{"Ringtone", "two\nlines \xE2\x80\xAE \xD8\xB1\xD9\x86"}});
+    const Ended ended = run({"--simulate"});
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_TRUE(contains(ended.output, "two lines")) << ended.output;
+}
+
+TEST_F(ProgramTest, MissingBundleIsAClearFailure) {
+    const Ended ended = run({"--simulate", "--bundle", "/nowhere/Tarnwick.bundle"});
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_TRUE(contains(ended.complaints, "/nowhere/Tarnwick.bundle")) << ended.complaints;
+    EXPECT_EQ(ended.output, "");
+}
+
+TEST_F(ProgramTest, BrokenBundleIsAClearFailure) {
+    const std::filesystem::path bundle = files.folder() / "Broken.bundle";
+    std::filesystem::create_directory(bundle);
+    MixerFiles::write(bundle / "Info.plist", "no property list");
+    const Ended ended = run({"--simulate", "--bundle", bundle.string()});
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_TRUE(contains(ended.complaints, "Broken.bundle")) << ended.complaints;
+}
+
+TEST_F(ProgramTest, BundleWhoseModuleIsNoModuleIsAClearFailure) {
+    const std::filesystem::path bundle = files.folder() / "Broken.bundle";
+    std::filesystem::copy(TARNWICK_BUNDLE_DIR, bundle, std::filesystem::copy_options::recursive);
+    MixerFiles::write(bundle / "Tarnwick", "no module");
+    const Ended ended = run({"--simulate", "--bundle", bundle.string()});
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_TRUE(contains(ended.complaints, "Broken.bundle")) << ended.complaints;
+}
+
+}  // namespace
+}  // namespace test

@@ -1,0 +1,118 @@
+#include "tests/desktop/XServer.hpp"
+
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+#include <X11/extensions/XTest.h>
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <stdexcept>
+
+namespace test {
+namespace {
+
+/// -noreset: a real desktop's server does not forget everything with its last client.
+[[noreturn]] void becomeServer(int answer) {
+    prctl(PR_SET_PDEATHSIG, SIGTERM);
+    dup2(open("/dev/null", O_RDWR), STDERR_FILENO);
+    const std::string descriptor = std::to_string(answer);
+    execlp("Xvfb", "Xvfb", "-noreset", "-nolisten", "tcp", "-displayfd", descriptor.c_str(),
+           "-screen", "0", "1280x900x24", static_cast<char*>(nullptr));
+    _exit(127);
+}
+
+std::string readLine(int descriptor) {
+    std::string line;
+    for (char character = 0; read(descriptor, &character, 1) == 1 && character != '\n';)
+        line += character;
+    return line;
+}
+
+}  // namespace
+
+XServer::XServer() {
+    int answer[2];
+    if (pipe(answer) != 0) return;
+    process_ = fork();
+    if (process_ == 0) becomeServer(answer[1]);
+    close(answer[1]);
+    // It answers once it takes connections; its end of the pipe closes when it cannot.
+    const std::string number = readLine(answer[0]);
+    close(answer[0]);
+    if (!number.empty()) displayName_ = ":" + number;
+}
+
+XServer::~XServer() {
+    if (process_ <= 0) return;
+    kill(process_, SIGTERM);
+    waitpid(process_, nullptr, 0);
+}
+
+void XUser::Close::operator()(Display* display) const {
+    XCloseDisplay(display);
+}
+
+XUser::XUser(const std::string& displayName) : display_(XOpenDisplay(displayName.c_str())) {
+    if (!display_) throw std::runtime_error("no X server at '" + displayName + "'");
+}
+
+void XUser::moveTo(double x, double y) {
+    XTestFakeMotionEvent(display_.get(), -1, static_cast<int>(x), static_cast<int>(y), CurrentTime);
+    XSync(display_.get(), False);
+}
+
+void XUser::press(unsigned button) {
+    XTestFakeButtonEvent(display_.get(), button, True, CurrentTime);
+    XSync(display_.get(), False);
+}
+
+void XUser::release(unsigned button) {
+    XTestFakeButtonEvent(display_.get(), button, False, CurrentTime);
+    XSync(display_.get(), False);
+}
+
+void XUser::click(unsigned button) {
+    press(button);
+    release(button);
+}
+
+void XUser::pressKey(unsigned long key) {
+    XTestFakeKeyEvent(display_.get(), XKeysymToKeycode(display_.get(), key), True, CurrentTime);
+    XSync(display_.get(), False);
+}
+
+void XUser::releaseKey(unsigned long key) {
+    XTestFakeKeyEvent(display_.get(), XKeysymToKeycode(display_.get(), key), False, CurrentTime);
+    XSync(display_.get(), False);
+}
+
+void XUser::typeKey(unsigned long key) {
+    pressKey(key);
+    releaseKey(key);
+}
+
+void XUser::closeWindow(unsigned long window) {
+    XEvent event = {};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = window;
+    event.xclient.message_type = XInternAtom(display_.get(), "WM_PROTOCOLS", False);
+    event.xclient.format = 32;
+    event.xclient.data.l[0] =
+        static_cast<long>(XInternAtom(display_.get(), "WM_DELETE_WINDOW", False));
+    XSendEvent(display_.get(), window, False, NoEventMask, &event);
+    XSync(display_.get(), False);
+}
+
+std::uint32_t XUser::pixelAt(double x, double y) {
+    XImage* image = XGetImage(display_.get(), DefaultRootWindow(display_.get()),
+                              static_cast<int>(x), static_cast<int>(y), 1, 1, AllPlanes, ZPixmap);
+    if (!image) throw std::runtime_error("that is not on the screen");
+    const auto pixel = static_cast<std::uint32_t>(XGetPixel(image, 0, 0)) & 0xFFFFFFU;
+    XDestroyImage(image);
+    return pixel;
+}
+
+}  // namespace test

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+// The library's own header turns everyday words into macros.
+typedef struct _XDisplay Display;
+
+namespace test {
+
+/// An X server without a screen to look at, for this test program alone; it ends with it.
+class XServer {
+ public:
+    XServer();
+    ~XServer();
+    XServer(const XServer&) = delete;
+    XServer& operator=(const XServer&) = delete;
+
+    /// Empty when it could not be started.
+    const std::string& displayName() const { return displayName_; }
+
+ private:
+    pid_t process_ = -1;
+    std::string displayName_;
+};
+
+/// A user in front of that server: hands and eyes, in pixels of the screen. What the hands do
+/// reaches a program as from real devices, some time after the call.
+class XUser {
+ public:
+    explicit XUser(const std::string& displayName);
+
+    void moveTo(double x, double y);
+    void press(unsigned button = 1);
+    void release(unsigned button = 1);
+    void click(unsigned button = 1);
+    /// One step of the wheel, away from the user or towards him.
+    void scrollUp() { click(4); }
+    void scrollDown() { click(5); }
+    /// Keys by the library's names for them: XK_Tab.
+    void pressKey(unsigned long key);
+    void releaseKey(unsigned long key);
+    void typeKey(unsigned long key);
+    /// What a window manager does when the user closes a window.
+    void closeWindow(unsigned long window);
+
+    /// Red, green and blue in the lowest bytes.
+    std::uint32_t pixelAt(double x, double y);
+
+ private:
+    struct Close {
+        void operator()(Display* display) const;
+    };
+    std::unique_ptr<Display, Close> display_;
+};
+
+}  // namespace test
