@@ -1,0 +1,249 @@
+#include "tests/uikit/TestViews.hpp"
+
+#include <chrono>
+
+namespace {
+class MovedView : public UIView {
+ public:
+    using UIView::UIView;
+    int moves = 0;
+    std::function<void()> onMove;
+
+ protected:
+    void didMoveToWindow() override {
+        ++moves;
+        if (onMove) onMove();
+    }
+};
+
+using Views = std::vector<std::shared_ptr<UIView>>;
+}  // namespace
+
+TEST(UIViewHierarchy, KeepsSubviewsBackToFront) {
+    const auto parent = std::make_shared<UIView>();
+    const auto a = add(parent, {});
+    const auto b = add(parent, {});
+    EXPECT_EQ(parent->subviews(), (Views{a, b}));
+    EXPECT_EQ(a->superview(), parent);
+    parent->addSubview(a);
+    EXPECT_EQ(parent->subviews(), (Views{b, a}));
+    EXPECT_EQ(parent->subviews().size(), 2U);
+}
+
+TEST(UIViewHierarchy, TakesAViewFromItsFormerSuperview) {
+    const auto first = std::make_shared<UIView>();
+    const auto second = std::make_shared<UIView>();
+    const auto view = add(first, {});
+    second->addSubview(view);
+    EXPECT_TRUE(first->subviews().empty());
+    EXPECT_EQ(view->superview(), second);
+}
+
+TEST(UIViewHierarchy, OwnsItsSubviewsAndIsNotOwnedByThem) {
+    auto parent = std::make_shared<UIView>();
+    const auto kept = add(parent, {});
+    const std::weak_ptr<UIView> dropped = add(parent, {});
+    const std::weak_ptr<UIView> weakParent = parent;
+    parent.reset();
+    EXPECT_TRUE(weakParent.expired());
+    EXPECT_TRUE(dropped.expired());
+    EXPECT_EQ(kept->superview(), nullptr);
+}
+
+TEST(UIViewHierarchy, RefusesNothingItselfItsSuperviewsAndWindows) {
+    const auto top = std::make_shared<UIView>();
+    const auto middle = add(top, {});
+    const auto bottom = add(middle, {});
+    bottom->addSubview(nullptr);
+    bottom->addSubview(bottom);
+    bottom->addSubview(middle);
+    bottom->addSubview(top);
+    bottom->addSubview(makeWindow());
+    EXPECT_TRUE(bottom->subviews().empty());
+    EXPECT_EQ(top->superview(), nullptr);
+    EXPECT_EQ(middle->superview(), top);
+}
+
+TEST(UIViewHierarchy, RefusesACycleInADeepTree) {
+    const auto top = std::make_shared<UIView>();
+    Views chain{top};
+    for (int depth = 0; depth < 10000; ++depth)
+        chain.push_back(add(chain.back(), {}));
+    chain.back()->addSubview(top);
+    EXPECT_EQ(top->superview(), nullptr);
+    chain.back()->setTag(7);
+    EXPECT_EQ(top->viewWithTag(7), chain.back());
+    while (chain.size() > 1) {  // Leaves first: each is destroyed by itself.
+        chain.back()->removeFromSuperview();
+        chain.pop_back();
+    }
+}
+
+TEST(UIViewHierarchy, AddsAViewNamedByTheSuperviewsOwnList) {
+    const auto first = std::make_shared<UIView>();
+    add(first, {});
+    const auto second = std::make_shared<UIView>();
+    const auto views = first->subviews();
+    second->addSubview(views.front());
+    EXPECT_EQ(second->subviews(), views);
+}
+
+TEST(UIViewHierarchy, CanBeRemovedByItsLastOwner) {
+    const auto parent = std::make_shared<UIView>();
+    UIView* const view = add(parent, {}).get();
+    view->removeFromSuperview();
+    EXPECT_TRUE(parent->subviews().empty());
+}
+
+TEST(UIViewHierarchy, IgnoresARemovalFromNowhere) {
+    const auto view = std::make_shared<UIView>();
+    view->removeFromSuperview();
+    EXPECT_EQ(view->superview(), nullptr);
+}
+
+TEST(UIViewHierarchy, KnowsTheWindowAtItsRoot) {
+    auto window = makeWindow();
+    const auto row = add(window, {});
+    const auto label = add(row, {});
+    EXPECT_EQ(label->window(), window);
+    EXPECT_EQ(window->window(), window);
+    row->removeFromSuperview();
+    EXPECT_EQ(label->window(), nullptr);
+    window->addSubview(row);
+    window.reset();
+    EXPECT_EQ(label->window(), nullptr);
+    EXPECT_EQ(row->superview(), nullptr);
+}
+
+TEST(UIViewHierarchy, TellsAWholeSubtreeThatItsWindowChanged) {
+    const auto window = makeWindow();
+    const auto other = makeWindow();
+    const auto row = std::make_shared<MovedView>();
+    const auto label = add<MovedView>(row, {});
+    EXPECT_EQ(label->moves, 0);
+    window->addSubview(row);
+    EXPECT_EQ(row->moves, 1);
+    EXPECT_EQ(label->moves, 1);
+    window->addSubview(row);
+    EXPECT_EQ(label->moves, 1);
+    other->addSubview(row);
+    EXPECT_EQ(label->moves, 2);
+    row->removeFromSuperview();
+    EXPECT_EQ(label->moves, 3);
+}
+
+TEST(UIViewHierarchy, MayLoseASubviewWhileTheSubtreeIsTold) {
+    const auto window = makeWindow();
+    const auto row = std::make_shared<MovedView>();
+    std::weak_ptr<MovedView> label = add<MovedView>(row, {});
+    row->onMove = [&] { label.lock()->removeFromSuperview(); };
+    window->addSubview(row);
+    EXPECT_TRUE(label.expired());
+}
+
+TEST(UIViewHierarchy, TellsViewsThatOutliveTheirWindow) {
+    auto window = makeWindow();
+    const auto view = add<MovedView>(window, {});
+    window.reset();
+    EXPECT_EQ(view->moves, 2);
+    EXPECT_EQ(view->window(), nullptr);
+}
+
+TEST(ViewWithTag, FindsTheReceiverBeforeItsSubviews) {
+    const auto top = std::make_shared<UIView>();
+    const auto child = add(top, {});
+    EXPECT_EQ(top->viewWithTag(0), top);
+    top->setTag(5);
+    child->setTag(5);
+    EXPECT_EQ(top->viewWithTag(5), top);
+    EXPECT_EQ(child->viewWithTag(5), child);
+    EXPECT_EQ(top->viewWithTag(0), nullptr);
+}
+
+TEST(ViewWithTag, FindsTheFirstInDocumentOrder) {
+    const auto top = std::make_shared<UIView>();
+    const auto first = add(top, {});
+    const auto second = add(top, {});
+    const auto nested = add(first, {});
+    second->setTag(9);
+    EXPECT_EQ(top->viewWithTag(9), second);
+    nested->setTag(9);
+    EXPECT_EQ(top->viewWithTag(9), nested);
+    EXPECT_EQ(second->viewWithTag(9), second);
+    top->addSubview(first);
+    EXPECT_EQ(top->viewWithTag(9), second);
+}
+
+TEST(ViewWithTag, FollowsEveryChangeOfTheTree) {
+    const auto top = std::make_shared<UIView>();
+    const auto row = add(top, {});
+    EXPECT_EQ(top->viewWithTag(1000), nullptr);
+    const auto label = std::make_shared<UIView>();
+    label->setTag(1000);
+    row->addSubview(label);
+    EXPECT_EQ(top->viewWithTag(1000), label);
+    EXPECT_EQ(row->viewWithTag(1000), label);
+    label->setTag(-1);
+    EXPECT_EQ(top->viewWithTag(1000), nullptr);
+    EXPECT_EQ(top->viewWithTag(-1), label);
+    label->removeFromSuperview();
+    EXPECT_EQ(top->viewWithTag(-1), nullptr);
+    EXPECT_EQ(row->viewWithTag(-1), nullptr);
+    row->addSubview(label);
+    EXPECT_EQ(top->viewWithTag(-1), label);
+    row->removeFromSuperview();
+    EXPECT_EQ(top->viewWithTag(-1), nullptr);
+    EXPECT_EQ(row->viewWithTag(-1), label);
+}
+
+TEST(ViewWithTag, ForgetsADestroyedView) {
+    const auto top = std::make_shared<UIView>();
+    std::weak_ptr<UIView> weak;
+    {
+        const auto row = add(top, {});
+        add(row, {})->setTag(3);
+        weak = row;
+        EXPECT_TRUE(top->viewWithTag(3));
+    }
+    weak.lock()->removeFromSuperview();
+    EXPECT_EQ(top->viewWithTag(3), nullptr);
+}
+
+TEST(ViewWithTag, FindsOneViewByHiddenAndExtremeTags) {
+    const auto top = std::make_shared<UIView>();
+    const auto view = add(top, {});
+    view->setHidden(true);
+    view->setTag(INTPTR_MIN);
+    EXPECT_EQ(top->viewWithTag(INTPTR_MIN), view);
+    EXPECT_EQ(top->viewWithTag(INTPTR_MAX), nullptr);
+}
+
+namespace {
+/// Seconds for looking up every label and slider of so many rows, in the best of three runs.
+double lookUpSeconds(int rows) {
+    const auto top = std::make_shared<UIView>();
+    for (int row = 0; row < rows; ++row) {
+        const auto view = add(top, {});
+        add(view, {})->setTag(100000 + row);
+        add(view, {})->setTag(200000 + row);
+    }
+    double best = 1e9;
+    for (int run = 0; run < 3; ++run) {
+        const auto start = std::chrono::steady_clock::now();
+        for (int row = 0; row < rows; ++row) {
+            EXPECT_TRUE(top->viewWithTag(100000 + row));
+            EXPECT_TRUE(top->viewWithTag(200000 + row));
+        }
+        const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
+        best = std::min(best, taken.count());
+    }
+    return best;
+}
+}  // namespace
+
+// Ten times the rows take about ten times as long; were each look-up a search, a hundred times.
+TEST(ViewWithTag, TakesLinearTimeForAllViewsOfATree) {
+    const double few = lookUpSeconds(1000);
+    const double many = lookUpSeconds(10000);
+    EXPECT_LT(many, 40 * few);
+}
