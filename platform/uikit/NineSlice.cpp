@@ -33,13 +33,18 @@ Axis axis(const Side& side, CGFloat start, CGFloat length, CGFloat scale) {
     CGFloat targetFirst = first / pixelsPerPoint;
     CGFloat targetSecond = second / pixelsPerPoint;
     fit(targetFirst, targetSecond, length);
+    const bool meet = targetFirst + targetSecond >= length;
+    const CGFloat end = start + length;
     // Borders between whole device pixels leave no seam; the outer ones are the caller's.
     const auto snapped = [&](CGFloat at) {
-        return std::clamp(std::round(at * scale) / scale, start, start + length);
+        return std::clamp(std::round(at * scale) / scale, start, end);
     };
-    return {{0, first, side.pixels - second, side.pixels},
-            {start, snapped(start + targetFirst), snapped(start + length - targetSecond),
-             start + length}};
+    CGFloat border = snapped(start + targetFirst);
+    if (first == 0) border = start;
+    if (second == 0 && meet) border = end;
+    CGFloat other = meet ? border : std::max(border, snapped(end - targetSecond));
+    if (second == 0) other = end;
+    return {{0, first, side.pixels - second, side.pixels}, {start, border, other, end}};
 }
 
 /// Caps that meet leave nothing to stretch but the pixel on either side of their border.

@@ -79,8 +79,8 @@ void UISlider::setValue(float value, Animated animated) {
         const double now = NSRunLoop::mainRunLoop().currentTime();
         animation_ = std::make_shared<Animation>(*this, shown_, this->value(), now);
         UIAnimator::shared().add(animation_);
-        setNeedsDisplayInRect(
-            movingPart());  // It begins with a frame, which somebody must ask for.
+        // It begins with a frame, which somebody must ask for.
+        setNeedsDisplayInRect(movingPart());
     } else {
         showValue(this->value());
     }
@@ -100,17 +100,21 @@ void UISlider::showValue(double value) {
     setNeedsDisplayInRect(CGRectUnion(before, movingPart()));
 }
 
-void UISlider::moveFromUser(float value) {
+bool UISlider::changeTo(float value) {
     endAnimation();
     const bool changed = value_.setValue(value);
     showValue(this->value());
-    if (!changed) return;
-    structureChanged();
-    if (continuous_ || !isTracking()) sendActionsForControlEvents(UIControlEventValueChanged);
+    if (changed) structureChanged();
+    return changed;
 }
 
 void UISlider::setValueFromUser(float value) {
-    if (isEnabled() && !isTracking() && !std::isnan(value)) moveFromUser(value);
+    if (!isEnabled() || isTracking() || std::isnan(value)) return;
+    if (changeTo(value)) sendActionsForControlEvents(UIControlEventValueChanged);
+}
+
+void UISlider::moveFromUser(float value) {
+    if (changeTo(value) && continuous_) sendActionsForControlEvents(UIControlEventValueChanged);
 }
 
 void UISlider::stepFromUser(double percent) {

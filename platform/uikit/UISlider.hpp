@@ -108,6 +108,7 @@ class UISlider : public UIControl {
     void rangeChanged();
     void showValue(double value);
     void endAnimation();
+    bool changeTo(float value);
     void moveFromUser(float value);
     void drawValueImages(Canvas& canvas) const;
     void drawTrack(Canvas& canvas) const;

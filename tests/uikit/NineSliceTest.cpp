@@ -10,7 +10,7 @@ constexpr NineSlice track{{20, 10}, {0, 9, 0, 9}, {20, 10}, 1};
 void expectFilled(const std::vector<NineSlice::Piece>& pieces, const CGRect& rect) {
     CGFloat x = rect.origin.x;
     for (const auto& piece : pieces) {
-        EXPECT_EQ(piece.target.origin.x, x);
+        EXPECT_NEAR(piece.target.origin.x, x, 1e-9);
         EXPECT_GT(piece.source.size.width, 0);
         x = CGRectGetMaxX(piece.target);
     }
@@ -49,6 +49,17 @@ TEST(NineSlice, LeavesNoGapAtAnyWidthAndScale) {
         NineSlice slice = track;
         slice.scale = scale;
         for (CGFloat width = 0.25; width < 60; width += 0.25) {
+            const CGRect rect = CGRectMake(2.25, 0, width, 10);
+            expectFilled(slice.pieces(rect), rect);
+        }
+    }
+}
+
+TEST(NineSlice, LeavesNoGapWithACapAtOneSideOrNone) {
+    for (const UIEdgeInsets& caps : {UIEdgeInsets{0, 9, 0, 0}, UIEdgeInsets{0, 0, 0, 9},
+                                     UIEdgeInsets{}, UIEdgeInsets{0, 30, 0, 0}}) {
+        const NineSlice slice{{20, 10}, caps, {20, 10}, 1};
+        for (CGFloat width = 0.25; width < 40; width += 0.25) {
             const CGRect rect = CGRectMake(2.25, 0, width, 10);
             expectFilled(slice.pieces(rect), rect);
         }

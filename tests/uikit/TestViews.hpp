@@ -50,7 +50,7 @@ class TouchView : public UIView {
 
     std::vector<std::string> messages;
     std::shared_ptr<UITouch> last;
-    std::shared_ptr<UIEvent> event;
+    std::shared_ptr<UIEvent> lastEvent;
     std::function<void()> onTouch;
 
  private:
@@ -58,7 +58,7 @@ class TouchView : public UIView {
               const std::shared_ptr<UIEvent>& withEvent) {
         messages.emplace_back(message);
         last = touches.at(0);
-        event = withEvent;
+        lastEvent = withEvent;
         if (onTouch) onTouch();
     }
 };

@@ -1,6 +1,8 @@
 #include "tests/support/VirtualClock.hpp"
 #include "tests/uikit/TestViews.hpp"
 
+#include <cmath>
+
 namespace {
 class UISliderAnimation : public SliderTest {
  protected:
@@ -47,12 +49,13 @@ TEST_F(UISliderAnimation, EasesInAndOut) {
 
 TEST_F(UISliderAnimation, DamagesTheSliderAtEachStepButNotTheWindow) {
     slider->setValue(10, Animated::Yes);
-    EXPECT_TRUE(window->takeDamage().empty());
-    pass(0.125);
-    const auto damage = window->takeDamage();
-    ASSERT_EQ(damage.size(), 1U);
-    EXPECT_LT(damage[0].size.width, 80);
-    EXPECT_LE(damage[0].size.height, 40);
+    for (const double seconds : {0.0, 0.125, 0.125}) {
+        if (seconds > 0) pass(seconds);
+        const auto damage = window->takeDamage();
+        ASSERT_EQ(damage.size(), 1U);
+        EXPECT_LT(damage[0].size.width, 80);
+        EXPECT_LE(damage[0].size.height, 40);
+    }
 }
 
 TEST_F(UISliderAnimation, NeedsNoneToTheValueShown) {

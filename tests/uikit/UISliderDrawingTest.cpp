@@ -2,6 +2,8 @@
 #include "tests/support/RecordingCanvas.hpp"
 #include "tests/uikit/TestViews.hpp"
 
+#include <cmath>
+
 namespace {
 constexpr UIColor systemBlue = UIColor::colorWithRed(0, 122.0 / 255, 1, 1);
 
@@ -49,7 +51,8 @@ TEST_F(UISliderDrawing, StaysWithinItsPaintBounds) {
     for (const float value : {0.0F, 100.0F}) {
         slider->setValue(value);
         const CGRect area = CGRectOffset(slider->paintBounds(), 20, 20);
-        for (const auto& operation : painted().operations()) {
+        const RecordingCanvas canvas = painted();
+        for (const auto& operation : canvas.operations()) {
             const CGFloat blur = operation.kind == "shadow" ? operation.width : 0;
             const CGRect reach = CGRectInset(operation.rect, -blur, -blur);
             EXPECT_EQ(CGRectUnion(area, reach), area) << operation.kind;

@@ -1,6 +1,7 @@
 #include "tests/support/RecordingCanvas.hpp"
 #include "tests/uikit/TestViews.hpp"
 
+#include <algorithm>
 #include <random>
 
 namespace {

@@ -43,7 +43,7 @@ TEST_F(WindowTouchTest, TellsWhereAndWhenTheTouchIsAndWas) {
     EXPECT_EQ(touch->timestamp(), clock.now());
     EXPECT_EQ(touch->locationInView(view.get()), (CGPoint{7, 8}));
     EXPECT_EQ(touch->previousLocationInView(view.get()), (CGPoint{5, 5}));
-    EXPECT_EQ(view->event->allTouches(), UITouchSet{touch});
+    EXPECT_EQ(view->lastEvent->allTouches(), UITouchSet{touch});
 }
 
 TEST_F(WindowTouchTest, IgnoresPhasesWithoutABeginning) {
