@@ -98,5 +98,6 @@ void UISlider::drawFocus(Canvas& canvas) const {
     const bool round = imageForState(thumb_) == nullptr;
     const CGFloat radius = round ? ring.size.height / 2 : ringImageRadius;
     canvas.strokeRounded(ring, radius, ringWidth, systemBlue);
-    canvas.strokeRounded(line, radius - ringWidth, ringInnerLine, UIColor::whiteColor());
+    // Over the thumb's edge too, or its shadow would show between the two.
+    canvas.strokeRounded(line, radius - ringWidth, 2 * ringInnerLine, UIColor::whiteColor());
 }

@@ -81,8 +81,8 @@ bool UIWindow::sendScroll(const CGPoint& point, double steps) {
     if (!std::isfinite(steps) || steps == 0) return false;
     const double now = NSRunLoop::mainRunLoop().currentTime();
     const auto former = lastScroll_.taker.lock();
-    const bool goesOn = former && former->window() == self && lastScroll_.point == point &&
-                        now - lastScroll_.time < scrollPauseSeconds;
+    const bool goesOn = former && former->window() == self && former->takesInput() &&
+                        lastScroll_.point == point && now - lastScroll_.time < scrollPauseSeconds;
     for (auto view = goesOn ? former : hitTest(point, nullptr); view; view = view->superview()) {
         if (!view->scrolled(convertPointToView(point, view.get()), steps)) continue;
         lastScroll_ = {view, point, now};

@@ -55,6 +55,39 @@ TEST(UIViewPainting, PaintsASubviewOutsideItsSuperview) {
     EXPECT_EQ(child->paints, 1);
 }
 
+TEST(UIViewPainting, CutsEverythingAtTheBoundsOfAViewThatClips) {
+    const auto window = makeWindow();
+    const auto opening = add(window, CGRectMake(10, 10, 50, 50));
+    const auto list = add<PaintedView>(opening, CGRectMake(0, -100, 50, 300));
+    list->setBackgroundColor(UIColor::redColor());
+    window->takeDamage();
+    opening->setClipsToBounds(true);
+    EXPECT_EQ(window->takeDamage(), std::vector{CGRectMake(10, 0, 50, 210)});
+    RecordingCanvas canvas;
+    window->layoutAndPaint(canvas, window->bounds());
+    EXPECT_EQ(canvas.ofKind("fill").at(0).clip, CGRectMake(10, 10, 50, 50));
+    EXPECT_EQ(canvas.depth(), 0);
+    list->setNeedsDisplay();
+    EXPECT_EQ(window->takeDamage(), std::vector{CGRectMake(10, 10, 50, 50)});
+    list->setNeedsDisplayInRect(CGRectMake(0, 0, 50, 100));
+    EXPECT_TRUE(window->damage().empty());
+    window->layoutAndPaint(canvas, CGRectMake(10, 60, 50, 50));
+    EXPECT_EQ(list->paints, 1);
+}
+
+TEST(UIViewPainting, PaintsWhatAViewCutOnceItCutsNoMore) {
+    const auto window = makeWindow();
+    const auto opening = add(window, CGRectMake(10, 10, 50, 50));
+    const auto list = add<PaintedView>(opening, CGRectMake(0, 0, 50, 200));
+    opening->setClipsToBounds(true);
+    paintAll(*window);
+    list->setFrame(CGRectMake(0, 0, 50, 220));
+    opening->setClipsToBounds(false);
+    RecordingCanvas canvas;
+    window->layoutAndPaint(canvas, CGRectMake(10, 225, 1, 1));
+    EXPECT_EQ(list->paints, 2);
+}
+
 TEST(UIViewPainting, PaintsNeitherHiddenViewsNorTheirSubviews) {
     const auto window = makeWindow();
     const auto row = add(window, CGRectMake(0, 0, 50, 50));

@@ -229,3 +229,46 @@ TEST(WindowScroll, IgnoresNoStepsAndWhatIsNoNumber) {
     EXPECT_FALSE(window->sendScroll({NAN, 5}, 1));
     EXPECT_TRUE(view->points.empty());
 }
+
+namespace {
+class ScrollingOn : public testing::Test {
+ protected:
+    ScrollingOn() {
+        window->sendScroll({5, 5}, 1);
+        front = add<ScrolledView>(window, CGRectMake(0, 0, 100, 100));
+    }
+    VirtualClock clock;
+    std::shared_ptr<UIWindow> window = makeWindow();
+    std::shared_ptr<ScrolledView> list = add<ScrolledView>(window, CGRectMake(0, 0, 100, 100));
+    std::shared_ptr<ScrolledView> front;
+};
+}  // namespace
+
+TEST_F(ScrollingOn, KeepsToItsViewWhileAnotherComesToLieThere) {
+    clock.advance(0.49);
+    window->sendScroll({5, 5}, 1);
+    clock.advance(0.49);
+    window->sendScroll({5, 5}, 1);
+    EXPECT_EQ(list->points.size(), 3U);
+    EXPECT_TRUE(front->points.empty());
+}
+
+TEST_F(ScrollingOn, EndsWithAPauseOfHalfASecond) {
+    clock.advance(0.5);
+    window->sendScroll({5, 5}, 1);
+    EXPECT_EQ(front->points.size(), 1U);
+}
+
+TEST_F(ScrollingOn, EndsAtAnotherPoint) {
+    window->sendScroll({6, 5}, 1);
+    EXPECT_EQ(front->points.size(), 1U);
+}
+
+TEST_F(ScrollingOn, EndsWithAViewThatIsHiddenRemovedOrDestroyed) {
+    list->setHidden(true);
+    window->sendScroll({5, 5}, 1);
+    EXPECT_EQ(front->points.size(), 1U);
+    front->removeFromSuperview();
+    front.reset();
+    EXPECT_FALSE(window->sendScroll({5, 5}, 1));
+}
