@@ -6,7 +6,7 @@
 /// Values in the tree that the library builds. An object that is referred to twice counts twice.
 inline constexpr std::uint64_t maximumExpandedValues = 200'000;
 /// Bytes of texts and data in that tree.
-inline constexpr std::uint64_t maximumExpandedBytes = 8 * 1024 * 1024;
+inline constexpr std::uint64_t maximumExpandedBytes = std::uint64_t{8} * 1024 * 1024;
 
 /// Whether the library can be given this binary property list: its objects lie inside the file,
 /// none holds itself, at most NSPropertyList::maximumDepth containers lie in each other, and the

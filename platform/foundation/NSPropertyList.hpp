@@ -24,7 +24,7 @@ class NSPropertyListCodec {
 class NSPropertyList {
  public:
     /// Larger files are taken as unreadable: both files of the mixer are a few hundred bytes.
-    static constexpr std::size_t maximumFileBytes = 1024 * 1024;
+    static constexpr std::size_t maximumFileBytes = std::size_t{1024} * 1024;
     /// Deeper nesting is taken as unreadable.
     static constexpr int maximumDepth = 64;
 

@@ -40,7 +40,7 @@ std::string homeFromUserDatabase() {
 
 /// Empty when the user has no home.
 std::string configurationDirectory() {
-    const std::string directory = absolutePathFromEnvironment("XDG_CONFIG_HOME");
+    std::string directory = absolutePathFromEnvironment("XDG_CONFIG_HOME");
     if (!directory.empty()) return directory;
     std::string home = absolutePathFromEnvironment("HOME");
     if (home.empty()) home = homeFromUserDatabase();

@@ -43,6 +43,22 @@ TEST(HostileXml, CannotHideTheDepthInWhatReadersSkip) {
     }
 }
 
+TEST(HostileXml, RefusesMarksThatReadersFindInDifferentPlaces) {
+    EXPECT_TRUE(isReadableXml("<?x \"a\"?><plist version=\"1.0\"><true/></plist>"));
+    EXPECT_FALSE(isReadableXml("<?x \"?><plist><true/></plist><?x \"?>"));
+    EXPECT_FALSE(isReadableXml("<plist a=\"><true/></plist><!-- \"> -->"));
+    EXPECT_FALSE(isReadableXml("<!DOCTYPE plist \"><plist><true/></plist><!-- \"> -->"));
+    EXPECT_FALSE(isReadableXml("<plist a=<x><true/></plist>"));
+    EXPECT_FALSE(isReadableXml("<plist><true a=\"b\"/></plist>"));
+    EXPECT_FALSE(isReadableXml("<plist><array><![CDATA[x]]></array></plist>"));
+}
+
+TEST(HostileXml, FindsTheDepthBeforeTheLibraryDoes) {
+    EXPECT_TRUE(isReadableXml(nestedArrays(maximumDepth)));
+    EXPECT_FALSE(isReadableXml(nestedArrays(maximumDepth + 1)));
+    EXPECT_FALSE(isReadableXml(documentOf(nestedArrays(maximumDepth + 1))));
+}
+
 TEST(HostileXml, RefusesADocumentTypeWithDeclarations) {
     EXPECT_FALSE(
         decoded("<!DOCTYPE plist [<!ENTITY a \"aaaa\">]><plist><string>&a;</string></plist>"));
