@@ -96,8 +96,9 @@ CairoCanvas::CairoCanvas(cairo_t* context, CGFloat scale, CairoText& text)
 }
 
 CairoCanvas::~CairoCanvas() {
-    while (saved_ > 0)
-        restore();
+    for (; saved_ > 0; --saved_) {
+        cairo_restore(context_);
+    }
     cairo_restore(context_);
     cairo_destroy(context_);
 }
