@@ -138,8 +138,11 @@ void fillCircleShadow(cairo_t* context, const CGRect& circle, CGFloat blur) {
 void fillRoundedShadow(cairo_t* context, const PixelGrid& grid, const CGRect& rect, CGFloat radius,
                        CGFloat blur) {
     const double scale = grid.scale();
-    const double radiusPixels = std::min(radius * scale, largestRadius);
     const double blurPixels = std::min(blur * scale, largestBlur);
+    // A blur rounds corners; a sharp one would leave a crease in the shadow.
+    const double half = std::min(rect.size.width, rect.size.height) * scale / 2;
+    const double radiusPixels =
+        std::min({std::max<double>(radius * scale, blurPixels), half, largestRadius});
     const auto reach = CGFloat(blurPixels / scale);
     const CGRect outer = grid.aligned(CGRectInset(rect, -reach, -reach));
     const double width = outer.size.width * scale;
