@@ -167,14 +167,8 @@ void CairoCanvas::fillShadow(const CGRect& rect, CGFloat radius, CGFloat blur,
     }
     const std::optional<CGRect> area = grid_.paintable(rect);
     if (!area) return;
-    const auto limited = CGFloat(limitedRadius(*area, radius));
     setColor(color);
-    const bool isCircle = area->size.width == area->size.height && limited == area->size.width / 2;
-    if (isCircle) {
-        fillCircleShadow(context_, *area, blur);
-    } else {
-        fillRoundedShadow(context_, grid_, *area, limited, blur);
-    }
+    fillSoftEdged(context_, grid_, *area, CGFloat(limitedRadius(*area, radius)), blur);
 }
 
 void CairoCanvas::drawBitmap(const UIBitmap& bitmap, const CGRect& source, const CGRect& target,

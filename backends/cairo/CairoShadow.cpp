@@ -4,12 +4,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 #include <vector>
 
 namespace {
 
-constexpr int gradientStops = 8;
 constexpr std::size_t masksKept = 8;
 // Larger shadows are sharper, not slower to make.
 constexpr double largestRadius = 256;  // pixels
@@ -110,33 +108,8 @@ int maskLength(double length, int corner) {
 
 }  // namespace
 
-void fillCircleShadow(cairo_t* context, const CGRect& circle, CGFloat blur) {
-    const double x = CGRectGetMidX(circle);
-    const double y = CGRectGetMidY(circle);
-    const double radius = circle.size.width / 2;
-    const double inner = std::max<double>(radius - blur, 0);
-    const double outer = radius + blur;
-
-    double red = 0;
-    double green = 0;
-    double blue = 0;
-    double alpha = 0;
-    cairo_pattern_get_rgba(cairo_get_source(context), &red, &green, &blue, &alpha);
-    const CairoPattern pattern(cairo_pattern_create_radial(x, y, inner, x, y, outer));
-    for (int stop = 0; stop <= gradientStops; ++stop) {
-        const double offset = double(stop) / gradientStops;
-        const double distance = inner + offset * (outer - inner) - radius;
-        cairo_pattern_add_color_stop_rgba(pattern.get(), offset, red, green, blue,
-                                          alpha * coverage(distance, blur));
-    }
-    cairo_set_source(context, pattern.get());
-    cairo_new_path(context);
-    cairo_arc(context, x, y, outer, 0, 2 * std::numbers::pi);
-    cairo_fill(context);
-}
-
-void fillRoundedShadow(cairo_t* context, const PixelGrid& grid, const CGRect& rect, CGFloat radius,
-                       CGFloat blur) {
+void fillSoftEdged(cairo_t* context, const PixelGrid& grid, const CGRect& rect, CGFloat radius,
+                   CGFloat blur) {
     const double scale = grid.scale();
     const double blurPixels = std::min(blur * scale, largestBlur);
     // A blur rounds corners; a sharp one would leave a crease in the shadow.
