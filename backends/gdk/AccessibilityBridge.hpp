@@ -31,3 +31,4 @@ class AccessibilityBridge {
 /// until the process ends; nullptr when assistive technology cannot be reached.
 using AccessibilityEntry = AccessibilityBridge* (*)(const AccessibleWindow& window);
 inline constexpr const char* accessibilityEntryName = "tarnwick_accessibility_open";
+inline constexpr const char* accessibilityModuleFile = "tarnwick-accessibility.so";

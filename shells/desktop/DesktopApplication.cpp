@@ -32,9 +32,9 @@ GdkDisplay* openDisplay() {
 }
 
 /// The modules lie beside the bundle.
-std::string accessibilityModule() {
+std::string modulePath(const char* name) {
     const std::filesystem::path bundle = shell::bundlePath(std::nullopt, shell::programDirectory());
-    return (bundle.parent_path() / "tarnwick-accessibility.so").string();
+    return (bundle.parent_path() / name).string();
 }
 
 /// Where the picture goes that nobody gave a name.
@@ -50,8 +50,9 @@ std::string pictureInCache() {
 int DesktopApplication::run() {
     UILabel::setDefaultTextColor(UIColor::whiteColor());
     GdkDisplay* display = options_.paint ? nullptr : openDisplay();
-    sound_ = std::make_unique<SoundService>(options_.simulate ? SoundSource::Simulated
-                                                              : SoundSource::Server);
+    sound_ = std::make_unique<SoundService>(
+        options_.simulate ? SoundSource::Simulated : SoundSource::Server,
+        modulePath(soundServerModule));
     if (!createWidget()) return EXIT_FAILURE;
     if (options_.paint) return paint(*options_.paint);
     return display ? runWindow(display) : reportRows();
@@ -74,12 +75,13 @@ bool DesktopApplication::createWidget() {
 int DesktopApplication::runWindow(GdkDisplay* display) {
     const MainLoop loop(g_main_loop_new(nullptr, FALSE));
     GdkEvents events;
-    DesktopWindow window(display, events, *widget_, accessibilityModule());
+    DesktopWindow window(display, events, *widget_, modulePath(accessibilityModuleFile));
     window.setCloseHandler([&loop] { g_main_loop_quit(loop.get()); });
     sound_->setChangeHandler([this] {
         widget_->dismiss();
         widget_->present();
     });
+    window.setFirstFrameHandler([this] { sound_->connect(); });
     window.show();
     g_main_loop_run(loop.get());
     return EXIT_SUCCESS;
@@ -104,6 +106,7 @@ int DesktopApplication::paint(const std::string& path) {
 }
 
 void DesktopApplication::waitForSound() {
+    sound_->connect();
     while (!sound_->isSettled())
         g_main_context_iteration(nullptr, TRUE);
 }

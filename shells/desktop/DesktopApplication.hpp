@@ -3,7 +3,7 @@
 #include "backends/glib/GLibRunLoop.hpp"
 #include "shells/desktop/DesktopOptions.hpp"
 #include "shells/desktop/HostedWidget.hpp"
-#include "shells/desktop/SoundService.hpp"
+#include "shells/sound/SoundService.hpp"
 
 #include <memory>
 #include <string>

@@ -127,21 +127,26 @@ void DesktopWindow::handleEvent(const GdkEvent& event) {
     }
     host_->handleEvent(event);
     if (event.type == GDK_KEY_PRESS) showFocus();
-    if (event.type == GDK_EXPOSE) firstFramePainted();
+    if (event.type == GDK_EXPOSE) framePainted();
 }
 
 /// What can wait until the window is on the screen, waits.
-void DesktopWindow::firstFramePainted() {
-    if (accessibilityModule_.empty() || accessibility_ || idle_ != 0) return;
-    const auto watch = +[](gpointer window) -> gboolean {
-        static_cast<DesktopWindow*>(window)->watchForAccessibility();
+void DesktopWindow::framePainted() {
+    if (std::exchange(painted_, true)) return;
+    const auto after = +[](gpointer window) -> gboolean {
+        static_cast<DesktopWindow*>(window)->afterFirstFrame();
         return G_SOURCE_REMOVE;
     };
-    idle_ = g_idle_add_full(G_PRIORITY_LOW, watch, this, nullptr);
+    idle_ = g_idle_add(after, this);
+}
+
+void DesktopWindow::afterFirstFrame() {
+    idle_ = 0;
+    if (!accessibilityModule_.empty()) watchForAccessibility();
+    if (firstFrameHandler_) std::exchange(firstFrameHandler_, nullptr)();
 }
 
 void DesktopWindow::watchForAccessibility() {
-    idle_ = 0;
     const auto origin = [window = window_.get()]() -> CGPoint {
         int x = 0;
         int y = 0;

@@ -29,6 +29,10 @@ class DesktopWindow {
     bool isShown() const { return widget_.isPresented(); }
     /// Called after the window was closed, by whomever. It may destroy the window.
     void setCloseHandler(std::function<void()> handler) { closeHandler_ = std::move(handler); }
+    /// Called once, when the first frame has been painted and handed to the window system.
+    void setFirstFrameHandler(std::function<void()> handler) {
+        firstFrameHandler_ = std::move(handler);
+    }
 
     GdkViewHost& host() { return *host_; }
     const std::shared_ptr<UIWindow>& content() const { return content_; }
@@ -39,7 +43,8 @@ class DesktopWindow {
     };
 
     static GdkWindow* newWindow(GdkDisplay* display);
-    void firstFramePainted();
+    void framePainted();
+    void afterFirstFrame();
     void watchForAccessibility();
     void handleEvent(const GdkEvent& event);
     void handleOtherEvent(const GdkEvent& event);
@@ -63,8 +68,10 @@ class DesktopWindow {
     PanelEdge edge_ = PanelEdge::Hard;
     CGSize size_;
     std::function<void()> closeHandler_;
+    std::function<void()> firstFrameHandler_;
     WindowActivity activity_ = WindowActivity::Inactive;
     std::string accessibilityModule_;
     std::unique_ptr<AccessibilityLoader> accessibility_;
-    guint idle_ = 0;  ///< The source that waits to watch for accessibility.
+    bool painted_ = false;
+    guint idle_ = 0;  ///< The source that waits for the end of the first frame.
 };

@@ -13,11 +13,10 @@
 namespace test {
 namespace {
 
-constexpr guint longestWait = 10000;  // milliseconds
-
-/// One server and one connection for the whole program: GDK opens no second one.
+/// One server and one connection for the whole program: GDK opens no second one. Kept until the
+/// process ends, since GDK's connection is.
 const XServer& server() {
-    static const XServer shared;
+    static const XServer& shared = *std::make_unique<XServer>().release();
     return shared;
 }
 
@@ -59,19 +58,6 @@ void DesktopFixture::open(const std::string& accessibilityModule) {
                                              accessibilityModule);
     window->show();
     settle();
-}
-
-bool DesktopFixture::waitUntil(const std::function<bool()>& condition) {
-    bool expired = false;
-    const auto expire = +[](gpointer flag) -> gboolean {
-        *static_cast<bool*>(flag) = true;
-        return G_SOURCE_REMOVE;
-    };
-    const guint timer = g_timeout_add(longestWait, expire, &expired);
-    while (!condition() && !expired)
-        g_main_context_iteration(nullptr, TRUE);
-    if (!expired) g_source_remove(timer);
-    return !expired;
 }
 
 void DesktopFixture::settle() {

@@ -4,6 +4,7 @@
 #include "platform/celestial/SimulatedAudioDevice.hpp"
 #include "platform/uikit/UISlider.hpp"
 #include "shells/desktop/DesktopWindow.hpp"
+#include "tests/desktop/MainLoop.hpp"
 #include "tests/desktop/XServer.hpp"
 #include "tests/support/MixerFiles.hpp"
 
@@ -23,8 +24,6 @@ class DesktopFixture : public testing::Test {
 
     /// Opens the window and waits until it has been painted.
     void open(const std::string& accessibilityModule = {});
-    /// Runs the main loop until the condition holds; false when it does not within ten seconds.
-    static bool waitUntil(const std::function<bool()>& condition);
     /// Runs the main loop until nothing waits in it, nor on the way from the X server, and what
     /// came of it is painted.
     void settle();

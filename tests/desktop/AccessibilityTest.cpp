@@ -1,0 +1,140 @@
+#include "tests/desktop/AtSpiClient.hpp"
+#include "tests/desktop/DesktopFixture.hpp"
+
+#include <fstream>
+#include <iterator>
+
+namespace test {
+namespace {
+
+/// The library's bridge keeps its connection until the program ends, so the bus stays as long.
+SessionBus& sessionBus() {
+    static SessionBus bus;
+    return bus;
+}
+
+bool bridgeIsLoaded() {
+    std::ifstream maps("/proc/self/maps");
+    const std::string text{std::istreambuf_iterator<char>(maps), {}};
+    return text.find("libatk-bridge") != std::string::npos;
+}
+
+class AccessibilityTest : public DesktopFixture {
+ protected:
+    AccessibilityTest() { sessionBus(); }
+    ~AccessibilityTest() override {
+        window.reset();
+        reader.setEnabled(false);
+    }
+
+    void openWindow() { open(TARNWICK_ACCESSIBILITY_MODULE); }
+
+    using Object = AtSpiClient::Object;
+    Object frame() {
+        const Object program = reader.waitForProgram(g_get_prgname());
+        if (program.program.empty()) return {};
+        const auto windows = reader.children(program);
+        return windows.empty() ? Object{} : windows.front();
+    }
+    std::vector<Object> sliders() {
+        std::vector<Object> found;
+        for (const Object& element : reader.children(frame()))
+            if (reader.role(element) == AtSpiClient::roleSlider) found.push_back(element);
+        return found;
+    }
+
+    AtSpiClient reader;
+};
+
+TEST_F(AccessibilityTest, IsNotLoadedWhereNobodyListens) {
+    reader.setEnabled(false);
+    if (bridgeIsLoaded()) GTEST_SKIP() << "an earlier test in this process has loaded it";
+    openWindow();
+    for (int question = 0; question < 20; ++question)
+        reader.setEnabled(false);
+    settle();
+    EXPECT_FALSE(bridgeIsLoaded());
+}
+
+TEST_F(AccessibilityTest, ShowsTheWindowAndItsRows) {
+    reader.setEnabled(true);
+    openWindow();
+    const Object shown = frame();
+    ASSERT_FALSE(shown.program.empty());
+    EXPECT_EQ(reader.role(shown), AtSpiClient::roleFrame);
+    EXPECT_EQ(reader.name(shown), "Tarnwick");
+    const auto elements = reader.children(shown);
+    ASSERT_EQ(elements.size(), 10U);
+    EXPECT_EQ(reader.role(elements[0]), AtSpiClient::roleLabel);
+    EXPECT_EQ(reader.role(elements[1]), AtSpiClient::roleSlider);
+    EXPECT_EQ(reader.name(elements[0]), "Ringtone: 50%");
+    EXPECT_EQ(reader.name(elements[1]), "Ringtone: 50%");
+}
+
+TEST_F(AccessibilityTest, SliderCanBeReadAndSet) {
+    reader.setEnabled(true);
+    openWindow();
+    const auto shown = sliders();
+    ASSERT_EQ(shown.size(), 5U);
+    EXPECT_EQ(reader.value(shown[1]), 50);
+    EXPECT_EQ(reader.greatestValue(shown[1]), 100);
+    reader.setValue(shown[1], 73);
+    expectVolume("Audio/Video", 0.73);
+    EXPECT_EQ(reader.value(shown[1]), 73);
+    settle();
+    EXPECT_EQ(reader.name(shown[1]), "Audio/Video (Speaker): 73%");
+    EXPECT_NEAR(volume("Ringtone"), 0.5, 0.0001);
+}
+
+TEST_F(AccessibilityTest, ValueOutOfRangeIsBroughtIntoIt) {
+    reader.setEnabled(true);
+    openWindow();
+    const auto shown = sliders();
+    ASSERT_EQ(shown.size(), 5U);
+    reader.setValue(shown[0], 101);
+    expectVolume("Ringtone", 1);
+    reader.setValue(shown[0], -1);
+    expectVolume("Ringtone", 0);
+}
+
+TEST_F(AccessibilityTest, TellsOfAChangeMadeElsewhere) {
+    reader.setEnabled(true);
+    openWindow();
+    ASSERT_EQ(sliders().size(), 5U);
+    reader.watch("accessible-value");
+    settle();
+    device->changeVolume("Ringtone", 0.25F);
+    EXPECT_TRUE(waitUntil([this] { return reader.toldChanges() > 0; }));
+}
+
+TEST_F(AccessibilityTest, GivesTheFocusWhereItIsAsked) {
+    reader.setEnabled(true);
+    openWindow();
+    const auto shown = sliders();
+    ASSERT_EQ(shown.size(), 5U);
+    EXPECT_TRUE(reader.grabFocus(shown[3]));
+    EXPECT_TRUE(slider(3)->isFocused());
+    EXPECT_FALSE(reader.grabFocus(reader.children(frame())[0])) << "a label";
+}
+
+TEST_F(AccessibilityTest, ComesWhenItIsSwitchedOnLater) {
+    reader.setEnabled(false);
+    openWindow();
+    settle();
+    reader.setEnabled(true);
+    EXPECT_EQ(sliders().size(), 5U);
+}
+
+TEST_F(AccessibilityTest, RowsFollowWhatIsShown) {
+    reader.setEnabled(true);
+    openWindow();
+    ASSERT_EQ(sliders().size(), 5U);
+    window->close();
+    files.writeShownCategories(3);
+    window->show();
+    settle();
+    EXPECT_EQ(sliders().size(), 3U);
+}
+
+}  // namespace
+}  // namespace test

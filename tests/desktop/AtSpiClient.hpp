@@ -1,0 +1,72 @@
+#pragma once
+
+#include <gio/gio.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace test {
+
+/// A session bus for this test program alone, with the accessibility service on it and nothing
+/// switched on yet.
+class SessionBus {
+ public:
+    SessionBus();
+    ~SessionBus();
+    SessionBus(const SessionBus&) = delete;
+    SessionBus& operator=(const SessionBus&) = delete;
+
+ private:
+    GTestDBus* bus_;
+};
+
+/// What a screen reader does, over the bus. Every call runs the main loop until it is answered, so
+/// that the window of this very process can answer.
+class AtSpiClient {
+ public:
+    /// An object of a program.
+    struct Object {
+        std::string program;  ///< Its name on the bus; empty for no object.
+        std::string path;
+    };
+    static constexpr unsigned roleFrame = 23;
+    static constexpr unsigned roleLabel = 29;
+    static constexpr unsigned roleSlider = 51;
+
+    /// The session's switch, as a desktop's settings set it.
+    void setEnabled(bool enabled);
+    /// The program of that name; waits until it comes.
+    Object waitForProgram(const std::string& name);
+    std::vector<Object> children(const Object& object);
+    std::string name(const Object& object);
+    unsigned role(const Object& object);
+    double value(const Object& slider);
+    double greatestValue(const Object& slider);
+    void setValue(const Object& slider, double value);
+    bool grabFocus(const Object& object);
+    /// Counts the changes of that property that are told from now on.
+    void watch(const std::string& property);
+    int toldChanges() const { return toldChanges_; }
+
+ private:
+    struct Unref {
+        void operator()(GVariant* variant) const { g_variant_unref(variant); }
+        void operator()(GDBusConnection* connection) const { g_object_unref(connection); }
+    };
+    using Variant = std::unique_ptr<GVariant, Unref>;
+    using Connection = std::unique_ptr<GDBusConnection, Unref>;
+
+    GDBusConnection* session();
+    GDBusConnection* bus();
+    static Variant call(GDBusConnection* connection, const Object& object, const char* interface,
+                        const char* method, GVariant* arguments);
+    Variant property(const Object& object, const char* interface, const char* name);
+
+    Connection session_;
+    Connection bus_;
+    std::string watched_;
+    int toldChanges_ = 0;
+};
+
+}  // namespace test

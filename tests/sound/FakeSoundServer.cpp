@@ -1,0 +1,47 @@
+// A sound server's module whose server answers when the test says so.
+#include "platform/celestial/SimulatedAudioDevice.hpp"
+#include "shells/sound/SoundServer.hpp"
+
+#include <utility>
+
+namespace {
+
+class FakeServer;
+FakeServer* current = nullptr;
+
+class FakeServer : public SoundServer {
+ public:
+    FakeServer() { current = this; }
+    ~FakeServer() override { current = nullptr; }
+    FakeServer(const FakeServer&) = delete;
+    FakeServer& operator=(const FakeServer&) = delete;
+
+    std::shared_ptr<AVSystemController> service() override { return device_; }
+    void setReadyHandler(std::function<void()> handler) override { ready = std::move(handler); }
+    void setAvailabilityHandler(std::function<void()> handler) override {
+        availability = std::move(handler);
+    }
+
+    std::function<void()> ready;
+    std::function<void()> availability;
+
+ private:
+    std::shared_ptr<SimulatedAudioDevice> device_ = std::make_shared<SimulatedAudioDevice>();
+};
+
+}  // namespace
+
+extern "C" {
+SoundServer* tarnwick_sound_server_open() {
+    return std::make_unique<FakeServer>().release();
+}
+SoundServer* fake_sound_server() {
+    return current;
+}
+void fake_sound_server_answers() {
+    current->ready();
+}
+void fake_sound_server_changes() {
+    current->availability();
+}
+}
