@@ -33,6 +33,7 @@ LIBRARIES = {
     "shells/headless/": r"nlohmann/.*|(poll|unistd|fcntl|signal)\.h|sys/[a-z]+\.h",
     "shells/desktop/": r"gdk/.*|glib.*\.h|gio/.*|cairo.*\.h|(unistd|getopt|signal)\.h|sys/[a-z]+\.h",
     "shells/common/": r"(unistd|getopt)\.h",
+    "shells/sound/": r"(dlfcn|unistd)\.h|glib.*\.h",
 }
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
 STANDARD = re.compile(r"[a-z_]+")  # The language's own headers have neither a dot nor a slash.
