@@ -32,6 +32,7 @@ LIBRARIES = {
     "backends/gdk/": r"gdk/.*|glib.*\.h|gio/.*|atk.*|cairo.*\.h|gmodule\.h|(dlfcn|unistd)\.h",
     "shells/headless/": r"nlohmann/.*|(poll|unistd|fcntl|signal)\.h|sys/[a-z]+\.h",
     "shells/desktop/": r"gdk/.*|glib.*\.h|gio/.*|cairo.*\.h|(unistd|getopt|signal)\.h|sys/[a-z]+\.h",
+    "shells/sound/": r"dlfcn\.h",
     "shells/common/": r"(unistd|getopt)\.h",
     "shells/sound/": r"(dlfcn|unistd)\.h|glib.*\.h",
 }
