@@ -12,6 +12,8 @@ template <class... Cases>
 struct Overloaded : Cases... {
     using Cases::operator()...;
 };
+template <class... Cases>
+Overloaded(Cases...) -> Overloaded<Cases...>;  // Clang 14 does not deduce it.
 
 Json arrayOf(const PropertyValue::Array& values) {
     Json array = Json::array();
