@@ -27,12 +27,15 @@ TEST_F(UISliderTouch, ClampsAValueOneStepPastEitherEnd) {
     EXPECT_EQ(slider->value(), 0);
 }
 
-TEST_F(UISliderTouch, LeavesTheValueWhenTheThumbIsOnlyPressed) {
-    slider->setValue(33.3F);
-    press(xAt(33.3) + 5);
-    drag(xAt(33.3) + 5);
-    release(xAt(33.3) + 5);
-    EXPECT_EQ(slider->value(), 33.3F);
+TEST_F(UISliderTouch, LeavesEveryValueWhenTheThumbIsOnlyPressed) {
+    for (float value = 0; value <= 100; value += 0.37F) {
+        slider->setValue(value);
+        const CGFloat x = xAt(static_cast<double>(value)) + 5;
+        press(x);
+        drag(x);
+        release(x);
+        EXPECT_EQ(slider->value(), value);
+    }
     EXPECT_TRUE(listener->values.empty());
 }
 
@@ -170,6 +173,16 @@ TEST_F(UISliderTouch, TakesTheProgramsValueWhileHeldAndTheFingersNextMove) {
     EXPECT_EQ(slider->value(), 10);
     drag(xAt(60));
     EXPECT_NEAR(slider->value(), 60, 1e-4);
+}
+
+TEST_F(UISliderTouch, KeepsTheProgramsValueWhenTheFingerLeavesWithoutAMove) {
+    slider->setValue(50);
+    press(xAt(50));
+    slider->setValue(10);
+    drag(xAt(50));
+    release(xAt(50));
+    EXPECT_EQ(slider->value(), 10);
+    EXPECT_TRUE(listener->values.empty());
 }
 
 TEST_F(UISliderTouch, IgnoresTouchesWithoutRoomForAThumb) {

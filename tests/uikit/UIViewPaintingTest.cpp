@@ -150,6 +150,18 @@ TEST(UIViewPainting, FollowsAChangeDeepInATreeThatWasPainted) {
     EXPECT_EQ(child->paints, 3);
 }
 
+TEST(UIViewPainting, PaintsAViewShownOutsideItsSuperviewAfterAPaintWithoutIt) {
+    const auto window = makeWindow();
+    const auto row = add(window, CGRectMake(0, 0, 10, 10));
+    const auto child = add<PaintedView>(row, CGRectMake(100, 0, 10, 10));
+    child->setHidden(true);
+    paintAll(*window);
+    child->setHidden(false);
+    RecordingCanvas canvas;
+    window->layoutAndPaint(canvas, CGRectMake(105, 5, 1, 1));
+    EXPECT_EQ(child->paints, 1);
+}
+
 TEST(UIViewPainting, FollowsAChangeUnderAHiddenViewThatWasPainted) {
     const auto window = makeWindow();
     const auto row = add(window, CGRectMake(0, 0, 50, 50));
