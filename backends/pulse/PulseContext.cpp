@@ -7,6 +7,8 @@
 #include <pulse/introspect.h>
 #include <pulse/subscribe.h>
 
+#include <cstdlib>
+#include <cstring>
 #include <utility>
 
 namespace pulse {
@@ -45,6 +47,13 @@ Query<Nothing>::Done whatever(PulseContext::Written written) {
     };
 }
 
+// The library ends the program over a host's name that its resolver has no room for, so an
+// address longer than any that leads somewhere is not given to it. None at all is fine.
+bool isUsable(const char* address) {
+    constexpr std::size_t longestBytes = 4096;
+    return !address || std::strlen(address) <= longestBytes;
+}
+
 }  // namespace
 
 PulseContext::PulseContext(pa_mainloop_api* api, const NSString& server, Handlers handlers)
@@ -58,9 +67,10 @@ PulseContext::PulseContext(pa_mainloop_api* api, const NSString& server, Handler
     pa_context_set_state_callback(
         context_.get(),
         [](pa_context*, void* self) { static_cast<PulseContext*>(self)->stateChanged(); }, this);
-    // The server is the session's to start: one that we started would not have its settings.
     const char* address = server ? server->c_str() : nullptr;
-    if (pa_context_connect(context_.get(), address, PA_CONTEXT_NOAUTOSPAWN, nullptr) < 0)
+    // The server is the session's to start: one that we started would not have its settings.
+    if (!isUsable(address ? address : std::getenv("PULSE_SERVER")) ||
+        pa_context_connect(context_.get(), address, PA_CONTEXT_NOAUTOSPAWN, nullptr) < 0)
         failSoon();
 }
 

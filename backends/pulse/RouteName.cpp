@@ -13,7 +13,7 @@ const char* nameOfBluetooth(std::string profile) {
 }
 
 // nullptr for the types that leave open what is plugged in.
-const char* nameOfPortType(pa_device_port_type_t type) {
+const char* nameOfPortType(int type) {
     switch (type) {
         case PA_DEVICE_PORT_TYPE_SPEAKER:
             return "Speaker";

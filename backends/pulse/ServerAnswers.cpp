@@ -21,8 +21,7 @@ Sink copyOf(const pa_sink_info& info) {
     sink.name = textOf(info.name);
     sink.volume = info.volume;
     sink.mute = info.mute ? Mute::On : Mute::Off;
-    if (info.active_port)
-        sink.portType = static_cast<pa_device_port_type_t>(info.active_port->type);
+    if (info.active_port) sink.portType = info.active_port->type;
     sink.formFactor = property(info, PA_PROP_DEVICE_FORM_FACTOR);
     sink.bus = property(info, PA_PROP_DEVICE_BUS);
     sink.bluetoothProfile = property(info, "bluetooth.protocol");

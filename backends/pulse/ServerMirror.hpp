@@ -13,20 +13,21 @@ namespace pulse {
 
 /// An output device as the server describes it. What it doesn't say is empty.
 struct Sink {
-    std::string name;
+    std::string name{};
     pa_cvolume volume{};
     Mute mute = Mute::Off;
-    pa_device_port_type_t portType = PA_DEVICE_PORT_TYPE_UNKNOWN;  ///< Of the active port.
-    std::string formFactor;
-    std::string bus;
-    std::string bluetoothProfile;  ///< As the server spells it, with "_" or "-".
+    /// Of the active port: a pa_device_port_type_t, or a number that a newer server knows.
+    int portType = PA_DEVICE_PORT_TYPE_UNKNOWN;
+    std::string formFactor{};
+    std::string bus{};
+    std::string bluetoothProfile{};  ///< As the server spells it, with "_" or "-".
 };
 
 /// What the server remembers for the streams of one role.
 struct RoleEntry {
     pa_cvolume volume{};
     Mute mute = Mute::Off;
-    std::string device;
+    std::string device{};
 };
 
 /// The one thing that a category's slider moves. By name: indexes change whenever a device
@@ -34,7 +35,7 @@ struct RoleEntry {
 struct VolumeObject {
     enum class Kind { Sink, RoleEntry };
     Kind kind = Kind::Sink;
-    std::string name;
+    std::string name{};
     bool operator==(const VolumeObject&) const = default;
     bool operator<(const VolumeObject& other) const {
         return std::tie(kind, name) < std::tie(other.kind, other.name);

@@ -26,9 +26,10 @@ std::vector<char*> argumentVector(std::vector<std::string>& words) {
 // In the child: does not return. The kernel ends the program with the test, however that ends.
 [[noreturn]] void become(std::vector<std::string> words, int output) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
-    dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
-    dup2(output, STDOUT_FILENO);
-    dup2(open("/dev/null", O_WRONLY), STDERR_FILENO);
+    const int nothing = open("/dev/null", O_RDWR);
+    dup2(nothing, STDIN_FILENO);
+    dup2(output < 0 ? nothing : output, STDOUT_FILENO);
+    dup2(nothing, STDERR_FILENO);
     execvp(words[0].c_str(), argumentVector(words).data());
     _exit(127);
 }
@@ -41,7 +42,43 @@ std::string readAll(int descriptor) {
     return text;
 }
 
+// "front-left: 24642 /  38% / -25.49 dB": the number two words before each percentage.
+std::vector<unsigned> volumesIn(const std::string& text) {
+    std::istringstream stream(text);
+    const std::vector<std::string> words{std::istream_iterator<std::string>(stream), {}};
+    std::vector<unsigned> volumes;
+    for (std::size_t i = 2; i < words.size(); ++i)
+        if (words[i].ends_with('%'))
+            volumes.push_back(static_cast<unsigned>(std::stoul(words[i - 2])));
+    return volumes;
+}
+
 }  // namespace
+
+ChildProcess::ChildProcess(const std::vector<std::string>& words, int output) : id_(fork()) {
+    if (id_ < 0) throw std::runtime_error("no process for " + words[0]);
+    if (id_ == 0) become(words, output);
+}
+
+ChildProcess::~ChildProcess() {
+    if (!id_) return;
+    signal(SIGKILL);
+    wait();
+}
+
+void ChildProcess::signal(int number) const {
+    if (id_) kill(id_, number);
+}
+
+int ChildProcess::wait() {
+    int status = -1;
+    waitpid(std::exchange(id_, 0), &status, 0);
+    return status;
+}
+
+void ChildProcess::waitUntilStopped() const {
+    waitpid(id_, nullptr, WUNTRACED);
+}
 
 PrivatePulseServer::PrivatePulseServer() {
     std::string pattern = (std::filesystem::temp_directory_path() / "pulse-test-XXXXXX").string();
@@ -57,7 +94,7 @@ PrivatePulseServer::PrivatePulseServer() {
 }
 
 PrivatePulseServer::~PrivatePulseServer() {
-    if (process_) stop(SIGKILL);
+    process_ = {};
     std::error_code ignored;
     std::filesystem::remove_all(folder_, ignored);
 }
@@ -76,29 +113,24 @@ void PrivatePulseServer::writeScript() const {
 void PrivatePulseServer::start() {
     writeScript();
     std::filesystem::remove(socket());
-    const std::string script = (folder_ / "script.pa").string();
-    process_ = fork();
-    if (process_ < 0) throw std::runtime_error("no process for the server");
-    if (process_ == 0)
-        become({"pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--disallow-exit",
-                "--use-pid-file=no", "--high-priority=no", "--realtime=no", "-F", script},
-               open("/dev/null", O_WRONLY));
+    process_ = ChildProcess({"pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1",
+                             "--disallow-exit", "--use-pid-file=no", "--high-priority=no",
+                             "--realtime=no", "-F", (folder_ / "script.pa").string()});
 }
 
 void PrivatePulseServer::stop(int signal) {
-    kill(process_, SIGCONT);
-    kill(process_, signal);
-    waitpid(process_, nullptr, 0);
-    process_ = 0;
+    process_.signal(SIGCONT);
+    process_.signal(signal);
+    process_.wait();
 }
 
 void PrivatePulseServer::suspend() {
-    kill(process_, SIGSTOP);
-    waitpid(process_, nullptr, WUNTRACED);
+    process_.signal(SIGSTOP);
+    process_.waitUntilStopped();
 }
 
 void PrivatePulseServer::resume() {
-    kill(process_, SIGCONT);
+    process_.signal(SIGCONT);
 }
 
 std::string PrivatePulseServer::pactl(const std::vector<std::string>& arguments) const {
@@ -106,24 +138,23 @@ std::string PrivatePulseServer::pactl(const std::vector<std::string>& arguments)
     words.insert(words.end(), arguments.begin(), arguments.end());
     int pipe[2];
     if (pipe2(pipe, O_CLOEXEC) != 0) throw std::runtime_error("no pipe for pactl");
-    const pid_t child = fork();
-    if (child == 0) become(words, pipe[1]);
+    ChildProcess program(words, pipe[1]);
     close(pipe[1]);
-    const std::string output = readAll(pipe[0]);
+    std::string output = readAll(pipe[0]);
     close(pipe[0]);
-    int status = 0;
-    waitpid(child, &status, 0);
-    if (status != 0) throw std::runtime_error("pactl " + arguments[0] + " failed");
+    if (program.wait() != 0) throw std::runtime_error("pactl " + arguments[0] + " failed");
     return output;
 }
 
-// "front-left: 24642 /  38% / -25.49 dB": the number two words before each percentage.
+ChildProcess PrivatePulseServer::play(const std::string& role) const {
+    return ChildProcess({"pacat", "--server=" + address(), "--playback",
+                         "--property=media.role=" + role, "--raw", "/dev/zero"});
+}
+
 std::vector<unsigned> PrivatePulseServer::sinkVolumes(const std::string& sink) const {
-    std::istringstream text(pactl({"get-sink-volume", sink}));
-    std::vector<std::string> words{std::istream_iterator<std::string>(text), {}};
-    std::vector<unsigned> volumes;
-    for (std::size_t i = 2; i < words.size(); ++i)
-        if (words[i].ends_with('%'))
-            volumes.push_back(static_cast<unsigned>(std::stoul(words[i - 2])));
-    return volumes;
+    return volumesIn(pactl({"get-sink-volume", sink}));
+}
+
+std::vector<unsigned> PrivatePulseServer::streamVolumes() const {
+    return volumesIn(pactl({"list", "sink-inputs"}));
 }

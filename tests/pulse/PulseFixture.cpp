@@ -38,7 +38,7 @@ bool PulseFixture::waitUntil(const std::function<bool()>& condition, double seco
     const NSRunLoop& loop = NSRunLoop::mainRunLoop();
     const double end = loop.currentTime() + seconds;
     // Wakes the loop now and then, for conditions that no event of the loop announces.
-    constexpr guint wakeMilliseconds = 5;
+    constexpr guint wakeMilliseconds = 1;
     const guint waker = g_timeout_add(
         wakeMilliseconds, [](gpointer) { return gboolean{TRUE}; }, nullptr);
     bool holds = condition();

@@ -1,0 +1,68 @@
+#include "backends/pulse/BalanceMemory.hpp"
+
+#include <gtest/gtest.h>
+
+using namespace pulse;
+
+namespace {
+const VolumeObject speaker{VolumeObject::Kind::Sink, "spk"};
+const VolumeObject event{VolumeObject::Kind::RoleEntry, "spk"};
+
+testing::AssertionResult channelsAre(const pa_cvolume& volume, pa_volume_t left,
+                                     pa_volume_t right) {
+    if (volume.channels == 2 && volume.values[0] == left && volume.values[1] == right)
+        return testing::AssertionSuccess();
+    return testing::AssertionFailure()
+           << int{volume.channels} << " channels, " << volume.values[0] << ", " << volume.values[1];
+}
+}  // namespace
+
+TEST(BalanceMemory, MovesTheLoudestChannelAndTheOtherWithIt) {
+    BalanceMemory memory;
+    memory.observe(speaker, {2, {40000, 20000}});
+    EXPECT_TRUE(channelsAre(memory.volumeAt(speaker, 20000), 20000, 10000));
+    EXPECT_TRUE(channelsAre(memory.volumeAt(speaker, 65536), 65536, 32768));
+}
+
+TEST(BalanceMemory, KeepsTheBalanceThroughSilence) {
+    BalanceMemory memory;
+    memory.observe(speaker, {2, {40000, 20000}});
+    EXPECT_TRUE(channelsAre(memory.volumeAt(speaker, 0), 0, 0));
+    memory.observe(speaker, {2, {0, 0}});
+    EXPECT_TRUE(channelsAre(memory.volumeAt(speaker, 20000), 20000, 10000));
+}
+
+TEST(BalanceMemory, TakesTheBalanceThatSomeoneElseSets) {
+    BalanceMemory memory;
+    memory.observe(speaker, {2, {40000, 20000}});
+    memory.volumeAt(speaker, 30000);
+    memory.observe(speaker, {2, {10000, 30000}});
+    EXPECT_TRUE(channelsAre(memory.volumeAt(speaker, 60000), 20000, 60000));
+}
+
+TEST(BalanceMemory, IsEvenAfterASilenceThatSomeoneElseMade) {
+    BalanceMemory memory;
+    memory.observe(speaker, {2, {0, 0}});
+    EXPECT_TRUE(channelsAre(memory.volumeAt(speaker, 30000), 30000, 30000));
+}
+
+TEST(BalanceMemory, TellsObjectsOfTheSameNameApart) {
+    BalanceMemory memory;
+    memory.observe(speaker, {2, {40000, 20000}});
+    EXPECT_TRUE(channelsAre(memory.volumeAt(event, 20000), 20000, 20000));
+}
+
+TEST(BalanceMemory, IsStereoForAnObjectNeverObservedOrForgotten) {
+    BalanceMemory memory;
+    EXPECT_TRUE(channelsAre(memory.volumeAt(speaker, 5), 5, 5));
+    memory.observe(speaker, {2, {40000, 20000}});
+    memory.clear();
+    EXPECT_TRUE(channelsAre(memory.volumeAt(speaker, 5), 5, 5));
+}
+
+TEST(BalanceMemory, KeepsTheNumberOfChannels) {
+    BalanceMemory memory;
+    memory.observe(speaker, {1, {40000}});
+    EXPECT_EQ(memory.volumeAt(speaker, 7).channels, 1);
+    EXPECT_EQ(memory.volumeAt(speaker, 7).values[0], 7U);
+}

@@ -1,0 +1,113 @@
+#include "backends/pulse/WriteQueue.hpp"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+using namespace pulse;
+
+namespace {
+const VolumeObject speaker{VolumeObject::Kind::Sink, "spk"};
+const VolumeObject event{VolumeObject::Kind::RoleEntry, "event"};
+}  // namespace
+
+class WriteQueueTest : public testing::Test {
+ protected:
+    struct Sent {
+        VolumeObject object;
+        float fraction;
+        std::uint64_t ticket;
+    };
+
+    std::vector<Sent> sent;
+    std::vector<std::uint64_t> confirming;
+    WriteQueue queue{
+        [this](const VolumeObject& object, float fraction, std::uint64_t ticket) {
+            sent.push_back({object, fraction, ticket});
+        },
+        [this](const VolumeObject&, std::uint64_t ticket) { confirming.push_back(ticket); }};
+};
+
+TEST_F(WriteQueueTest, SendsTheFirstAtOnce) {
+    queue.set(speaker, 0.5F);
+    ASSERT_EQ(sent.size(), 1U);
+    EXPECT_EQ(sent[0].object, speaker);
+    EXPECT_EQ(sent[0].fraction, 0.5F);
+    EXPECT_EQ(queue.pending(speaker), 0.5F);
+}
+
+TEST_F(WriteQueueTest, SendsOnlyTheNewestBehindTheOneInFlight) {
+    for (const float fraction : {0.1F, 0.2F, 0.3F, 0.4F})
+        queue.set(speaker, fraction);
+    ASSERT_EQ(sent.size(), 1U);
+    EXPECT_EQ(queue.pending(speaker), 0.4F);
+    queue.acknowledged(speaker, sent[0].ticket);
+    ASSERT_EQ(sent.size(), 2U);
+    EXPECT_EQ(sent[1].fraction, 0.4F);
+    queue.acknowledged(speaker, sent[1].ticket);
+    EXPECT_EQ(sent.size(), 2U);
+}
+
+TEST_F(WriteQueueTest, SendsAValueThatReturnsToTheOneInFlight) {
+    queue.set(speaker, 0.8F);
+    queue.set(speaker, 0.3F);
+    queue.set(speaker, 0.8F);
+    queue.acknowledged(speaker, sent[0].ticket);
+    ASSERT_EQ(sent.size(), 2U);
+    EXPECT_EQ(sent[1].fraction, 0.8F);
+}
+
+TEST_F(WriteQueueTest, StaysPendingUntilTheServerWasAskedAgain) {
+    queue.set(speaker, 0.5F);
+    queue.acknowledged(speaker, sent[0].ticket);
+    ASSERT_EQ(confirming, std::vector<std::uint64_t>{sent[0].ticket});
+    EXPECT_EQ(queue.pending(speaker), 0.5F);
+    queue.confirmed(speaker, confirming[0]);
+    EXPECT_EQ(queue.pending(speaker), std::nullopt);
+}
+
+TEST_F(WriteQueueTest, IgnoresAConfirmationThatANewerValueHasOvertaken) {
+    queue.set(speaker, 0.5F);
+    queue.acknowledged(speaker, sent[0].ticket);
+    queue.set(speaker, 0.6F);
+    ASSERT_EQ(sent.size(), 2U);
+    queue.confirmed(speaker, confirming[0]);
+    EXPECT_EQ(queue.pending(speaker), 0.6F);
+    queue.acknowledged(speaker, sent[1].ticket);
+    queue.confirmed(speaker, confirming[0]);
+    EXPECT_EQ(queue.pending(speaker), 0.6F);
+    queue.confirmed(speaker, confirming[1]);
+    EXPECT_EQ(queue.pending(speaker), std::nullopt);
+}
+
+TEST_F(WriteQueueTest, KeepsObjectsApart) {
+    queue.set(speaker, 0.5F);
+    queue.set(event, 0.6F);
+    ASSERT_EQ(sent.size(), 2U);
+    queue.acknowledged(speaker, sent[0].ticket);
+    queue.confirmed(speaker, sent[0].ticket);
+    EXPECT_EQ(queue.pending(speaker), std::nullopt);
+    EXPECT_EQ(queue.pending(event), 0.6F);
+}
+
+TEST_F(WriteQueueTest, IgnoresAnswersToWhatWasForgotten) {
+    queue.set(speaker, 0.5F);
+    queue.clear();
+    EXPECT_EQ(queue.pending(speaker), std::nullopt);
+    queue.set(speaker, 0.6F);
+    queue.acknowledged(speaker, sent[0].ticket);
+    queue.confirmed(speaker, sent[0].ticket);
+    EXPECT_TRUE(confirming.empty());
+    EXPECT_EQ(queue.pending(speaker), 0.6F);
+}
+
+TEST_F(WriteQueueTest, IgnoresAnswersThatComeTwiceOrForStrangers) {
+    queue.acknowledged(speaker, 1);
+    queue.confirmed(speaker, 1);
+    queue.set(speaker, 0.5F);
+    queue.confirmed(speaker, sent[0].ticket);
+    EXPECT_EQ(queue.pending(speaker), 0.5F);
+    queue.acknowledged(speaker, sent[0].ticket);
+    queue.acknowledged(speaker, sent[0].ticket);
+    EXPECT_EQ(confirming.size(), 1U);
+}
