@@ -130,7 +130,10 @@ void PulseAudioController::Service::send(const VolumeObject& object, float fract
 void PulseAudioController::Service::confirm(const VolumeObject& object, std::uint64_t ticket) {
     const pulse::Part part =
         object.kind == VolumeObject::Kind::Sink ? pulse::Part::Sinks : pulse::Part::RoleEntries;
-    reader_->refresh(part, [this, object, ticket] { writes_.confirmed(object, ticket); });
+    reader_->refresh(part, [this, object, ticket] {
+        writes_.confirmed(object, ticket);
+        announcer_.changed();
+    });
 }
 
 PulseAudioController::PulseAudioController(NSString server)

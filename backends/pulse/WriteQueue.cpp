@@ -5,6 +5,8 @@ namespace pulse {
 void WriteQueue::set(const VolumeObject& object, float fraction) {
     const auto [found, isNew] = entries_.try_emplace(object);
     Entry& entry = found->second;
+    // On its way already: a second sending could undo what somebody else sets in between.
+    if (!isNew && entry.stage == Stage::Sent && entry.wanted == fraction) return;
     entry.wanted = fraction;
     if (isNew || entry.stage == Stage::Confirming)
         send(object, entry);

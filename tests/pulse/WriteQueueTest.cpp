@@ -57,6 +57,14 @@ TEST_F(WriteQueueTest, SendsAValueThatReturnsToTheOneInFlight) {
     EXPECT_EQ(sent[1].fraction, 0.8F);
 }
 
+TEST_F(WriteQueueTest, SendsAValueOnceThatIsSetAgainWhileItIsInFlight) {
+    queue.set(speaker, 0.8F);
+    queue.set(speaker, 0.8F);
+    queue.acknowledged(speaker, sent[0].ticket);
+    EXPECT_EQ(sent.size(), 1U);
+    EXPECT_EQ(confirming, std::vector<std::uint64_t>{sent[0].ticket});
+}
+
 TEST_F(WriteQueueTest, StaysPendingUntilTheServerWasAskedAgain) {
     queue.set(speaker, 0.5F);
     queue.acknowledged(speaker, sent[0].ticket);
