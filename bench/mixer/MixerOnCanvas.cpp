@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr int width = 320;       // Points, and pixels.
+constexpr int width = 320;        // Points, and pixels.
 constexpr int bandHeight = 4000;  // What is painted at once of a mixer taller than any surface.
 
 std::string categoryName(int number) {
