@@ -8,6 +8,8 @@
 #include <memory>
 #include <string>
 
+// The library's own name for it, declared without its header.
+// NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 typedef struct _GdkDisplay GdkDisplay;
 
 /// The program: the sound service, the widget, and the window or the picture that shows it.
