@@ -19,13 +19,17 @@ std::string captionTitle(const CategoryRecord& record, AVSystemController* servi
     return title + " (" + describe(route) + ")";
 }
 
+std::string percentText(float percent) {
+    char text[64];
+    std::snprintf(text, sizeof text, "%.0f%%", static_cast<double>(percent));
+    return text;
+}
+
 std::string captionText(const std::string& title, float percent, Percentage percentage) {
     if (percentage == Percentage::Hidden) return title;
-    char number[64];
-    std::snprintf(number, sizeof number, ": %.0f%%", static_cast<double>(percent));
-    return title + number;
+    return title + ": " + percentText(percent);
 }
 
 std::string unknownCaptionText(const std::string& title) {
-    return title + ": unknown";
+    return title + ": " + unknownVolume;
 }

@@ -12,9 +12,14 @@ std::string captionTitle(const CategoryRecord& record, AVSystemController* servi
 
 enum class Percentage { Hidden, Shown };
 
-/// The caption of a row whose volume is known. `percent` is rounded to a whole number, a tie to
-/// the even one.
+/// "40%": rounded to a whole number, a tie to the even one.
+std::string percentText(float percent);
+
+/// The caption of a row whose volume is known.
 std::string captionText(const std::string& title, float percent, Percentage percentage);
+
+/// What stands in a volume's place where it cannot be read.
+inline constexpr const char* unknownVolume = "unknown";
 
 /// The caption of a row whose volume cannot be read.
 std::string unknownCaptionText(const std::string& title);

@@ -20,6 +20,8 @@ class PulseAudioController::Service {
     pulse::CategoryState look(const NSString& category);
     bool set(const NSString& category, float fraction);
 
+    bool isWriting() const { return !writes_.isEmpty(); }
+
     State state() const { return state_; }
     void setStateHandler(std::function<void(State)> handler) { stateHandler_ = std::move(handler); }
     pulse::Announcer& announcer() { return announcer_; }
@@ -153,6 +155,10 @@ bool PulseAudioController::setVolumeTo(float volume, const NSString& category) {
 
 NSString PulseAudioController::routeForCategory(const NSString& category) {
     return service_->look(category).route;
+}
+
+bool PulseAudioController::isWriting() const {
+    return service_->isWriting();
 }
 
 PulseAudioController::State PulseAudioController::state() const {

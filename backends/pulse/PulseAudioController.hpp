@@ -40,6 +40,10 @@ class PulseAudioController : public AVSystemController {
     /// A known category has a route always: without a server the last one, "Speaker" at first.
     NSString routeForCategory(const NSString& category) override;
 
+    /// Whether a volume that was set has not been confirmed by the server yet. False also where
+    /// the connection ended meanwhile, which state() tells. For a program that ends right after.
+    bool isWriting() const;
+
     State state() const;
     /// Called with each new state, before the notifications that come of it.
     void setStateHandler(std::function<void(State)> handler);

@@ -25,6 +25,9 @@ class WriteQueue {
     /// The volume that the object will have once its writes are through.
     std::optional<float> pending(const VolumeObject& object) const;
 
+    /// Whether every write is through.
+    bool isEmpty() const { return entries_.empty(); }
+
     /// Answers to tickets that are not awaited any more are ignored.
     void acknowledged(const VolumeObject& object, std::uint64_t ticket);
     void confirmed(const VolumeObject& object, std::uint64_t ticket);

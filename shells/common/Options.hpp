@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace shell {
 
@@ -23,6 +24,17 @@ struct Option {
 /// has been taken.
 std::optional<std::string> readOptions(std::span<const Option> options,
                                        std::span<const char* const> arguments);
+
+/// What stands on a command line besides the options, or what is wrong with it.
+struct Operands {
+    std::vector<std::string> words;
+    std::optional<std::string> error;
+};
+
+/// The same for a program that takes other words too, wherever they stand among the options. A
+/// lone dash, a negative number ("-5%") and everything after "--" are such words.
+Operands readOptionsAndOperands(std::span<const Option> options,
+                                std::span<const char* const> arguments);
 
 /// The usage line and a line for each option.
 std::string helpText(std::string_view usage, std::span<const Option> options);

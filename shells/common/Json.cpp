@@ -1,9 +1,9 @@
-#include "shells/headless/Json.hpp"
+#include "shells/common/Json.hpp"
 
 #include <charconv>
 #include <cmath>
 
-namespace headless {
+namespace shell {
 namespace {
 
 constexpr double largestExactInteger = 9007199254740992.0;  // 2 to the 53rd.
@@ -78,4 +78,4 @@ std::string lineFrom(const Json& object) {
     return object.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
-}  // namespace headless
+}  // namespace shell

@@ -1,0 +1,150 @@
+#include "shells/control/Control.hpp"
+
+#include "mixer/Caption.hpp"
+#include "shells/control/Categories.hpp"
+#include "shells/control/LoopUntilEnd.hpp"
+#include "shells/control/Watcher.hpp"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace control {
+namespace {
+
+constexpr int exitCannot = 1;
+constexpr int exitMisuse = 2;
+
+int complain(int status, const std::string& what) {
+    std::fprintf(stderr, "tarnwickctl: %s\n", printable(what).c_str());
+    return status;
+}
+
+std::vector<CategoryReport> reportsOf(const CategoryList& categories, AVSystemController& service) {
+    std::vector<CategoryReport> reports;
+    for (const CategoryRecord& record : categories)
+        reports.push_back(reportOf(record, service));
+    return reports;
+}
+
+std::vector<Row> rowsFrom(const std::vector<CategoryReport>& reports) {
+    std::vector<Row> rows;
+    for (const CategoryReport& report : reports)
+        rows.push_back(rowFrom(report));
+    return rows;
+}
+
+Table tableFor(const std::vector<Row>& rows) {
+    Table table(Output::isTerminal() ? Table::Style::Aligned : Table::Style::TabSeparated);
+    table.makeRoomFor(rows);
+    return table;
+}
+
+std::string tableText(const std::vector<CategoryReport>& reports) {
+    const std::vector<Row> rows = rowsFrom(reports);
+    Table table = tableFor(rows);
+    std::string text = table.headingLine(reportHeading());
+    for (const Row& row : rows)
+        text += table.line(row);
+    return text;
+}
+
+std::string jsonText(const std::vector<CategoryReport>& reports) {
+    shell::Json array = shell::Json::array();
+    for (const CategoryReport& report : reports)
+        array.push_back(jsonFrom(report));
+    return shell::lineFrom(array) + "\n";
+}
+
+/// Why there is no volume of that category.
+std::string unreadable(const CategoryRecord& record) {
+    const std::string name = "'" + describe(record.categoryName()) + "'";
+    const CategoryList categories = mixerCategories();
+    const bool isListed = std::ranges::any_of(categories, [&](const CategoryRecord& listed) {
+        return listed.categoryName() == record.categoryName();
+    });
+    if (isListed) return name + " has no volume now: what it stands for is not there";
+    return name + " is not among the mixer's categories, and the sound server knows none of it";
+}
+
+}  // namespace
+
+Control::Control(const Request& request) : request_(request), service_(request.server) {}
+
+int Control::run() {
+    if (!service_.waitUntilReady(request_.timeoutSeconds)) {
+        const std::string place = request_.server ? " at " + *request_.server : "";
+        return complain(exitCannot, "no sound server answers" + place);
+    }
+    switch (request_.verb) {
+        case Verb::List:
+            return list();
+        case Verb::Get:
+            return withCategory(&Control::get);
+        case Verb::Set:
+            return withCategory(&Control::set);
+        case Verb::Watch:
+            return watch();
+    }
+    return exitMisuse;
+}
+
+int Control::withCategory(int (Control::*action)(const CategoryRecord&)) {
+    const auto [record, error] = categoryCalled(request_.category, mixerCategories());
+    return record ? (this->*action)(*record) : complain(exitMisuse, error);
+}
+
+int Control::list() {
+    const auto reports = reportsOf(mixerCategories(), service_.volumes());
+    output_.write(request_.form == Form::Json ? jsonText(reports) : tableText(reports));
+    return finish();
+}
+
+int Control::get(const CategoryRecord& record) {
+    const CategoryReport report = reportOf(record, service_.volumes());
+    if (request_.form == Form::Json)
+        output_.write(shell::lineFrom(jsonFrom(report)) + "\n");
+    else if (report.volume)
+        output_.write(volumeText(report) + "\n");
+    if (!report.volume) return complain(exitCannot, unreadable(record));
+    return finish();
+}
+
+int Control::set(const CategoryRecord& record) {
+    const CategoryReport report = reportOf(record, service_.volumes());
+    if (!report.volume) return complain(exitCannot, unreadable(record));
+    const float wanted = request_.change->appliedTo(*report.volume);
+    // A step against the end of the scale is none: what is muted there stays so.
+    if (request_.change->isStep() && wanted == *report.volume) return EXIT_SUCCESS;
+    if (!service_.volumes().setVolumeTo(wanted, record.categoryName()))
+        return complain(exitCannot, "'" + describe(record.categoryName()) + "' cannot be set now");
+    if (!service_.waitUntilWritten(request_.timeoutSeconds))
+        return complain(exitCannot, "the sound server did not confirm the volume");
+    return EXIT_SUCCESS;
+}
+
+int Control::watch() {
+    LoopUntilEnd loop;
+    const CategoryList categories = mixerCategories();
+    Table table = tableFor(rowsFrom(reportsOf(categories, service_.volumes())));
+    const std::string heading =
+        request_.form == Form::Text ? table.headingLine(reportHeading()) : "";
+    const auto tell = [&](const CategoryReport& report) {
+        const bool isWritten =
+            output_.write(request_.form == Form::Json ? shell::lineFrom(jsonFrom(report)) + "\n"
+                                                      : table.line(rowFrom(report)));
+        if (!isWritten) loop.end();
+    };
+    const Watcher watcher(service_, categories, tell);
+    if (output_.write(heading)) loop.run();
+    return output_.error() == EPIPE ? EXIT_SUCCESS : finish();
+}
+
+int Control::finish() {
+    if (output_.error() == 0) return EXIT_SUCCESS;
+    return complain(exitCannot, std::string("standard output: ") + std::strerror(output_.error()));
+}
+
+}  // namespace control

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "config/CategoryRecord.hpp"
+#include "shells/control/Output.hpp"
+#include "shells/control/Request.hpp"
+#include "shells/control/Service.hpp"
+
+namespace control {
+
+/// Carries out one request. Text for people goes to standard error, what was asked for to standard
+/// output.
+class Control {
+ public:
+    explicit Control(const Request& request);
+
+    /// The program's exit status: 0 done, 1 it could not be done, 2 misuse.
+    int run();
+
+ private:
+    int list();
+    int get(const CategoryRecord& record);
+    int set(const CategoryRecord& record);
+    int watch();
+    int withCategory(int (Control::*action)(const CategoryRecord&));
+    int finish();
+
+    const Request& request_;
+    Output output_;
+    Service service_;
+};
+
+}  // namespace control

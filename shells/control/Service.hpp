@@ -1,0 +1,30 @@
+#pragma once
+
+#include "backends/glib/GLibRunLoop.hpp"
+#include "backends/pulse/PulseAudioController.hpp"
+
+#include <functional>
+#include <memory>
+
+namespace control {
+
+/// The sound server's volumes, and the loop on which they are waited for.
+class Service {
+ public:
+    /// Begins to connect. `server` is an address as libpulse takes it; nil: where it finds one.
+    explicit Service(const NSString& server);
+
+    PulseAudioController& volumes() { return *volumes_; }
+    /// False when the server has not answered within that many seconds.
+    bool waitUntilReady(double seconds);
+    /// False when the server has not taken what was set within that many seconds.
+    bool waitUntilWritten(double seconds);
+
+ private:
+    static bool waitUntil(const std::function<bool()>& condition, double seconds);
+
+    GLibRunLoop runLoop_;
+    std::shared_ptr<PulseAudioController> volumes_;
+};
+
+}  // namespace control

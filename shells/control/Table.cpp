@@ -1,0 +1,71 @@
+#include "shells/control/Table.hpp"
+
+#include <glib.h>
+
+#include <algorithm>
+#include <memory>
+
+namespace control {
+namespace {
+
+constexpr std::size_t gap = 2;  // Columns of a terminal.
+
+struct Freed {
+    void operator()(char* text) const { g_free(text); }
+};
+using OwnText = std::unique_ptr<char, Freed>;
+
+/// How many columns of a terminal a printable text takes.
+std::size_t widthOf(const std::string& text) {
+    std::size_t width = 0;
+    for (const char* at = text.c_str(); *at != '\0'; at = g_utf8_next_char(at)) {
+        const gunichar character = g_utf8_get_char(at);
+        if (g_unichar_iszerowidth(character) == FALSE)
+            width += g_unichar_iswide(character) != FALSE ? 2 : 1;
+    }
+    return width;
+}
+
+}  // namespace
+
+std::string printable(const std::string& text) {
+    const OwnText valid(g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
+    std::string result;
+    for (const char* at = valid.get(); *at != '\0';) {
+        const char* const next = g_utf8_next_char(at);
+        if (g_unichar_iscntrl(g_utf8_get_char(at)) != FALSE)
+            result += ' ';
+        else
+            result.append(at, next);
+        at = next;
+    }
+    return result;
+}
+
+void Table::makeRoomFor(std::span<const Row> rows) {
+    for (const Row& row : rows)
+        for (std::size_t i = 0; i < columnCount; ++i)
+            widths_[i] = std::max(widths_[i], widthOf(printable(row[i])));
+}
+
+std::string Table::headingLine(const Row& heading) {
+    if (style_ == Style::TabSeparated) return "";
+    makeRoomFor({&heading, 1});
+    return line(heading);
+}
+
+std::string Table::line(const Row& row) const {
+    std::string text;
+    for (std::size_t i = 0; i < columnCount; ++i) {
+        const std::string field = printable(row[i]);
+        text += field;
+        if (i + 1 == columnCount) break;
+        if (style_ == Style::TabSeparated)
+            text += '\t';
+        else
+            text.append(std::max(widths_[i], widthOf(field)) + gap - widthOf(field), ' ');
+    }
+    return text + "\n";
+}
+
+}  // namespace control

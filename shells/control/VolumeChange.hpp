@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+namespace control {
+
+/// What "set" is asked for: a volume, or a step up or down from where the volume stands.
+class VolumeChange {
+ public:
+    /// "40%", or "0.4" as a fraction of the whole; with a sign a step, "+5%" or "-0.05". nullopt
+    /// for any other text. A bare "40" or "1" is none: it could mean either.
+    static std::optional<VolumeChange> from(std::string_view text);
+
+    /// The volume that it leads to from `current`, both from 0 to 1.
+    float appliedTo(float current) const;
+    bool isStep() const { return kind_ == Kind::Step; }
+
+ private:
+    enum class Kind { Volume, Step };
+    VolumeChange(Kind kind, double fraction) : kind_(kind), fraction_(fraction) {}
+
+    Kind kind_;
+    double fraction_;
+};
+
+}  // namespace control

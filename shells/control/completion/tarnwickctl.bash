@@ -1,0 +1,43 @@
+# Completion of tarnwickctl for bash.
+
+# The categories that the mixer has now and that begin with the word under the cursor.
+_tarnwickctl_categories() {
+    local typed=${cur//\\/} category
+    typed=${typed#[\"\']}
+    while IFS=$'\t' read -r category _; do
+        [[ $category == "$typed"* ]] && COMPREPLY+=("$(printf '%q' "$category")")
+    done < <("$1" --timeout 0.3 list 2>/dev/null)
+    __ltrim_colon_completions "$cur"
+}
+
+_tarnwickctl() {
+    local cur prev words cword i command= operands=0
+    _init_completion -n := || return
+    for ((i = 1; i < cword; ++i)); do
+        case ${words[i]} in
+        --server | --timeout | --preferences | --model) ((++i)) ;;
+        --*) ;;
+        *) [[ $command ]] && ((++operands)) || command=${words[i]} ;;
+        esac
+    done
+    case $prev in
+    --preferences)
+        _filedir -d
+        return
+        ;;
+    --server | --timeout | --model) return ;;
+    esac
+
+    if [[ $cur == --* ]]; then
+        COMPREPLY=($(compgen -W '--json --server --timeout --preferences --model --help --version' \
+            -- "$cur"))
+    elif [[ ! $command ]]; then
+        COMPREPLY=($(compgen -W 'list get set watch' -- "$cur"))
+    elif [[ $command == [gs]et && $operands == 0 ]]; then
+        _tarnwickctl_categories "$1"
+    elif [[ $command == set && $operands == 1 ]]; then
+        COMPREPLY=($(compgen -W '+5% -5% 0% 25% 50% 75% 100%' -- "$cur"))
+    fi
+}
+
+complete -F _tarnwickctl tarnwickctl

@@ -1,0 +1,75 @@
+#include "shells/control/Request.hpp"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace control {
+namespace {
+
+class RequestTest : public testing::Test {
+ protected:
+    std::optional<std::string> read(const std::vector<const char*>& arguments) {
+        request = Request();
+        return readRequest(request, arguments);
+    }
+    Request request;
+};
+
+TEST_F(RequestTest, TakesOptionsWhereverTheyStand) {
+    EXPECT_EQ(read({"--server", "unix:/a", "set", "--timeout=0.5", "Ringtone", "40%", "--json"}),
+              std::nullopt);
+    EXPECT_EQ(request.verb, Verb::Set);
+    EXPECT_EQ(request.category, "Ringtone");
+    EXPECT_EQ(request.server, "unix:/a");
+    EXPECT_EQ(request.timeoutSeconds, 0.5);
+    EXPECT_EQ(request.form, Form::Json);
+}
+
+TEST_F(RequestTest, TakesAStepDownForWhatItIs) {
+    EXPECT_EQ(read({"set", "Ringtone", "-5%"}), std::nullopt);
+    EXPECT_EQ(request.change->appliedTo(0.5F), 0.45F);
+    EXPECT_EQ(read({"set", "Ringtone", "-.05"}), std::nullopt);
+    EXPECT_TRUE(request.change->isStep());
+}
+
+TEST_F(RequestTest, TakesACategoryWithADashBehindTwoDashes) {
+    EXPECT_EQ(read({"get", "--", "--json"}), std::nullopt);
+    EXPECT_EQ(request.category, "--json");
+    EXPECT_EQ(request.form, Form::Text);
+}
+
+TEST_F(RequestTest, NeedsNoCommandForAQuestion) {
+    EXPECT_EQ(read({"--help"}), std::nullopt);
+    EXPECT_TRUE(request.common.help);
+    EXPECT_EQ(read({"--version"}), std::nullopt);
+}
+
+TEST_F(RequestTest, TakesATimeoutBetweenNothingAndAnHour) {
+    for (const char* seconds : {"0", "3600", "1e-3"})
+        EXPECT_EQ(read({"--timeout", seconds, "list"}), std::nullopt) << seconds;
+    for (const char* seconds : {"", "-1", "3600.5", "nan", "inf", "2s", "soon", "1e999"})
+        EXPECT_EQ(read({"--timeout", seconds, "list"}),
+                  "--timeout: SECONDS is a number from 0 to 3600")
+            << seconds;
+}
+
+TEST_F(RequestTest, SaysWhatDoesNotFit) {
+    EXPECT_EQ(read({}), "no command was given");
+    EXPECT_EQ(read({"dance"}), "unknown command 'dance'");
+    EXPECT_EQ(read({"List"}), "unknown command 'List'");
+    EXPECT_EQ(read({"list", "all"}), "usage: tarnwickctl list");
+    EXPECT_EQ(read({"get"}), "usage: tarnwickctl get CATEGORY");
+    EXPECT_EQ(read({"get", "a", "b"}), "usage: tarnwickctl get CATEGORY");
+    EXPECT_EQ(read({"set", "a"}), "usage: tarnwickctl set CATEGORY VOLUME");
+    EXPECT_EQ(read({"set", "a", "1%", "2%"}), "usage: tarnwickctl set CATEGORY VOLUME");
+    EXPECT_EQ(read({"watch", "a"}), "usage: tarnwickctl watch");
+    EXPECT_EQ(read({"--bundle", "b", "list"}), "unknown argument '--bundle'");
+    EXPECT_EQ(read({"-h"}), "unknown argument '-h'");
+    EXPECT_EQ(read({"--server=", "list"}), "--server: the value is empty");
+    EXPECT_EQ(read({"set", "a", "40"}),
+              "'40' is no volume: give 40%, 0.4, or a step such as +5% or -5%");
+}
+
+}  // namespace
+}  // namespace control
