@@ -1,5 +1,5 @@
 #include "platform/foundation/NSRunLoop.hpp"
-#include "tests/pulse/PulseFixture.hpp"
+#include "tests/pulse/ServiceFixture.hpp"
 
 #include <algorithm>
 #include <csignal>
@@ -9,7 +9,7 @@
 
 using State = PulseAudioController::State;
 
-class PulseFaults : public PulseFixture {
+class PulseFaults : public OnBothServers {
  protected:
     void startControllerWatched() {
         startController();
@@ -17,7 +17,7 @@ class PulseFaults : public PulseFixture {
         controller_->setAvailabilityHandler([this] { ++rereads_; });
     }
     void startBothWatched() {
-        server_.start();
+        server_->startAndWait();
         startControllerWatched();
         ASSERT_TRUE(waitUntil([&] { return isReady() && posted_.size() >= 2; }));
         posted_.clear();
@@ -43,11 +43,12 @@ class PulseFaults : public PulseFixture {
     std::vector<State> states_;
     int rereads_ = 0;
 };
+INSTANTIATE_TEST_SUITE_P(On, PulseFaults, bothServers, serverName);
 
 // Turns of the loop take a fraction of a millisecond; what waits for a server takes seconds.
 constexpr double blockedSeconds = 0.5;
 
-TEST_F(PulseFaults, SaysThatNoServerAnswersAndFillsWhenOneComes) {
+TEST_P(PulseFaults, SaysThatNoServerAnswersAndFillsWhenOneComes) {
     startControllerWatched();
     EXPECT_EQ(controller_->state(), State::Connecting);
     ASSERT_TRUE(waitUntil([&] { return !states_.empty(); }));
@@ -56,13 +57,13 @@ TEST_F(PulseFaults, SaysThatNoServerAnswersAndFillsWhenOneComes) {
     EXPECT_FALSE(controller_->setVolumeTo(0.5F, "Audio/Video"));
     EXPECT_EQ(controller_->routeForCategory("Audio/Video"), "Speaker");
 
-    server_.start();
+    server_->start();
     EXPECT_TRUE(waitForVolume("Audio/Video", 1));
     EXPECT_TRUE(waitForVolume("Ringtone", 1));
     EXPECT_EQ(states_, (std::vector<State>{State::Unavailable, State::Ready}));
 }
 
-TEST_F(PulseFaults, TellsTheFailureOfTheFirstAttemptOnceHoweverManyFollow) {
+TEST_P(PulseFaults, TellsTheFailureOfTheFirstAttemptOnceHoweverManyFollow) {
     startControllerWatched();
     ASSERT_TRUE(waitUntil([&] { return !states_.empty(); }));
     runFor(0.3);
@@ -71,15 +72,15 @@ TEST_F(PulseFaults, TellsTheFailureOfTheFirstAttemptOnceHoweverManyFollow) {
     EXPECT_TRUE(posted_.empty());
 }
 
-TEST_F(PulseFaults, CannotReadAnythingFromTheEndOfAServerUntilTheNextOne) {
+TEST_P(PulseFaults, CannotReadAnythingFromTheEndOfAServerUntilTheNextOne) {
     startBothWatched();
-    server_.pactl({"set-default-sink", "hp"});
+    server_->pactl({"set-default-sink", "hp"});
     ASSERT_TRUE(
         waitUntil([&] { return controller_->routeForCategory("Ringtone") == "Headphones"; }));
     for (const int signal : {SIGTERM, SIGKILL}) {
         states_.clear();
         rereads_ = 0;
-        server_.stop(signal);
+        server_->stop(signal);
         ASSERT_TRUE(waitUntil([&] { return isUnavailable() && rereads_ > 0; }));
         EXPECT_EQ(volumeOf("Audio/Video"), unreadable);
         EXPECT_EQ(volumeOf("Ringtone"), unreadable);
@@ -87,40 +88,40 @@ TEST_F(PulseFaults, CannotReadAnythingFromTheEndOfAServerUntilTheNextOne) {
         EXPECT_FALSE(controller_->setVolumeTo(0.5F, "Audio/Video"));
 
         posted_.clear();
-        server_.start();
+        server_->start();
         EXPECT_TRUE(waitForVolume("Audio/Video", 1)) << "or a set was kept for the next server";
         EXPECT_TRUE(waitForVolume("Ringtone", 1));
         EXPECT_EQ(states_, (std::vector<State>{State::Unavailable, State::Ready}));
     }
 }
 
-TEST_F(PulseFaults, MovesAndFollowsTheServerThatCameBack) {
+TEST_P(PulseFaults, MovesAndFollowsTheServerThatCameBack) {
     startBothWatched();
-    server_.stop(SIGKILL);
-    server_.start();
+    server_->stop(SIGKILL);
+    server_->start();
     ASSERT_TRUE(waitUntil([&] { return states_.size() == 2; }));
     ASSERT_TRUE(controller_->setVolumeTo(0.25F, "Audio/Video"));
     ASSERT_TRUE(waitForVolume("Audio/Video", 0.25F));
-    EXPECT_EQ(server_.sinkVolumes("spk"), (std::vector<unsigned>{16384, 16384}));
-    server_.pactl({"set-sink-volume", "spk", "32768"});
+    EXPECT_EQ(server_->sinkVolumes("spk"), (std::vector<unsigned>{16384, 16384}));
+    server_->pactl({"set-sink-volume", "spk", "32768"});
     EXPECT_TRUE(waitForVolume("Audio/Video", 0.5F));
 }
 
-TEST_F(PulseFaults, DropsTheSetsThatAServerDidNotLiveToTake) {
+TEST_P(PulseFaults, DropsTheSetsThatAServerDidNotLiveToTake) {
     startBothWatched();
     for (int i = 0; i < 100; ++i)
         controller_->setVolumeTo(0.5F, "Audio/Video");
-    server_.stop(SIGKILL);
-    server_.start();
+    server_->stop(SIGKILL);
+    server_->start();
     ASSERT_TRUE(waitUntil([&] { return states_.size() == 2; }));
     EXPECT_TRUE(waitForVolume("Audio/Video", 1));
     runFor(0.05);
-    EXPECT_EQ(server_.sinkVolumes("spk"), (std::vector<unsigned>{65536, 65536}));
+    EXPECT_EQ(server_->sinkVolumes("spk"), (std::vector<unsigned>{65536, 65536}));
 }
 
-TEST_F(PulseFaults, NeverWaitsForAServerThatHangsAndGivesItUpInTime) {
+TEST_P(PulseFaults, NeverWaitsForAServerThatHangsAndGivesItUpInTime) {
     startBothWatched();
-    server_.suspend();
+    server_->suspend();
     const double start = NSRunLoop::mainRunLoop().currentTime();
     for (int i = 0; i < 1000; ++i)
         controller_->setVolumeTo(0.25F, "Audio/Video");
@@ -128,38 +129,38 @@ TEST_F(PulseFaults, NeverWaitsForAServerThatHangsAndGivesItUpInTime) {
     EXPECT_NEAR(NSRunLoop::mainRunLoop().currentTime() - start, 2.0, 0.5);
     EXPECT_EQ(volumeOf("Audio/Video"), unreadable);
 
-    server_.resume();
+    server_->resume();
     EXPECT_LT(longestTurnUntil([&] { return isReady(); }), blockedSeconds);
     // The one set that was in flight may have come through, and shows what it did.
-    const float expected = static_cast<float>(server_.sinkVolumes("spk")[0]) / 65536;
+    const float expected = static_cast<float>(server_->sinkVolumes("spk")[0]) / 65536;
     EXPECT_TRUE(waitForVolume("Audio/Video", expected));
 }
 
-TEST_F(PulseFaults, TakesNoHarmFromAShortHang) {
+TEST_P(PulseFaults, TakesNoHarmFromAShortHang) {
     startBothWatched();
-    server_.suspend();
+    server_->suspend();
     controller_->setVolumeTo(0.5F, "Audio/Video");
     controller_->setVolumeTo(0.25F, "Audio/Video");
     runFor(0.5);
-    server_.resume();
+    server_->resume();
     ASSERT_TRUE(waitForVolume("Audio/Video", 0.25F));
     EXPECT_TRUE(waitUntil([&] {
-        return server_.sinkVolumes("spk") == std::vector<unsigned>{16384, 16384};
+        return server_->sinkVolumes("spk") == std::vector<unsigned>{16384, 16384};
     }));
     EXPECT_TRUE(states_.empty());
 }
 
-TEST_F(PulseFaults, GivesUpAnAttemptAtAServerThatHangs) {
-    server_.start();
-    ASSERT_TRUE(waitUntil([&] { return std::filesystem::exists(server_.socket()); }));
-    server_.suspend();
+TEST_P(PulseFaults, GivesUpAnAttemptAtAServerThatHangs) {
+    server_->start();
+    ASSERT_TRUE(waitUntil([&] { return std::filesystem::exists(folder_.socket()); }));
+    server_->suspend();
     startControllerWatched();
     EXPECT_LT(longestTurnUntil([&] { return isUnavailable(); }), blockedSeconds);
-    server_.resume();
+    server_->resume();
     EXPECT_TRUE(waitForVolume("Audio/Video", 1));
 }
 
-TEST_F(PulseFaults, IsUnavailableAtAddressesThatLeadNowhere) {
+TEST_P(PulseFaults, IsUnavailableAtAddressesThatLeadNowhere) {
     for (const std::string& address :
          {std::string("unix:/nowhere/at/all"), std::string("nonsense:::"), std::string("unix:"),
           std::string("tcp:127.0.0.1:1"), std::string("{x}unix:/nowhere"), std::string(" "),
@@ -173,28 +174,28 @@ TEST_F(PulseFaults, IsUnavailableAtAddressesThatLeadNowhere) {
     }
 }
 
-TEST_F(PulseFaults, TakesAServerFromTheEnvironment) {
-    setenv("PULSE_SERVER", server_.address().c_str(), 1);
-    server_.start();
+TEST_P(PulseFaults, TakesAServerFromTheEnvironment) {
+    setenv("PULSE_SERVER", server_->address().c_str(), 1);
+    server_->start();
     controller_ = std::make_shared<PulseAudioController>();
     EXPECT_TRUE(waitForVolume("Audio/Video", 1));
     unsetenv("PULSE_SERVER");
 }
 
-TEST_F(PulseFaults, KeepsNoDescriptorOfServersThatAreGone) {
+TEST_P(PulseFaults, KeepsNoDescriptorOfServersThatAreGone) {
     startBothWatched();
     std::ptrdiff_t before = 0;
     for (int restart = 0; restart < 20; ++restart) {
         controller_->setVolumeTo(0.25F, "Audio/Video");
-        server_.stop(SIGKILL);
+        server_->stop(SIGKILL);
         ASSERT_TRUE(waitUntil([&] { return isUnavailable(); }));
-        server_.start();
+        server_->start();
         ASSERT_TRUE(waitUntil([&] { return isReady(); }));
         if (restart == 0) before = openDescriptors();
     }
     EXPECT_EQ(openDescriptors(), before);
     controller_->setVolumeTo(0.5F, "Audio/Video");
     EXPECT_TRUE(waitUntil([&] {
-        return server_.sinkVolumes("spk") == std::vector<unsigned>{32768, 32768};
+        return server_->sinkVolumes("spk") == std::vector<unsigned>{32768, 32768};
     }));
 }

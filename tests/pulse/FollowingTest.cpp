@@ -1,117 +1,132 @@
-#include "tests/pulse/PulseFixture.hpp"
+#include "tests/pulse/ServiceFixture.hpp"
 
 // What the service reads and follows when it is changed elsewhere.
 
-class PulseFollowing : public PulseFixture {};
+class PulseFollowing : public OnBothServers {
+ protected:
+    /// The device without sound that stands in until a real one comes.
+    bool hasPlaceholder() {
+        try {
+            return server_->pactl({"get-default-sink"}) == "auto_null\n";
+        } catch (const std::runtime_error&) {
+            return false;
+        }
+    }
+};
+INSTANTIATE_TEST_SUITE_P(On, PulseFollowing, bothServers, serverName);
 
-TEST_F(PulseFollowing, ReadsTheDefaultDeviceAndAnnouncesItAtTheStart) {
-    server_.addScriptLine("set-sink-volume spk 24642");
-    startBoth();
+class PulseAudioFollowing : public OnPulseAudio {};
+
+TEST_P(PulseFollowing, ReadsTheDefaultDeviceAndAnnouncesItAtTheStart) {
+    server_->startAndWait();
+    server_->pactl({"set-sink-volume", "spk", "24642"});
+    startControllerAndWait();
     EXPECT_TRUE(waitForVolume("Audio/Video", 24642.0F / 65536));
     EXPECT_TRUE(waitForVolume("Ringtone", 1));
-    EXPECT_EQ(posted_.size(), 2U);
+    EXPECT_EQ(volumesPosted("Audio/Video").size(), 1U);
+    EXPECT_EQ(volumesPosted("Ringtone").size(), 1U);
 }
 
-TEST_F(PulseFollowing, FollowsAVolumeSetElsewhere) {
+TEST_P(PulseFollowing, FollowsAVolumeSetElsewhere) {
     startBoth();
-    server_.pactl({"set-sink-volume", "spk", "40%"});
+    server_->pactl({"set-sink-volume", "spk", "40%"});
     EXPECT_TRUE(waitForVolume("Audio/Video", 0.4F));
 }
 
-TEST_F(PulseFollowing, ShowsTheLoudestChannel) {
+TEST_P(PulseFollowing, ShowsTheLoudestChannel) {
     startBoth();
-    server_.pactl({"set-sink-volume", "spk", "16384", "49152"});
+    server_->pactl({"set-sink-volume", "spk", "16384", "49152"});
     EXPECT_TRUE(waitForVolume("Audio/Video", 0.75F));
 }
 
-TEST_F(PulseFollowing, ShowsAMutedDeviceAsSilentAndComesBackUnmuted) {
+TEST_P(PulseFollowing, ShowsAMutedDeviceAsSilentAndComesBackUnmuted) {
     startBoth();
-    server_.pactl({"set-sink-volume", "spk", "40%"});
+    server_->pactl({"set-sink-volume", "spk", "40%"});
     ASSERT_TRUE(waitForVolume("Audio/Video", 0.4F));
-    server_.pactl({"set-sink-mute", "spk", "1"});
+    server_->pactl({"set-sink-mute", "spk", "1"});
     EXPECT_TRUE(waitForVolume("Audio/Video", 0));
-    server_.pactl({"set-sink-mute", "spk", "0"});
+    server_->pactl({"set-sink-mute", "spk", "0"});
     EXPECT_TRUE(waitForVolume("Audio/Video", 0.4F));
 }
 
-TEST_F(PulseFollowing, ShowsAnAmplifiedDeviceAsFullAndLeavesItSo) {
-    server_.addScriptLine("set-sink-volume spk 32768");
-    startBoth();
-    server_.pactl({"set-sink-volume", "spk", "150%"});
+TEST_P(PulseFollowing, ShowsAnAmplifiedDeviceAsFullAndLeavesItSo) {
+    server_->startAndWait();
+    server_->pactl({"set-sink-volume", "spk", "32768"});
+    startControllerAndWait();
+    server_->pactl({"set-sink-volume", "spk", "150%"});
     EXPECT_TRUE(waitForVolume("Audio/Video", 1));
-    EXPECT_EQ(server_.sinkVolumes("spk"), (std::vector<unsigned>{98304, 98304}));
+    EXPECT_EQ(server_->sinkVolumes("spk"), (std::vector<unsigned>{98304, 98304}));
 }
 
-TEST_F(PulseFollowing, FollowsAnotherDefaultDeviceWithItsRoute) {
+TEST_P(PulseFollowing, FollowsAnotherDefaultDeviceWithItsRoute) {
     startBoth();
     EXPECT_EQ(controller_->routeForCategory("Audio/Video"), "Speaker");
-    server_.pactl({"set-sink-volume", "hp", "16384"});
-    server_.pactl({"set-default-sink", "hp"});
+    server_->pactl({"set-sink-volume", "hp", "16384"});
+    server_->pactl({"set-default-sink", "hp"});
     EXPECT_TRUE(waitForVolume("Audio/Video", 0.25F));
     EXPECT_EQ(controller_->routeForCategory("Audio/Video"), "Headphones");
     EXPECT_EQ(controller_->routeForCategory("PhoneCall"), "Headphones");
 }
 
-TEST_F(PulseFollowing, AnnouncesARouteThatChangedWithoutTheVolume) {
+TEST_P(PulseFollowing, AnnouncesARouteThatChangedWithoutTheVolume) {
     startBoth();
     posted_.clear();
-    server_.pactl({"set-default-sink", "hp"});  // Both devices are at 100 %.
+    server_->pactl({"set-default-sink", "hp"});  // Both devices are at 100 %.
     ASSERT_TRUE(waitUntil([&] { return lastPosted("Audio/Video") && lastPosted("Ringtone"); }));
     EXPECT_EQ(lastPosted("Audio/Video")->volume, 1);
     EXPECT_EQ(controller_->routeForCategory("Ringtone"), "Headphones");
 }
 
-TEST_F(PulseFollowing, IgnoresADeviceThatIsNotTheDefault) {
+TEST_P(PulseFollowing, IgnoresADeviceThatIsNotTheDefault) {
     startBoth();
     posted_.clear();
-    server_.pactl({"set-sink-volume", "hp", "16384"});
-    server_.pactl({"set-sink-volume", "spk", "40%"});
+    server_->pactl({"set-sink-volume", "hp", "16384"});
+    server_->pactl({"set-sink-volume", "spk", "40%"});
     ASSERT_TRUE(waitForVolume("Audio/Video", 0.4F));
-    EXPECT_EQ(posted_.size(), 1U);
+    EXPECT_EQ(volumesPosted("Audio/Video").size(), 1U);
+    EXPECT_EQ(volumesPosted("Ringtone").size(), 0U);
 }
 
-TEST_F(PulseFollowing, TakesTheNextDeviceWhenTheDefaultOneGoes) {
+TEST_P(PulseFollowing, TakesTheNextDeviceWhenTheDefaultOneGoes) {
     startBoth();
-    server_.pactl({"set-sink-volume", "hp", "16384"});
-    server_.pactl({"unload-module", "0"});
-    EXPECT_TRUE(waitForVolume("Audio/Video", 0.25F));
+    const std::string module = server_->loadSink("new");
+    server_->pactl({"set-sink-volume", "new", "16384"});
+    server_->pactl({"set-default-sink", "new"});
+    ASSERT_TRUE(waitForVolume("Audio/Video", 0.25F));
+    server_->pactl({"unload-module", module});
+    EXPECT_TRUE(waitForVolume("Audio/Video", 1));
 }
 
-TEST_F(PulseFollowing, CannotReadAnythingWithoutARealDeviceUntilOneComes) {
-    server_.addScriptLine("load-module module-always-sink");
-    startBoth();
-    int rereads = 0;
-    controller_->setAvailabilityHandler([&] { ++rereads; });
-    server_.pactl({"unload-module", "1"});
-    server_.pactl({"unload-module", "0"});
-    ASSERT_TRUE(waitUntil([&] { return rereads > 0 && volumeOf("Audio/Video") == unreadable; }));
+TEST_P(PulseFollowing, CannotReadAnythingWithoutARealDeviceUntilOneComes) {
+    server_->setSinks({});
+    server_->start();
+    ASSERT_TRUE(waitUntil([&] { return hasPlaceholder(); }));
+    startController();
+    ASSERT_TRUE(waitUntil([&] { return isReady(); }));
+    EXPECT_EQ(volumeOf("Audio/Video"), unreadable);
     EXPECT_EQ(volumeOf("Ringtone"), unreadable);
-    EXPECT_TRUE(controller_->routeForCategory("Audio/Video").has_value());
+    EXPECT_EQ(routeOf("Audio/Video"), "Speaker");
 
-    posted_.clear();
-    server_.pactl({"load-module", "module-null-sink", "sink_name=new"});
+    const std::string module = server_->loadSink("new");
     EXPECT_TRUE(waitForVolume("Audio/Video", 1));
     EXPECT_TRUE(waitForVolume("Ringtone", 1));
+
+    int rereads = 0;
+    controller_->setAvailabilityHandler([&] { ++rereads; });
+    server_->pactl({"unload-module", module});
+    ASSERT_TRUE(waitUntil([&] { return rereads > 0 && volumeOf("Audio/Video") == unreadable; }));
+    EXPECT_EQ(volumeOf("Ringtone"), unreadable);
 }
 
-TEST_F(PulseFollowing, ReadsTheRingtoneFromTheEventEntryAndFollowsIt) {
-    startBoth();
-    auto other = std::make_shared<PulseAudioController>(server_.address());
-    ASSERT_TRUE(waitUntil([&] { return other->state() == PulseAudioController::State::Ready; }));
-    ASSERT_TRUE(other->setVolumeTo(0.376F, "Ringtone"));
-    EXPECT_TRUE(waitForVolume("Ringtone", 24642.0F / 65536));
-    EXPECT_EQ(volumeOf("Audio/Video"), 1);
-}
-
-TEST_F(PulseFollowing, CannotReadTheRingtoneWhereTheServerKeepsNoRoles) {
-    server_.setExtension(PrivatePulseServer::Extension::None);
+TEST_F(PulseAudioFollowing, CannotReadTheRingtoneWhereTheServerKeepsNoRoles) {
+    pulseAudio().setRoleEntries(rigs::PulseAudioServer::RoleEntries::None);
     startBoth();
     EXPECT_EQ(volumeOf("Audio/Video"), 1);
     EXPECT_EQ(volumeOf("Ringtone"), unreadable);
     EXPECT_FALSE(controller_->setVolumeTo(0.5F, "Ringtone"));
 }
 
-TEST_F(PulseFollowing, CannotReadWhatItDoesNotKnow) {
+TEST_P(PulseFollowing, CannotReadWhatItDoesNotKnow) {
     startBoth();
     float untouched = 0.25F;
     for (const NSString& category : {NSString("HeadsetBT"), NSString("Nonsense"), NSString("")}) {

@@ -1,4 +1,4 @@
-#include "tests/pulse/PulseFixture.hpp"
+#include "tests/pulse/ServiceFixture.hpp"
 
 #include <glib.h>
 
@@ -9,7 +9,7 @@
 
 using State = PulseAudioController::State;
 
-class PulseLifetime : public PulseFixture {
+class PulseLifetime : public OnBothServers {
  protected:
     void watch() {
         controller_->setStateHandler([this](State) { ++calls_; });
@@ -27,16 +27,17 @@ class PulseLifetime : public PulseFixture {
 
     int calls_ = 0;
 };
+INSTANTIATE_TEST_SUITE_P(On, PulseLifetime, bothServers, serverName);
 
-TEST_F(PulseLifetime, EndsBeforeItsFirstTurn) {
-    server_.start();
+TEST_P(PulseLifetime, EndsBeforeItsFirstTurn) {
+    server_->start();
     startController();
     watch();
     endAndExpectSilence();
 }
 
-TEST_F(PulseLifetime, EndsAfterAnyNumberOfTurnsOfConnectingAndReading) {
-    server_.start();
+TEST_P(PulseLifetime, EndsAfterAnyNumberOfTurnsOfConnectingAndReading) {
+    server_->start();
     startController();
     ASSERT_TRUE(waitUntil([&] { return isReady(); }));
     for (int turns = 1; turns <= 40; ++turns) {
@@ -58,10 +59,10 @@ TEST_F(PulseLifetime, EndsAfterAnyNumberOfTurnsOfConnectingAndReading) {
     EXPECT_TRUE(posted_.empty());
 }
 
-TEST_F(PulseLifetime, EndsInTheMiddleOfSetsAndReads) {
+TEST_P(PulseLifetime, EndsInTheMiddleOfSetsAndReads) {
     startBoth();
     watch();
-    server_.pactl({"set-sink-volume", "spk", "16384"});
+    server_->pactl({"set-sink-volume", "spk", "16384"});
     for (int i = 0; i < 100; ++i) {
         controller_->setVolumeTo(0.5F, "Audio/Video");
         controller_->setVolumeTo(0.5F, "Ringtone");
@@ -69,50 +70,50 @@ TEST_F(PulseLifetime, EndsInTheMiddleOfSetsAndReads) {
     endAndExpectSilence();
 }
 
-TEST_F(PulseLifetime, EndsWithAnAnnouncementOnItsWay) {
+TEST_P(PulseLifetime, EndsWithAnAnnouncementOnItsWay) {
     startBoth();
     posted_.clear();
-    server_.pactl({"set-sink-volume", "spk", "16384"});
+    server_->pactl({"set-sink-volume", "spk", "16384"});
     ASSERT_TRUE(waitUntil([&] { return volumeOf("Audio/Video") == 0.25F; }));
     endAndExpectSilence();
 }
 
-TEST_F(PulseLifetime, EndsBetweenAttempts) {
+TEST_P(PulseLifetime, EndsBetweenAttempts) {
     startController();
     ASSERT_TRUE(waitUntil([&] { return isUnavailable(); }));
     watch();
     endAndExpectSilence();
 }
 
-TEST_F(PulseLifetime, EndsAfterItsServer) {
+TEST_P(PulseLifetime, EndsAfterItsServer) {
     startBoth();
     watch();
-    server_.stop(SIGKILL);
+    server_->stop(SIGKILL);
     endAndExpectSilence();
 }
 
-TEST_F(PulseLifetime, EndsWhileItsServerHangs) {
+TEST_P(PulseLifetime, EndsWhileItsServerHangs) {
     startBoth();
     watch();
-    server_.suspend();
+    server_->suspend();
     controller_->setVolumeTo(0.5F, "Audio/Video");
     runFor(0.05);
     endAndExpectSilence();
 }
 
-TEST_F(PulseLifetime, EndsWhileItConnectsToAServerThatHangs) {
-    server_.start();
-    ASSERT_TRUE(waitUntil([&] { return std::filesystem::exists(server_.socket()); }));
-    server_.suspend();
+TEST_P(PulseLifetime, EndsWhileItConnectsToAServerThatHangs) {
+    server_->start();
+    ASSERT_TRUE(waitUntil([&] { return std::filesystem::exists(folder_.socket()); }));
+    server_->suspend();
     startController();
     watch();
     runFor(0.05);
     endAndExpectSilence();
 }
 
-TEST_F(PulseLifetime, MayBeEndedByItsStateHandler) {
+TEST_P(PulseLifetime, MayBeEndedByItsStateHandler) {
     for (const State end : {State::Unavailable, State::Ready}) {
-        if (end == State::Ready) server_.start();
+        if (end == State::Ready) server_->start();
         startController();
         controller_->setStateHandler([&](State state) {
             if (state != end) return;
@@ -126,20 +127,20 @@ TEST_F(PulseLifetime, MayBeEndedByItsStateHandler) {
     EXPECT_TRUE(posted_.empty());
 }
 
-TEST_F(PulseLifetime, MayBeEndedByItsAvailabilityHandler) {
+TEST_P(PulseLifetime, MayBeEndedByItsAvailabilityHandler) {
     startBoth();
     controller_->setAvailabilityHandler([&] {
         controller_.reset();
         ++calls_;
     });
-    server_.stop(SIGKILL);
+    server_->stop(SIGKILL);
     ASSERT_TRUE(waitUntil([&] { return !controller_; }));
     runFor(0.05);
     EXPECT_EQ(calls_, 1);
 }
 
-TEST_F(PulseLifetime, MayBeEndedByAnObserverOfItsNotification) {
-    server_.start();
+TEST_P(PulseLifetime, MayBeEndedByAnObserverOfItsNotification) {
+    server_->start();
     startController();
     auto ending = std::make_shared<NSObject>();
     NSNotificationCenter::defaultCenter().add(
@@ -151,9 +152,9 @@ TEST_F(PulseLifetime, MayBeEndedByAnObserverOfItsNotification) {
     NSNotificationCenter::defaultCenter().removeObserver(ending.get());
 }
 
-TEST_F(PulseLifetime, LivesBesideAnother) {
+TEST_P(PulseLifetime, LivesBesideAnother) {
     startBoth();
-    auto other = std::make_unique<PulseAudioController>(server_.address());
+    auto other = std::make_unique<PulseAudioController>(server_->address());
     ASSERT_TRUE(waitUntil([&] { return other->state() == State::Ready; }));
     other->setVolumeTo(0.5F, "Audio/Video");
     EXPECT_TRUE(waitForVolume("Audio/Video", 0.5F));

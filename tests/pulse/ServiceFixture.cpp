@@ -1,0 +1,78 @@
+#include "tests/pulse/ServiceFixture.hpp"
+
+#include <cmath>
+
+ServiceFixture::ServiceFixture(ServerKind kind) : server_(rigs::makeServer(kind, folder_)) {
+    const auto record = [this](const NSNotification& notification) {
+        const PropertyValue& info = notification.userInfo;
+        posted_.push_back(
+            {describe(
+                 info.objectForKey(AVSystemController_EffectiveVolumeNotificationParameter_Category)
+                     .string()),
+             info.objectForKey(AVSystemController_EffectiveVolumeNotificationParameter_Volume)
+                 .floatValue()});
+    };
+    NSNotificationCenter::defaultCenter().add(
+        observer_, record, AVSystemController_EffectiveVolumeDidChangeNotification, nullptr);
+}
+
+ServiceFixture::~ServiceFixture() {
+    NSNotificationCenter::defaultCenter().removeObserver(observer_.get());
+    if (HasFailure()) std::printf("The server's programs said:\n%s\n", folder_.logged().c_str());
+}
+
+void ServiceFixture::startController() {
+    controller_ = std::make_shared<PulseAudioController>(server_->address());
+}
+
+void ServiceFixture::startBoth() {
+    server_->startAndWait();
+    startControllerAndWait();
+}
+
+void ServiceFixture::startControllerAndWait() {
+    startController();
+    ASSERT_TRUE(waitUntil([&] { return isReady() && !posted_.empty(); }));
+}
+
+float ServiceFixture::volumeOf(const std::string& category) {
+    float volume = unreadable;
+    return controller_->getVolume(volume, category) ? volume : unreadable;
+}
+
+bool ServiceFixture::waitForVolume(const std::string& category, float volume) {
+    return waitUntil([&] {
+        const Posted* last = lastPosted(category);
+        return std::abs(volumeOf(category) - volume) <= volumeTolerance && last &&
+               std::abs(last->volume - volume) <= volumeTolerance;
+    });
+}
+
+bool ServiceFixture::waitToRead(const std::string& category, float volume) {
+    return waitUntil([&] { return std::abs(volumeOf(category) - volume) <= volumeTolerance; });
+}
+
+bool ServiceFixture::waitForRoute(const std::string& category, const std::string& route) {
+    return waitUntil([&] { return routeOf(category) == route; });
+}
+
+bool ServiceFixture::waitForSink(const std::string& sink, const Channels& channels) {
+    return waitUntil([&] { return server_->sinkVolumes(sink) == channels; });
+}
+
+bool ServiceFixture::waitForStream(const rigs::PlayingStream& stream, const Channels& channels) {
+    return waitUntil([&] { return stream.volumes() == channels; });
+}
+
+std::vector<float> ServiceFixture::volumesPosted(const std::string& category) const {
+    std::vector<float> volumes;
+    for (const Posted& each : posted_)
+        if (each.category == category) volumes.push_back(each.volume);
+    return volumes;
+}
+
+const ServiceFixture::Posted* ServiceFixture::lastPosted(const std::string& category) const {
+    for (auto each = posted_.rbegin(); each != posted_.rend(); ++each)
+        if (each->category == category) return &*each;
+    return nullptr;
+}

@@ -1,0 +1,141 @@
+#include "tests/rigs/ChildProcess.hpp"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <cstring>
+#include <stdexcept>
+
+namespace rigs {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+constexpr std::chrono::seconds patience(20);
+
+// In the form that exec wants; valid as long as `words` is.
+std::vector<char*> pointersTo(std::vector<std::string>& words) {
+    std::vector<char*> pointers;
+    for (std::string& word : words)
+        pointers.push_back(word.data());
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+std::vector<std::string> environmentWith(const Environment& changes) {
+    std::vector<std::string> result;
+    for (char** each = environ; *each; ++each) {
+        const std::string variable = *each;
+        if (!changes.count(variable.substr(0, variable.find('=')))) result.push_back(variable);
+    }
+    for (const auto& [name, value] : changes)
+        if (!value.empty()) result.push_back(name + "=" + value);
+    return result;
+}
+
+// In the child, between fork and exec: nothing here may allocate.
+[[noreturn]] void become(char* const* words, char* const* environment, int input, int output,
+                         int error, pid_t parent) {
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (getppid() != parent) _exit(127);  // It ended before the line above.
+    dup2(input, STDIN_FILENO);
+    dup2(output, STDOUT_FILENO);
+    dup2(error, STDERR_FILENO);
+    execvpe(words[0], words, environment);
+    dprintf(STDERR_FILENO, "%s cannot be run: %s\n", words[0], std::strerror(errno));
+    _exit(127);
+}
+
+// What the program writes until it closes its end; throws past the deadline.
+std::string readAll(int descriptor, Clock::time_point deadline) {
+    std::string text;
+    char buffer[4096];
+    for (;;) {
+        const auto left =
+            std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
+        pollfd watched{descriptor, POLLIN, 0};
+        const int wait = static_cast<int>(std::max<long>(left.count(), 0));
+        if (poll(&watched, 1, wait) == 0) throw std::runtime_error("does not end: " + text);
+        const ssize_t got = read(descriptor, buffer, sizeof buffer);
+        if (got <= 0) return text;
+        text.append(buffer, static_cast<std::size_t>(got));
+    }
+}
+
+}  // namespace
+
+ChildProcess::ChildProcess(const std::vector<std::string>& words)
+    : ChildProcess(words, Setting{}) {}
+
+ChildProcess::ChildProcess(const std::vector<std::string>& words, const Setting& setting) {
+    std::vector<std::string> arguments = words;
+    std::vector<std::string> variables = environmentWith(setting.environment);
+    const auto argumentPointers = pointersTo(arguments);
+    const auto variablePointers = pointersTo(variables);
+    const int nothing = open("/dev/null", O_RDWR | O_CLOEXEC);
+    const int log = setting.log.empty() ? nothing
+                                        : open(setting.log.c_str(),
+                                               O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
+    const pid_t parent = getpid();
+    id_ = fork();
+    if (id_ == 0)
+        become(argumentPointers.data(), variablePointers.data(),
+               setting.input < 0 ? nothing : setting.input,
+               setting.output < 0 ? nothing : setting.output,
+               setting.error < 0 ? log : setting.error, parent);
+    if (log != nothing) close(log);
+    close(nothing);
+    if (id_ < 0) throw std::runtime_error("no process for " + words[0]);
+}
+
+ChildProcess::~ChildProcess() {
+    if (!id_) return;
+    signal(SIGKILL);
+    wait();
+}
+
+void ChildProcess::signal(int number) const {
+    if (id_) kill(id_, number);
+}
+
+int ChildProcess::wait() {
+    int status = -1;
+    if (id_) waitpid(std::exchange(id_, 0), &status, 0);
+    return status;
+}
+
+bool ChildProcess::hasEnded() {
+    if (id_ && waitpid(id_, nullptr, WNOHANG) == id_) id_ = 0;
+    return !id_;
+}
+
+void ChildProcess::waitUntilStopped() const {
+    if (id_) waitpid(id_, nullptr, WUNTRACED);
+}
+
+std::string outputOf(const std::vector<std::string>& words, const Environment& environment) {
+    int pipe[2];
+    if (pipe2(pipe, O_CLOEXEC) != 0) throw std::runtime_error("no pipe for " + words[0]);
+    ChildProcess program(words, {.environment = environment, .output = pipe[1], .error = pipe[1]});
+    close(pipe[1]);
+    std::string output;
+    try {
+        output = readAll(pipe[0], Clock::now() + patience);
+    } catch (...) {
+        close(pipe[0]);
+        throw;
+    }
+    close(pipe[0]);
+    if (program.wait() == 0) return output;
+    std::string line;
+    for (const std::string& word : words)
+        line += word + " ";
+    throw std::runtime_error(line + "failed: " + output);
+}
+
+}  // namespace rigs

@@ -1,0 +1,99 @@
+#include "tests/rigs/PipeWireServer.hpp"
+
+#include "tests/rigs/Waiting.hpp"
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <cstring>
+#include <stdexcept>
+
+namespace rigs {
+namespace {
+
+// The first has the highest priority and so becomes the default.
+std::string sinkObject(const SoundServer::Sink& sink, std::size_t position) {
+    std::string properties;
+    for (const auto& [name, value] : sink.properties)
+        properties += " \"" + name + "\" = \"" + value + "\"";
+    return "{ factory = adapter args = { factory.name = support.null-audio-sink"
+           " node.name = \"" +
+           sink.name + "\" node.description = \"" + sink.name +
+           "\""
+           " media.class = Audio/Sink audio.rate = 48000 audio.position = [ FL FR ]"
+           " object.linger = true priority.session = " +
+           std::to_string(2000 - position) + properties + " } }\n";
+}
+
+// Whether somebody takes connections there. The file alone may be a leftover.
+bool isListening(const std::filesystem::path& socketPath) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::strncpy(address.sun_path, socketPath.c_str(), sizeof address.sun_path - 1);
+    const int descriptor = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const bool connected =
+        connect(descriptor, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
+    close(descriptor);
+    return connected;
+}
+
+}  // namespace
+
+void PipeWireServer::writeConfiguration() const {
+    std::string objects;
+    for (std::size_t i = 0; i < sinks_.size(); ++i)
+        objects += sinkObject(sinks_[i], i);
+    folder_.write("config/pipewire/pipewire.conf.d/rig.conf",
+                  "context.objects = [\n" + objects + extraObjects_ + "]\n");
+    // The session manager ends without a session bus if one of these wants it.
+    folder_.write("config/wireplumber/main.lua.d/80-rig.lua",
+                  "alsa_monitor.enabled = false\n"
+                  "v4l2_monitor.enabled = false\n"
+                  "if libcamera_monitor then libcamera_monitor.enabled = false end\n"
+                  "default_access.properties[\"enable-flatpak-portal\"] = false\n");
+    const bool on = bluetooth_ == Bluetooth::On;
+    folder_.write("config/wireplumber/bluetooth.lua.d/80-rig.lua",
+                  std::string("bluez_monitor.enabled = ") + (on ? "true" : "false") +
+                      "\nbluez_monitor.properties[\"with-logind\"] = false\n"
+                      "bluez_midi_monitor = nil\n");
+}
+
+ChildProcess PipeWireServer::startProgram(const std::string& name) const {
+    return ChildProcess({name}, {.environment = environment(), .log = folder_.log()});
+}
+
+void PipeWireServer::start() {
+    writeConfiguration();
+    core_ = startProgram("pipewire");
+    const std::filesystem::path core = folder_.path() / "pipewire-0";
+    if (!waitUntil([&] { return isListening(core); }))
+        throw std::runtime_error("PipeWire takes no connection: " + folder_.logged());
+    sessionManager_ = startProgram("wireplumber");
+    pulseServer_ = startProgram("pipewire-pulse");
+}
+
+void PipeWireServer::stop(int signal) {
+    resume();
+    for (ChildProcess* program : {&pulseServer_, &sessionManager_, &core_})
+        program->signal(signal);
+    for (ChildProcess* program : {&pulseServer_, &sessionManager_, &core_})
+        program->wait();
+}
+
+void PipeWireServer::suspend() {
+    pulseServer_.signal(SIGSTOP);
+    pulseServer_.waitUntilStopped();
+}
+
+void PipeWireServer::resume() {
+    pulseServer_.signal(SIGCONT);
+}
+
+void PipeWireServer::restartPulseServer() {
+    pulseServer_.signal(SIGKILL);
+    pulseServer_.wait();
+    pulseServer_ = startProgram("pipewire-pulse");
+}
+
+}  // namespace rigs

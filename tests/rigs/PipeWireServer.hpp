@@ -1,0 +1,43 @@
+#pragma once
+
+#include "tests/rigs/SoundServer.hpp"
+
+#include <array>
+
+namespace rigs {
+
+/// PipeWire with its session manager and its server for PulseAudio's clients. It knows no hardware:
+/// it would find this machine's.
+class PipeWireServer : public SoundServer {
+ public:
+    enum class Bluetooth { Off, On };
+
+    using SoundServer::SoundServer;
+    ServerKind kind() const override { return ServerKind::PipeWire; }
+
+    /// Before start(): look for Bluetooth devices on the system bus of the environment.
+    void setBluetooth(Bluetooth bluetooth) { bluetooth_ = bluetooth; }
+    /// Before start(): one more object of the core, in the form of its configuration.
+    void addObject(const std::string& object) { extraObjects_ += object + "\n"; }
+
+    /// Runs the loop until the core takes the other two's connections.
+    void start() override;
+    void stop(int signal) override;
+    /// Only what PulseAudio's clients talk to, without the core and the devices.
+    void suspend() override;
+    void resume() override;
+    /// Ends what PulseAudio's clients talk to and starts it anew; core and devices go on.
+    void restartPulseServer();
+
+ private:
+    void writeConfiguration() const;
+    ChildProcess startProgram(const std::string& name) const;
+
+    Bluetooth bluetooth_ = Bluetooth::Off;
+    std::string extraObjects_;
+    ChildProcess core_;
+    ChildProcess sessionManager_;
+    ChildProcess pulseServer_;
+};
+
+}  // namespace rigs

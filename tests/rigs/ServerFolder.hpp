@@ -1,0 +1,38 @@
+#pragma once
+
+#include "tests/rigs/ChildProcess.hpp"
+
+#include <filesystem>
+#include <string>
+
+namespace rigs {
+
+/// A temporary folder in which a sound server lives with everything it keeps, and that is gone with
+/// this. Two servers may have the same one, one after the other: then they have the same address.
+class ServerFolder {
+ public:
+    /// Also leads this process's own client library there, away from the user's files.
+    ServerFolder();
+    ~ServerFolder();
+    ServerFolder(const ServerFolder&) = delete;
+    ServerFolder& operator=(const ServerFolder&) = delete;
+
+    const std::filesystem::path& path() const { return path_; }
+    std::filesystem::path socket() const { return path_ / "pulse" / "native"; }
+    /// As clients take it.
+    std::string address() const { return "unix:" + socket().string(); }
+    std::filesystem::path log() const { return path_ / "log"; }
+    /// What the programs have said, for a failure's message.
+    std::string logged() const;
+
+    /// For programs that live in the folder: no bus, no screen, nothing of the user's.
+    Environment environment() const;
+
+    /// Writes a file of the folder anew, with the folders that it lies in.
+    void write(const std::filesystem::path& file, const std::string& text) const;
+
+ private:
+    std::filesystem::path path_;
+};
+
+}  // namespace rigs
