@@ -1,5 +1,7 @@
 #include "platform/uikit/UILabel.hpp"
 
+#include "platform/uikit/UIWindow.hpp"
+
 namespace {
 constexpr CGFloat defaultPointSize = 17;  // Points.
 
@@ -39,7 +41,23 @@ UIColor UILabel::defaultTextColor() {
 }
 
 void UILabel::setDefaultTextColor(const UIColor& color) {
+    if (color == sharedTextColor()) return;
     sharedTextColor() = color;
+    for (const std::shared_ptr<UIWindow>& window : UIWindow::windows())
+        repaintLabels(*window);
+}
+
+/// Those without a colour of their own.
+void UILabel::repaintLabels(UIView& root) {
+    std::vector<std::shared_ptr<UIView>> waiting = root.subviews();
+    while (!waiting.empty()) {
+        const std::shared_ptr<UIView> view = std::move(waiting.back());
+        waiting.pop_back();
+        const auto* label = dynamic_cast<const UILabel*>(view.get());
+        if (label && !label->textColor_) view->setNeedsDisplay();
+        const auto below = view->subviews();
+        waiting.insert(waiting.end(), below.begin(), below.end());
+    }
 }
 
 void UILabel::drawRect(Canvas& canvas) {

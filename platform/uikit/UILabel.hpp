@@ -17,13 +17,16 @@ class UILabel : public UIView {
     /// An empty one leaves the colour as it is.
     void setTextColor(const std::optional<UIColor>& color);
 
-    /// Black; a shell sets the colour that goes with its own background.
+    /// Black; a shell sets the colour that goes with its own background. Labels that are shown
+    /// and have no colour of their own are painted again.
     static UIColor defaultTextColor();
     static void setDefaultTextColor(const UIColor& color);
 
     void drawRect(Canvas& canvas) override;
 
  private:
+    static void repaintLabels(UIView& root);
+
     NSString text_;
     UIFont font_;
     std::optional<UIColor> textColor_;

@@ -1,6 +1,7 @@
 #include "platform/uikit/UIWindow.hpp"
 
 #include <cmath>
+#include <set>
 #include <utility>
 
 namespace {
@@ -31,13 +32,28 @@ CGRect absorbed(std::vector<CGRect>& rects, CGRect rect) {
     }
     return rect;
 }
+
+std::set<UIWindow*>& allWindows() {
+    // Never destroyed: a window may end with the program's static objects.
+    static auto& windows = *std::make_unique<std::set<UIWindow*>>().release();
+    return windows;
+}
 }  // namespace
 
+std::vector<std::shared_ptr<UIWindow>> UIWindow::windows() {
+    std::vector<std::shared_ptr<UIWindow>> found;
+    for (UIWindow* window : allWindows())
+        if (auto strong = window->strongSelf<UIWindow>()) found.push_back(std::move(strong));
+    return found;
+}
+
 UIWindow::UIWindow(const CGRect& frame) : UIView(frame) {
+    allWindows().insert(this);
     addDamage(bounds());
 }
 
 UIWindow::~UIWindow() {
+    allWindows().erase(this);
     damageHandler_ = nullptr;
     structureHandler_ = nullptr;
     for (const auto& view : subviews())

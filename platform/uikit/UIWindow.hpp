@@ -13,6 +13,9 @@ class UIWindow : public UIView {
     ~UIWindow() override;
     std::string_view className() const override { return "UIWindow"; }
 
+    /// All that there are, in no order.
+    static std::vector<std::shared_ptr<UIWindow>> windows();
+
     /// Delivers a touch. A began touch goes to the view that the hit test finds and is captured by
     /// it; the following phases of the same identifier go there too. When that view leaves the
     /// window or goes away, the rest of the touch goes nowhere. A second beginning of the same

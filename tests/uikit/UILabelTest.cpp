@@ -71,6 +71,19 @@ TEST_F(LabelTest, FollowsTheDefaultColourUntilItHasOne) {
     EXPECT_EQ(own->textColor(), UIColor::blackColor());
 }
 
+TEST_F(LabelTest, IsPaintedAgainForANewDefaultColourUnlessItHasItsOwn) {
+    const auto row = add(window, CGRectMake(0, 50, 320, 50));
+    const auto inRow = add<UILabel>(row, CGRectMake(20, 5, 280, 15));
+    const auto own = add<UILabel>(row, CGRectMake(20, 30, 280, 15));
+    own->setTextColor(UIColor::redColor());
+    window->takeDamage();
+    UILabel::setDefaultTextColor(UIColor::whiteColor());
+    EXPECT_EQ(window->takeDamage(),
+              (std::vector{CGRectMake(20, 55, 280, 15), CGRectMake(20, 0, 280, 20)}));
+    UILabel::setDefaultTextColor(UIColor::whiteColor());
+    EXPECT_TRUE(window->damage().empty());
+}
+
 TEST_F(LabelTest, TellsTheShellOfANewText) {
     int told = 0;
     window->setStructureHandler([&] { ++told; });
