@@ -105,6 +105,14 @@ PixelSize CairoBitmap::size() const {
             cairo_image_surface_get_height(surface_.get())};
 }
 
+int CairoBitmap::alphaAt(int x, int y) const {
+    const std::ptrdiff_t stride = cairo_image_surface_get_stride(surface_.get());
+    const unsigned char* row = cairo_image_surface_get_data(surface_.get()) + y * stride;
+    std::uint32_t pixel;
+    std::memcpy(&pixel, row + std::ptrdiff_t(x) * std::ptrdiff_t(sizeof pixel), sizeof pixel);
+    return int(pixel >> 24);
+}
+
 cairo_surface_t* CairoBitmap::tinted(const UIColor& color) const {
     if (changesNothing(color)) return surface_.get();
     const auto known = std::ranges::find(

@@ -13,6 +13,7 @@ class CairoBitmap : public UIBitmap {
     explicit CairoBitmap(CairoSurface surface);
 
     PixelSize size() const override;
+    int alphaAt(int x, int y) const override;
     cairo_surface_t* surface() const { return surface_.get(); }
     /// A copy with every pixel multiplied by the colour; the surface itself for opaque white.
     /// Valid until the next call. nullptr without memory.

@@ -96,8 +96,8 @@ CairoCanvas::CairoCanvas(cairo_t* context, CGFloat scale, CairoText& text)
 }
 
 CairoCanvas::~CairoCanvas() {
-    for (; saved_ > 0; --saved_) {
-        cairo_restore(context_);
+    while (!saved_.empty()) {
+        CairoCanvas::restore();
     }
     cairo_restore(context_);
     cairo_destroy(context_);
@@ -105,13 +105,24 @@ CairoCanvas::~CairoCanvas() {
 
 void CairoCanvas::save() {
     cairo_save(context_);
-    ++saved_;
+    saved_.emplace_back();
+}
+
+void CairoCanvas::saveWithOpacity(CGFloat opacity) {
+    cairo_save(context_);
+    cairo_push_group(context_);
+    saved_.emplace_back(component(opacity));
 }
 
 void CairoCanvas::restore() {
-    if (saved_ == 0) return;
+    if (saved_.empty()) return;
+    const std::optional<double> opacity = saved_.back();
+    saved_.pop_back();
+    if (opacity) {
+        cairo_pop_group_to_source(context_);
+        cairo_paint_with_alpha(context_, *opacity);
+    }
     cairo_restore(context_);
-    --saved_;
 }
 
 void CairoCanvas::translate(CGFloat dx, CGFloat dy) {

@@ -6,6 +6,9 @@
 
 #include <cairo.h>
 
+#include <optional>
+#include <vector>
+
 /// Paints on a Cairo context, for as long as that lives; leaves the context as it was. The
 /// context's matrix scales and translates only, and leads from points to pixels, together with
 /// the surface's device scale; `scale` says how many pixels a point gets by both.
@@ -20,6 +23,7 @@ class CairoCanvas : public Canvas {
 
     CGFloat scale() const override { return CGFloat(grid_.scale()); }
     void save() override;
+    void saveWithOpacity(CGFloat opacity) override;
     /// Ignored without a save().
     void restore() override;
     void translate(CGFloat dx, CGFloat dy) override;
@@ -41,5 +45,5 @@ class CairoCanvas : public Canvas {
     cairo_t* context_;
     PixelGrid grid_;
     CairoText& text_;
-    int saved_ = 0;
+    std::vector<std::optional<double>> saved_;  ///< With the opacity of those that have one.
 };

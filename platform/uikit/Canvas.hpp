@@ -22,6 +22,9 @@ class Canvas {
 
     virtual void save() = 0;
     virtual void restore() = 0;
+    /// Like save(); but what is painted until the restore() is blended as one picture, `opacity`
+    /// (0 to 1) of it, so that nothing in it shows through another part of it.
+    virtual void saveWithOpacity(CGFloat opacity) = 0;
     virtual void translate(CGFloat dx, CGFloat dy) = 0;
     virtual void clip(const CGRect& rect) = 0;
 

@@ -2,6 +2,7 @@
 
 #include "platform/uikit/NineSlice.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <string_view>
@@ -117,6 +118,17 @@ std::shared_ptr<const UIImage> UIImage::resizableImageWithCapInsets(
     image->capInsets_ = {usableInset(insets.top), usableInset(insets.left),
                          usableInset(insets.bottom), usableInset(insets.right)};
     return image;
+}
+
+UIImageOutline UIImage::outline(CGFloat scale) const {
+    const UIBitmap* bitmap = variants_ ? variants_->bitmapForScale(scale) : nullptr;
+    if (!bitmap) return {{{}, size_}};
+    const UIImageOutline pixels = outlineOf(*bitmap);
+    const CGFloat across = size_.width / static_cast<CGFloat>(bitmap->size().width);
+    const CGFloat down = size_.height / static_cast<CGFloat>(bitmap->size().height);
+    return {CGRectMake(pixels.rect.origin.x * across, pixels.rect.origin.y * down,
+                       pixels.rect.size.width * across, pixels.rect.size.height * down),
+            pixels.radius * std::min(across, down)};
 }
 
 void UIImage::drawInRect(Canvas& canvas, const CGRect& rect,

@@ -2,6 +2,7 @@
 
 #include "platform/foundation/NSString.hpp"
 #include "platform/uikit/Canvas.hpp"
+#include "platform/uikit/UIImageOutline.hpp"
 
 #include <memory>
 #include <optional>
@@ -19,6 +20,12 @@ class UIBitmap {
  public:
     virtual ~UIBitmap() = default;
     virtual PixelSize size() const = 0;
+    /// From 0 to 255, for a pixel within the size. A backend that cannot tell says opaque.
+    virtual int alphaAt(int x, int y) const {
+        (void)x;
+        (void)y;
+        return 255;
+    }
 };
 
 /// Reads image files for UIImage. A shell installs the one of its backend. Main thread.
@@ -52,6 +59,10 @@ class UIImage {
     /// Points.
     CGSize size() const { return size_; }
     const UIEdgeInsets& capInsets() const { return capInsets_; }
+
+    /// What is to be seen of the image, in points of size(), as a canvas of that scale would show
+    /// it. Read from the pixels at each call.
+    UIImageOutline outline(CGFloat scale) const;
 
     /// Fills `rect`, stretching between the cap insets. With `tint`, multiplied by it. Draws
     /// nothing if no variant can be decoded any more.

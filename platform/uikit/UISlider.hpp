@@ -74,6 +74,7 @@ class UISlider : public UIControl {
     CGRect minimumImageRect() const;
     CGRect maximumImageRect() const;
 
+    /// Disabled, all of it is faint.
     void drawRect(Canvas& canvas) override;
     CGRect paintBounds() const override;
     bool scrolled(const CGPoint& point, double steps) override;
@@ -110,11 +111,13 @@ class UISlider : public UIControl {
     void endAnimation();
     bool changeTo(float value);
     void moveFromUser(float value);
+    void drawParts(Canvas& canvas) const;
     void drawValueImages(Canvas& canvas) const;
     void drawTrack(Canvas& canvas) const;
     void drawTrackSide(Canvas& canvas, const CGRect& side, const Image& image,
                        const UIColor& color) const;
     void drawThumb(Canvas& canvas) const;
+    UIImageOutline thumbOutline(CGFloat scale) const;
     void drawFocus(Canvas& canvas) const;
 
     SliderValue value_;

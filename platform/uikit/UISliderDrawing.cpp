@@ -11,7 +11,7 @@ constexpr CGFloat shadowBlur = 3;
 constexpr CGFloat shadowDrop = 1.5;
 constexpr CGFloat ringWidth = 2;
 constexpr CGFloat ringInnerLine = 1;
-constexpr CGFloat ringImageRadius = 8;
+constexpr CGFloat disabledOpacity = 0.4;  // From 0 to 1.
 static_assert(UISliderMetrics::aroundThumb >= shadowBlur + shadowDrop &&
               UISliderMetrics::aroundThumb >= ringWidth + ringInnerLine);
 
@@ -36,6 +36,13 @@ const UISlider::Image& UISlider::imageForState(const ImageByState& images) const
 }
 
 void UISlider::drawRect(Canvas& canvas) {
+    if (isEnabled()) return drawParts(canvas);
+    canvas.saveWithOpacity(disabledOpacity);
+    drawParts(canvas);
+    canvas.restore();
+}
+
+void UISlider::drawParts(Canvas& canvas) const {
     drawValueImages(canvas);
     drawTrack(canvas);
     if (CGRectIsEmpty(thumbRect())) return;
@@ -91,13 +98,22 @@ void UISlider::drawThumb(Canvas& canvas) const {
     canvas.fillRounded(circle, radius, thumbTint_.value_or(UIColor::whiteColor()));
 }
 
+UIImageOutline UISlider::thumbOutline(CGFloat scale) const {
+    const CGRect thumb = snapped(thumbRect(), scale);
+    const Image& image = imageForState(thumb_);
+    if (!image) return {thumb, thumb.size.height / 2};
+    const UIImageOutline outline = image->outline(scale);
+    return {CGRectOffset(outline.rect, thumb.origin.x, thumb.origin.y), outline.radius};
+}
+
+/// Around the thumb in its own shape; light beside it and coloured outside, to be seen on any
+/// background and beside any track.
 void UISlider::drawFocus(Canvas& canvas) const {
-    const CGRect thumb = snapped(thumbRect(), canvas.scale());
-    const CGRect line = CGRectInset(thumb, -ringInnerLine, -ringInnerLine);
+    const UIImageOutline thumb = thumbOutline(canvas.scale());
+    const CGRect line = CGRectInset(thumb.rect, -ringInnerLine, -ringInnerLine);
     const CGRect ring = CGRectInset(line, -ringWidth, -ringWidth);
-    const bool round = imageForState(thumb_) == nullptr;
-    const CGFloat radius = round ? ring.size.height / 2 : ringImageRadius;
-    canvas.strokeRounded(ring, radius, ringWidth, systemBlue);
+    const CGFloat radius = thumb.radius + ringInnerLine;
+    canvas.strokeRounded(ring, radius + ringWidth, ringWidth, systemBlue);
     // Over the thumb's edge too, or its shadow would show between the two.
-    canvas.strokeRounded(line, radius - ringWidth, 2 * ringInnerLine, UIColor::whiteColor());
+    canvas.strokeRounded(line, radius, 2 * ringInnerLine, UIColor::whiteColor());
 }

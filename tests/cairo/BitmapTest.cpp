@@ -145,6 +145,15 @@ TEST(CairoBitmap, RemembersItsTintsAndForgetsTheOldest) {
     EXPECT_NE(bitmap.tinted(UIColor::redColor()), nullptr);
 }
 
+TEST(CairoBitmap, TellsTheAlphaOfAPixel) {
+    const CairoBitmap bitmap = bitmapOf(3, 2, [](int x, int y) {
+        return x == 2 && y == 1 ? 0x40102030U : x == 0 ? 0xff000000U : 0U;
+    });
+    EXPECT_EQ(bitmap.alphaAt(0, 0), 255);
+    EXPECT_EQ(bitmap.alphaAt(1, 0), 0);
+    EXPECT_EQ(bitmap.alphaAt(2, 1), 0x40);
+}
+
 class ForeignBitmap : public UIBitmap {
     PixelSize size() const override { return {4, 4}; }
 };

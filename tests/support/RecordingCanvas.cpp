@@ -15,6 +15,7 @@ RecordingCanvas::Operation& RecordingCanvas::record(std::string_view kind, const
     operation.kind = kind;
     operation.rect = CGRectOffset(rect, state_.origin.x, state_.origin.y);
     operation.clip = state_.clip;
+    operation.opacity = state_.opacity;
     return operation;
 }
 
@@ -28,6 +29,11 @@ void RecordingCanvas::restore() {
     if (saved_.empty()) return;
     state_ = saved_.back();
     saved_.pop_back();
+}
+
+void RecordingCanvas::saveWithOpacity(CGFloat opacity) {
+    save();
+    state_.opacity *= opacity;
 }
 
 void RecordingCanvas::translate(CGFloat dx, CGFloat dy) {

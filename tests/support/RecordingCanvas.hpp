@@ -14,6 +14,7 @@ class RecordingCanvas : public Canvas {
         std::string kind;  ///< "fill", "rounded", "stroke", "shadow", "bitmap" or "text".
         CGRect rect;
         CGRect clip;
+        CGFloat opacity = 1;  ///< By saveWithOpacity().
         UIColor color;
         CGFloat radius = 0;
         CGFloat width = 0;  ///< Of a stroke; of a shadow its blur.
@@ -34,6 +35,7 @@ class RecordingCanvas : public Canvas {
     CGFloat scale() const override { return scale_; }
     void save() override;
     void restore() override;
+    void saveWithOpacity(CGFloat opacity) override;
     void translate(CGFloat dx, CGFloat dy) override;
     void clip(const CGRect& rect) override;
     void fill(const CGRect& rect, const UIColor& color) override;
@@ -51,6 +53,7 @@ class RecordingCanvas : public Canvas {
     struct State {
         CGPoint origin;
         CGRect clip;
+        CGFloat opacity = 1;
     };
 
     Operation& record(std::string_view kind, const CGRect& rect);

@@ -177,6 +177,32 @@ TEST_F(UISliderDrawing, RingsTheThumbWhileItsFocusIsVisible) {
     EXPECT_TRUE(painted().ofKind("stroke").empty());
 }
 
+TEST_F(UISliderDrawing, FollowsTheThumbImagesShapeWithTheRing) {
+    slider->setThumbImage(decoder.image("thumb.png", {31, 31}), UIControlStateNormal);
+    window->sendKey(UIKey::Tab);
+    const auto strokes = painted().ofKind("stroke");
+    ASSERT_EQ(strokes.size(), 2U);
+    const CGRect thumb = CGRectOffset(slider->thumbRect(), 20, 20);
+    EXPECT_EQ(strokes[0].rect.size, (CGSize{31 + 6, 31 + 6})) << "the image is opaque to its edge";
+    EXPECT_NEAR(CGRectGetMidX(strokes[0].rect), CGRectGetMidX(thumb), 0.5);
+    EXPECT_EQ(strokes[0].radius, 3) << "its corners are square";
+}
+
+TEST_F(UISliderDrawing, IsFaintAsAWholeWhileDisabled) {
+    slider->setMinimumValueImage(decoder.image("quiet.png", {18, 20}));
+    const RecordingCanvas enabled = painted();
+    for (const auto& operation : enabled.operations())
+        EXPECT_EQ(operation.opacity, 1) << operation.kind;
+    slider->setEnabled(false);
+    EXPECT_FALSE(window->damage().empty());
+    const RecordingCanvas disabled = painted();
+    EXPECT_FALSE(disabled.operations().empty());
+    for (const auto& operation : disabled.operations()) {
+        EXPECT_LT(operation.opacity, 0.6) << operation.kind;
+        EXPECT_GT(operation.opacity, 0.2) << operation.kind << " is still to be seen";
+    }
+}
+
 TEST_F(UISliderDrawing, DrawsItsBackgroundFirst) {
     slider->setBackgroundColor(UIColor::redColor());
     EXPECT_EQ(painted().operations().at(0).kind, "fill");
