@@ -1,4 +1,5 @@
 #include "shells/common/Backends.hpp"
+#include "shells/common/BrokenPipes.hpp"
 #include "shells/desktop/DesktopApplication.hpp"
 
 #include <cstdio>
@@ -12,6 +13,7 @@ constexpr int exitBadArguments = 2;
 }  // namespace
 
 int main(int argc, char* argv[]) {
+    shell::ignoreBrokenPipes();
     DesktopOptions options;
     const std::vector<shell::Option> known = desktopOptions(options);
     const std::vector<const char*> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);

@@ -1,11 +1,11 @@
 #include "shells/common/Backends.hpp"
+#include "shells/common/BrokenPipes.hpp"
 #include "shells/common/BundleLocation.hpp"
 #include "shells/common/CommonOptions.hpp"
 #include "shells/headless/InputLoop.hpp"
 
 #include <unistd.h>
 
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 
@@ -69,7 +69,7 @@ int converse(const SessionOptions& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    std::signal(SIGPIPE, SIG_IGN);  // A reader that has gone is a failed write.
+    shell::ignoreBrokenPipes();  // A reader that has gone is a failed write.
     shell::CommonOptions common;
     SessionOptions options;
     auto table = shell::commonOptions(common);

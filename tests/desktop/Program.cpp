@@ -1,7 +1,10 @@
 #include "tests/desktop/Program.hpp"
 
+#include <fcntl.h>
 #include <gio/gio.h>
+#include <unistd.h>
 
+#include <csignal>
 #include <memory>
 
 namespace test {
@@ -17,13 +20,29 @@ std::string taken(char* text) {
     return result;
 }
 
+using Launcher = std::unique_ptr<GSubprocessLauncher, Unref>;
+
+Launcher newLauncher(Complaints complaints) {
+    const bool read = complaints == Complaints::Read;
+    const int pipes =
+        G_SUBPROCESS_FLAGS_STDOUT_PIPE | (read ? int{G_SUBPROCESS_FLAGS_STDERR_PIPE} : 0);
+    Launcher launcher(g_subprocess_launcher_new(static_cast<GSubprocessFlags>(pipes)));
+    // As in a terminal, whatever this test was started from.
+    const auto brokenPipesKill = +[](gpointer) { std::signal(SIGPIPE, SIG_DFL); };
+    g_subprocess_launcher_set_child_setup(launcher.get(), brokenPipesKill, nullptr, nullptr);
+    int ends[2];
+    if (!read && pipe2(ends, O_CLOEXEC) == 0) {
+        close(ends[0]);
+        g_subprocess_launcher_take_stderr_fd(launcher.get(), ends[1]);
+    }
+    return launcher;
+}
+
 }  // namespace
 
 Ended runProgram(const std::vector<std::string>& arguments,
-                 const std::map<std::string, std::string>& environment) {
-    std::unique_ptr<GSubprocessLauncher, Unref> launcher(
-        g_subprocess_launcher_new(static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDOUT_PIPE |
-                                                                G_SUBPROCESS_FLAGS_STDERR_PIPE)));
+                 const std::map<std::string, std::string>& environment, Complaints complaintsRead) {
+    const Launcher launcher = newLauncher(complaintsRead);
     for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "DBUS_SESSION_BUS_ADDRESS"})
         g_subprocess_launcher_unsetenv(launcher.get(), name);
     g_subprocess_launcher_setenv(launcher.get(), "PULSE_SERVER", "unix:/nowhere", TRUE);

@@ -13,9 +13,13 @@ struct Ended {
     std::string complaints;
 };
 
+/// Whether somebody reads standard error, or has gone: then a write to it is a broken pipe.
+enum class Complaints { Read, WithoutReader };
+
 /// Runs the desktop program to its end, without a display, a session bus or a sound server of the
 /// machine, and with the environment's other entries changed as told.
 Ended runProgram(const std::vector<std::string>& arguments,
-                 const std::map<std::string, std::string>& environment = {});
+                 const std::map<std::string, std::string>& environment = {},
+                 Complaints complaints = Complaints::Read);
 
 }  // namespace test
