@@ -4,6 +4,7 @@
 #include "platform/uikit/UILabel.hpp"
 #include "shells/common/BundleLocation.hpp"
 #include "shells/common/WidgetBundle.hpp"
+#include "shells/desktop/ApplicationId.hpp"
 #include "shells/desktop/DesktopWindow.hpp"
 #include "shells/desktop/PanelPicture.hpp"
 #include "shells/desktop/RowReport.hpp"
@@ -93,7 +94,8 @@ int DesktopApplication::reportRows() {
     const int status = paint(path);
     if (status != EXIT_SUCCESS) return status;
     widget_->present();
-    std::printf("%s\nThe picture is %s\n", rowReport(widget_->view()).c_str(), path.c_str());
+    const std::string report = rowReport(panelContent(*widget_).view);
+    std::printf("%s\nThe picture is %s\n", report.c_str(), path.c_str());
     widget_->dismiss();
     return status;
 }

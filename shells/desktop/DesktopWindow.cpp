@@ -1,6 +1,7 @@
 #include "shells/desktop/DesktopWindow.hpp"
 
 #include "backends/gdk/GdkDesktopSettings.hpp"
+#include "shells/desktop/ApplicationId.hpp"
 #include "shells/desktop/WindowOutline.hpp"
 
 #include <gdk/gdkkeysyms.h>
@@ -71,7 +72,7 @@ DesktopWindow::DesktopWindow(GdkDisplay* display, GdkEvents& events, HostedWidge
     events_.setHandler(window_.get(), [this](const GdkEvent& event) { handleEvent(event); });
     events_.setOtherHandler([this](const GdkEvent& event) { handleOtherEvent(event); });
     const auto changed =
-        +[](GdkScreen*, gpointer window) { static_cast<DesktopWindow*>(window)->layout(); };
+        +[](GdkScreen*, gpointer window) { static_cast<DesktopWindow*>(window)->screenChanged(); };
     for (const char* signal : {"composited-changed", "monitors-changed", "size-changed"})
         g_signal_connect(screen_, signal, G_CALLBACK(changed), this);
 }
@@ -89,7 +90,6 @@ DesktopWindow::~DesktopWindow() {
 
 void DesktopWindow::show() {
     if (isShown()) return;
-    panel_->setWidgetView(widget_.view());
     widget_.preferredSize();
     widget_.present();
     layout();
@@ -164,6 +164,12 @@ void DesktopWindow::handleOtherEvent(const GdkEvent& event) {
     if (applyDesktopSettings(screen_, &event.setting)) content_->setNeedsDisplay();
 }
 
+void DesktopWindow::screenChanged() {
+    applyDesktopSettings(screen_);  // How text is smoothed depends on what shows through.
+    content_->setNeedsDisplay();
+    layout();
+}
+
 bool DesktopWindow::handleKey(const GdkEventKey& event) {
     if (event.keyval != GDK_KEY_Escape) return false;
     close();
@@ -187,7 +193,9 @@ CGSize DesktopWindow::availableSize() const {
 
 void DesktopWindow::layout() {
     edge_ = edgeOn(screen_);
-    const PanelLayout wanted = panelLayout(widget_.preferredSize(), availableSize(), edge_);
+    shown_ = panelContent(widget_);
+    panel_->setWidgetView(shown_.view);
+    const PanelLayout wanted = panelLayout(shown_.size, availableSize(), edge_);
     const auto width = static_cast<int>(wanted.window.width);
     const auto height = static_cast<int>(wanted.window.height);
     GdkGeometry fixed = {};
@@ -202,7 +210,7 @@ void DesktopWindow::layout() {
 /// The window manager has the last word.
 void DesktopWindow::windowHasSize(const CGSize& size) {
     if (size == size_) return;
-    applyLayout(panelLayoutInWindow(widget_.preferredSize(), size, edge_));
+    applyLayout(panelLayoutInWindow(shown_.size, size, edge_));
 }
 
 void DesktopWindow::applyLayout(const PanelLayout& layout) {

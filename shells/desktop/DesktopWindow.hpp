@@ -3,14 +3,11 @@
 #include "backends/gdk/AccessibilityLoader.hpp"
 #include "backends/gdk/GdkEvents.hpp"
 #include "backends/gdk/GdkViewHost.hpp"
-#include "shells/desktop/HostedWidget.hpp"
+#include "shells/desktop/PanelContent.hpp"
 #include "shells/desktop/PanelView.hpp"
 
 #include <functional>
 #include <memory>
-
-/// What window managers and the desktop's files know the program by.
-inline constexpr const char* applicationId = "org.tarnwick.mixer";
 
 /// A widget in a borderless window of its own. Showing the window presents the widget, closing it
 /// (Escape, or the window manager) dismisses it, and it can be shown again. Main thread.
@@ -48,6 +45,7 @@ class DesktopWindow {
     void watchForAccessibility();
     void handleEvent(const GdkEvent& event);
     void handleOtherEvent(const GdkEvent& event);
+    void screenChanged();
     bool handleKey(const GdkEventKey& event);
     void windowHasSize(const CGSize& size);
     CGSize availableSize() const;
@@ -66,6 +64,7 @@ class DesktopWindow {
     std::shared_ptr<PanelView> panel_;
     std::unique_ptr<GdkViewHost> host_;
     PanelEdge edge_ = PanelEdge::Hard;
+    PanelContent shown_;
     CGSize size_;
     std::function<void()> closeHandler_;
     std::function<void()> firstFrameHandler_;

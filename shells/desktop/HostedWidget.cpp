@@ -78,7 +78,12 @@ CGSize HostedWidget::preferredSize() {
 void HostedWidget::present() {
     if (std::exchange(presented_, true)) return;
     view();
+    // It says its size before it has its rows: who is told wants to see both.
+    const std::optional<CGSize> before = size_;
+    presenting_ = true;
     controller_->hostWillPresent();
+    presenting_ = false;
+    if (size_ != before && sizeHandler_) sizeHandler_();
 }
 
 void HostedWidget::dismiss() {
@@ -90,7 +95,7 @@ void HostedWidget::preferredSizeIs(const CGSize& size) {
     container->setFrame({container->frame().origin, size});
     const bool isNews = size_ != size;
     size_ = size;
-    if (isNews && sizeHandler_) sizeHandler_();
+    if (isNews && !presenting_ && sizeHandler_) sizeHandler_();
 }
 
 void HostedWidget::askForSizeLater() {

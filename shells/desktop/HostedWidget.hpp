@@ -41,5 +41,6 @@ class HostedWidget {
     std::shared_ptr<Host> host_;
     std::optional<CGSize> size_;
     bool presented_ = false;
+    bool presenting_ = false;  ///< Within the widget's own hostWillPresent.
     std::function<void()> sizeHandler_;
 };

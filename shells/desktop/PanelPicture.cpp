@@ -2,6 +2,7 @@
 
 #include "backends/cairo/CairoPicture.hpp"
 #include "platform/uikit/UIWindow.hpp"
+#include "shells/desktop/PanelContent.hpp"
 #include "shells/desktop/PanelView.hpp"
 
 namespace {
@@ -11,10 +12,11 @@ constexpr CGFloat longestSide = 16000;  // points; what a picture of that scale 
 
 bool paintPanelPicture(HostedWidget& widget, const std::string& path) {
     widget.present();
+    const PanelContent content = panelContent(widget);
     const PanelLayout layout =
-        panelLayout(widget.preferredSize(), {longestSide, longestSide}, PanelEdge::Soft);
+        panelLayout(content.size, {longestSide, longestSide}, PanelEdge::Soft);
     const auto panel = std::make_shared<PanelView>();
-    panel->setWidgetView(widget.view());
+    panel->setWidgetView(content.view);
     panel->setLayout(layout, PanelEdge::Soft);
     const auto window = std::make_shared<UIWindow>(CGRect{{0, 0}, layout.window});
     window->addSubview(panel);

@@ -79,9 +79,9 @@ void PanelView::touchesMoved(const UITouchSet& touches, const std::shared_ptr<UI
     scroller_->scrollBy(touch->previousLocationInView(this).y - now.y);
 }
 
-void PanelView::touchesEnded(const UITouchSet& /*touches*/,
-                             const std::shared_ptr<UIEvent>& /*event*/) {
-    dragging_.reset();
+void PanelView::touchesEnded(const UITouchSet& touches, const std::shared_ptr<UIEvent>& /*event*/) {
+    // Another finger's end leaves the one that drags alone.
+    if (!touches.empty() && touches.front() == dragging_.lock()) dragging_.reset();
 }
 
 void PanelView::touchesCancelled(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event) {

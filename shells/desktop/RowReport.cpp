@@ -33,21 +33,37 @@ double fractionOf(const UISlider& slider) {
     return range > 0 ? (double{slider.value()} - double{slider.minimumValue()}) / range : 0;
 }
 
+std::string percentText(double fraction) {
+    char text[16];
+    std::snprintf(text, sizeof text, "%.0f%%", fraction * 100);
+    return text;
+}
+
+/// A caption that ends with the value, or tells that it is not known, needs no other.
+bool tellsTheValue(const std::string& caption, const std::string& percent) {
+    return caption.ends_with(": " + percent) || caption.ends_with(": unknown");
+}
+
 std::string line(const UISlider& slider) {
     const double fraction = fractionOf(slider);
     const auto filled = static_cast<std::size_t>(std::lround(fraction * double{barColumns}));
-    char percent[16];
-    std::snprintf(percent, sizeof percent, "%4.0f %%\n", fraction * 100);
-    return "  " + padded(printable(accessibilityLabel(slider).value_or(""))) + "[" +
-           std::string(filled, '#') + std::string(barColumns - filled, '-') + "]" + percent;
+    const std::string caption = printable(accessibilityLabel(slider).value_or(""));
+    const std::string percent = percentText(fraction);
+    const std::string value = tellsTheValue(caption, percent) ? "" : " " + percent;
+    return "  " + padded(caption) + "[" + std::string(filled, '#') +
+           std::string(barColumns - filled, '-') + "]" + value + "\n";
 }
 
 }  // namespace
 
-std::string rowReport(const std::shared_ptr<UIView>& widget) {
-    std::string report;
-    for (const std::shared_ptr<UIView>& element : accessibilityElements(widget))
+std::string rowReport(const std::shared_ptr<UIView>& view) {
+    std::string rows;
+    std::string labels;
+    for (const std::shared_ptr<UIView>& element : accessibilityElements(view)) {
         if (const auto slider = std::dynamic_pointer_cast<UISlider>(element))
-            report += line(*slider);
-    return report;
+            rows += line(*slider);
+        else
+            labels += "  " + printable(accessibilityLabel(*element).value_or("")) + "\n";
+    }
+    return rows.empty() ? labels : rows;
 }

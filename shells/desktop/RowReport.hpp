@@ -5,6 +5,6 @@
 #include <memory>
 #include <string>
 
-/// The rows of a widget as text, a line for each slider: its caption, and where it stands in
-/// percent of its range.
-std::string rowReport(const std::shared_ptr<UIView>& widget);
+/// What a view shows as text, a line for each slider: its caption, a bar, and where it stands in
+/// percent of its range unless the caption tells so already. Without sliders, its labels.
+std::string rowReport(const std::shared_ptr<UIView>& view);

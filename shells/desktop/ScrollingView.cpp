@@ -29,6 +29,7 @@ ScrollingView::ScrollingView() : indicator_(std::make_shared<ScrollIndicator>())
 }
 
 void ScrollingView::setContent(const std::shared_ptr<UIView>& content) {
+    if (content && content == content_) return place();
     if (content_) content_->removeFromSuperview();
     content_ = content;
     offset_ = 0;
@@ -68,8 +69,9 @@ void ScrollingView::layoutSubviews() {
 
 /// Whole points, so that the text stays crisp.
 void ScrollingView::place() {
-    if (!content_) return;
     const CGFloat greatest = greatestOffset();
+    indicator_->setHidden(greatest <= 0);
+    if (!content_) return;
     offset_ = std::clamp<CGFloat>(offset_, 0, greatest);
     const CGSize opening = frame().size;
     const CGSize size = content_->frame().size;
@@ -78,7 +80,6 @@ void ScrollingView::place() {
                          std::floor(spare / 2) - std::round(offset_)},
                         size});
 
-    indicator_->setHidden(greatest <= 0);
     if (greatest <= 0) return;
     // The corners are round: the indicator keeps clear of them.
     const CGFloat track = std::max<CGFloat>(0, opening.height - 2 * panelRadius);

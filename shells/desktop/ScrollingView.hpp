@@ -10,8 +10,8 @@ class ScrollingView : public UIView {
     ScrollingView();
     std::string_view className() const override { return "ScrollingView"; }
 
-    /// Takes the place of the one before. Its width is its own matter; a small one lies in the
-    /// middle of the opening.
+    /// Takes the place of the one before; the same again stays where it stands. Its width is its
+    /// own matter; a small one lies in the middle of the opening.
     void setContent(const std::shared_ptr<UIView>& content);
     bool isScrollable() const { return greatestOffset() > 0; }
     /// How far the content is moved up, in points.

@@ -80,6 +80,14 @@ void DesktopFixture::waitForFrame() {
     g_signal_handler_disconnect(clock, handler);
 }
 
+const std::string& DesktopFixture::displayName() const {
+    return server().displayName();
+}
+
+CGPoint DesktopFixture::rowsOrigin() const {
+    return slider(0)->superview()->convertPointToView({}, nullptr);
+}
+
 std::shared_ptr<UISlider> DesktopFixture::slider(std::size_t row) const {
     for (const auto& element : accessibilityElements(window->content()))
         if (auto found = std::dynamic_pointer_cast<UISlider>(element); found && row-- == 0)

@@ -29,11 +29,14 @@ class DesktopFixture : public testing::Test {
     void settle();
     void waitForFrame();
 
+    const std::string& displayName() const;
     /// Document order; nullptr when there are fewer.
     std::shared_ptr<UISlider> slider(std::size_t row) const;
     /// Where a view's point is on the screen, in pixels.
     CGPoint onScreen(const UIView& view, const CGPoint& point) const;
     CGPoint thumbOnScreen(std::size_t row) const;
+    /// Where the first row begins, in the window.
+    CGPoint rowsOrigin() const;
     CGPoint windowOrigin() const;
     CGSize windowSize() const;
     double volume(const char* category) const;

@@ -1,3 +1,4 @@
+#include "platform/uikit/UIAccessibility.hpp"
 #include "tests/desktop/DesktopFixture.hpp"
 
 #include <X11/keysym.h>
@@ -69,13 +70,36 @@ TEST_F(LongListTest, FocusIsScrolledIntoSight) {
     EXPECT_TRUE(waitUntil([this] { return slider(0)->isFocused() && isOnPanel(0); }));
 }
 
-TEST_F(LongListTest, EmptyListShowsASmallPanel) {
+TEST_F(LongListTest, EmptyListShowsASmallPanelThatSaysSo) {
     files.writeCategories({});
     open();
     EXPECT_EQ(windowSize().width, 560);
     EXPECT_GE(windowSize().height, 48);
     EXPECT_LE(windowSize().height, 120);
     EXPECT_EQ(slider(0), nullptr);
+    const auto told = accessibilityElements(window->content());
+    ASSERT_FALSE(told.empty());
+    EXPECT_EQ(accessibilityLabel(*told.front()), "No categories to show");
+    EXPECT_GT(user->coloursIn(CGRectMake(windowOrigin().x + 100, windowOrigin().y + 10, 360, 60)),
+              2U);
+}
+
+TEST_F(LongListTest, FollowsAListThatIsEmptiedOrFilledWhileTheWindowIsOpen) {
+    files.writeCategories({});
+    open();
+    const auto showAnew = [this] {
+        widget->dismiss();
+        widget->present();
+        settle();
+    };
+    files.writeShownCategories(2);
+    showAnew();
+    EXPECT_TRUE(slider(1));
+    EXPECT_EQ(windowSize(), (CGSize{560, 120}));
+    files.writeCategories({});
+    showAnew();
+    EXPECT_EQ(slider(0), nullptr);
+    EXPECT_FALSE(accessibilityElements(window->content()).empty());
 }
 
 }  // namespace

@@ -93,10 +93,19 @@ TEST_F(ProgramTest, WithoutADisplayItPrintsTheRowsAndSaysWhereThePictureIs) {
     EXPECT_EQ(ended.status, 0) << ended.complaints;
     EXPECT_TRUE(contains(ended.complaints, "display"));
     EXPECT_TRUE(contains(ended.output, "Ringtone: 50%")) << ended.output;
-    EXPECT_TRUE(contains(ended.output, " 50 %")) << ended.output;
+    EXPECT_FALSE(contains(ended.output, "] 50%")) << "a second time: " << ended.output;
     const std::filesystem::path written = cache / "tarnwick" / "widget.png";
     EXPECT_TRUE(contains(ended.output, written.string())) << ended.output;
     EXPECT_GT(pictureSize(written).first, 0);
+}
+
+TEST_F(ProgramTest, WithoutADisplayAnEmptyListSaysWhereItIs) {
+    files.writeCategories({});
+    const Ended ended = run({"--simulate"});
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_TRUE(contains(ended.output, "No categories to show")) << ended.output;
+    EXPECT_TRUE(contains(ended.output, files.categoryFile().filename().string())) << ended.output;
+    EXPECT_TRUE(contains(ended.output, files.folder().string())) << ended.output;
 }
 
 TEST_F(ProgramTest, WithoutADisplayACaptionOfAnyBytesIsOneLine) {
@@ -104,6 +113,27 @@ TEST_F(ProgramTest, WithoutADisplayACaptionOfAnyBytesIsOneLine) {
     const Ended ended = run({"--simulate"});
     EXPECT_EQ(ended.status, 0);
     EXPECT_TRUE(contains(ended.output, "two lines")) << ended.output;
+}
+
+TEST_F(ProgramTest, WithoutADisplayItPrintsThePercentagesThatTheCaptionsLeaveAway) {
+    files.writeSettings("<key>displayPercentage</key><false/>");
+    const Ended ended = run({"--simulate"});
+    EXPECT_FALSE(contains(ended.output, "Ringtone: 50%")) << ended.output;
+    EXPECT_TRUE(contains(ended.output, "[##########----------] 50%")) << ended.output;
+}
+
+TEST_F(ProgramTest, WithoutADisplayItPrintsNoPercentageThatIsNotKnown) {
+    files.writeCategories({{"Nobody", "Nobody's"}});
+    const Ended ended = run({"--simulate"});
+    EXPECT_TRUE(contains(ended.output, "Nobody's: unknown")) << ended.output;
+    EXPECT_FALSE(contains(ended.output, "0%")) << ended.output;
+}
+
+TEST_F(ProgramTest, GoesOnWhenItsComplaintsHaveNoReader) {
+    const Ended ended = runProgram({"--simulate", "--preferences", files.folder().string()},
+                                   {{"XDG_CACHE_HOME", cache.string()}}, Complaints::WithoutReader);
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_TRUE(contains(ended.output, "Ringtone")) << ended.output;
 }
 
 TEST_F(ProgramTest, MissingBundleIsAClearFailure) {

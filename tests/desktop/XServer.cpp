@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <set>
 #include <stdexcept>
 
 namespace test {
@@ -106,13 +107,30 @@ void XUser::closeWindow(unsigned long window) {
     XSync(display_.get(), False);
 }
 
-std::uint32_t XUser::pixelAt(double x, double y) {
+std::vector<std::uint32_t> XUser::pixelsIn(const CGRect& rect) {
+    const auto width = static_cast<unsigned>(rect.size.width);
+    const auto height = static_cast<unsigned>(rect.size.height);
     XImage* image = XGetImage(display_.get(), DefaultRootWindow(display_.get()),
-                              static_cast<int>(x), static_cast<int>(y), 1, 1, AllPlanes, ZPixmap);
+                              static_cast<int>(rect.origin.x), static_cast<int>(rect.origin.y),
+                              width, height, AllPlanes, ZPixmap);
     if (!image) throw std::runtime_error("that is not on the screen");
-    const auto pixel = static_cast<std::uint32_t>(XGetPixel(image, 0, 0)) & 0xFFFFFFU;
+    std::vector<std::uint32_t> pixels;
+    for (unsigned y = 0; y < height; ++y)
+        for (unsigned x = 0; x < width; ++x)
+            pixels.push_back(static_cast<std::uint32_t>(
+                                 XGetPixel(image, static_cast<int>(x), static_cast<int>(y))) &
+                             0xFFFFFFU);
     XDestroyImage(image);
-    return pixel;
+    return pixels;
+}
+
+std::uint32_t XUser::pixelAt(double x, double y) {
+    return pixelsIn(CGRectMake(static_cast<CGFloat>(x), static_cast<CGFloat>(y), 1, 1)).front();
+}
+
+std::size_t XUser::coloursIn(const CGRect& rect) {
+    const std::vector<std::uint32_t> pixels = pixelsIn(rect);
+    return std::set<std::uint32_t>(pixels.begin(), pixels.end()).size();
 }
 
 }  // namespace test

@@ -1,10 +1,13 @@
 #pragma once
 
+#include "platform/uikit/Geometry.hpp"
+
 #include <sys/types.h>
 
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 // The library's own header turns everyday words into macros.
 typedef struct _XDisplay Display;
@@ -49,11 +52,15 @@ class XUser {
 
     /// Red, green and blue in the lowest bytes.
     std::uint32_t pixelAt(double x, double y);
+    /// How many different colours there are in a rectangle of the screen.
+    std::size_t coloursIn(const CGRect& rect);
 
  private:
     struct Close {
         void operator()(Display* display) const;
     };
+    std::vector<std::uint32_t> pixelsIn(const CGRect& rect);
+
     std::unique_ptr<Display, Close> display_;
 };
 

@@ -1,0 +1,4 @@
+#pragma once
+
+/// What window managers, the desktop's files and the widget's own files know the program by.
+inline constexpr const char* applicationId = "org.tarnwick.mixer";

@@ -1,0 +1,11 @@
+#include "shells/desktop/PanelContent.hpp"
+
+#include "platform/uikit/UIAccessibility.hpp"
+#include "shells/desktop/EmptyNotice.hpp"
+
+PanelContent panelContent(HostedWidget& widget) {
+    const CGSize wanted = widget.preferredSize();
+    if (!accessibilityElements(widget.view()).empty()) return {widget.view(), wanted};
+    const std::shared_ptr<UIView> notice = makeEmptyNotice(wanted.width);
+    return {notice, notice->frame().size};
+}

@@ -1,0 +1,180 @@
+#include "platform/uikit/UIAnimator.hpp"
+#include "tests/desktop/DesktopFixture.hpp"
+#include "tests/desktop/XDesktop.hpp"
+
+#include <gdk/gdkx.h>
+
+#include <cmath>
+
+namespace test {
+namespace {
+
+/// What a slider's thumb may paint beyond its row, in points.
+constexpr CGFloat aroundRow = 6;
+
+class PaintingTest : public DesktopFixture {
+ protected:
+    void openAndWatch() {
+        open();
+        settle();
+        watch.emplace(displayName(), gdk_x11_window_get_xid(window->host().window()));
+    }
+    CGRect rowRect(std::size_t row) const {
+        const auto view = slider(row)->superview();
+        return view->convertRectToView(view->bounds(), nullptr);
+    }
+    /// That something was painted, and nothing but that row.
+    void expectOnlyRowPainted(std::size_t row) {
+        settle();
+        const std::vector<CGRect> painted = watch->take();
+        EXPECT_FALSE(painted.empty());
+        const CGRect allowed = CGRectInset(rowRect(row), -aroundRow, -aroundRow);
+        for (const CGRect& rect : painted)
+            EXPECT_EQ(CGRectIntersection(rect, allowed), rect)
+                << rect.origin.x << "," << rect.origin.y << " " << rect.size.width << " x "
+                << rect.size.height;
+    }
+
+    std::optional<PaintWatch> watch;
+};
+
+TEST_F(PaintingTest, PaintsOnlyTheRowOfAChangeMadeElsewhere) {
+    openAndWatch();
+    device->changeVolume("Audio/Video", 0.9F);
+    ASSERT_TRUE(waitUntil([this] { return std::abs(slider(1)->value() - 90) < 0.01F; }));
+    expectOnlyRowPainted(1);
+}
+
+TEST_F(PaintingTest, PaintsOnlyTheRowThatIsDragged) {
+    openAndWatch();
+    const CGPoint thumb = thumbOnScreen(2);
+    user->moveTo(thumb.x, thumb.y);
+    user->press();
+    for (int step = 1; step <= 5; ++step) {
+        user->moveTo(thumb.x + step * 10, thumb.y);
+        settle();
+    }
+    user->release();
+    ASSERT_TRUE(waitUntil([this] { return !slider(2)->isHighlighted(); }));
+    EXPECT_GT(slider(2)->value(), 55);
+    expectOnlyRowPainted(2);
+}
+
+TEST_F(PaintingTest, PaintsNothingWhileNothingChanges) {
+    openAndWatch();
+    device->changeVolume("Ringtone", 0.5F);  // Where it stands.
+    user->moveTo(windowOrigin().x + 100, windowOrigin().y + 100);
+    user->moveTo(windowOrigin().x + 300, windowOrigin().y + 120);
+    settle();
+    EXPECT_TRUE(watch->take().empty());
+}
+
+TEST_F(PaintingTest, PaintsEverythingWhenItIsUncovered) {
+    openAndWatch();
+    gdk_window_invalidate_rect(window->host().window(), nullptr, TRUE);
+    settle();
+    CGRect painted;
+    for (const CGRect& rect : watch->take())
+        painted = CGRectUnion(painted, rect);
+    EXPECT_EQ(painted, (CGRect{{0, 0}, windowSize()}));
+}
+
+/// Puts its subview elsewhere at every layout.
+class MovingLayout : public UIView {
+ public:
+    void layoutSubviews() override {
+        for (const auto& view : subviews())
+            view->setFrame(CGRectOffset(view->frame(), 0, 20));
+    }
+};
+
+TEST_F(PaintingTest, PaintsWhatALayoutMovesInTheFrameOfTheLayout) {
+    open();
+    const auto views = std::make_shared<MovingLayout>();
+    views->setFrame(CGRectMake(0, 0, 20, 200));
+    const auto mark = std::make_shared<UIView>(CGRectMake(5, 60, 10, 10));
+    mark->setBackgroundColor(UIColor::greenColor());
+    views->addSubview(mark);
+    window->content()->addSubview(views);
+    settle();
+    EXPECT_EQ(user->pixelAt(windowOrigin().x + 10, windowOrigin().y + 85), 0x00FF00U);
+
+    views->setNeedsLayout();
+    waitForFrame();
+    gdk_display_sync(gdk_display_get_default());
+    EXPECT_EQ(mark->frame().origin.y, 100);
+    EXPECT_EQ(user->pixelAt(windowOrigin().x + 10, windowOrigin().y + 105), 0x00FF00U);
+    EXPECT_NE(user->pixelAt(windowOrigin().x + 10, windowOrigin().y + 85), 0x00FF00U);
+    EXPECT_TRUE(window->content()->damage().empty()) << "nothing is left for another frame";
+}
+
+TEST_F(PaintingTest, EdgeIsSoftWhileACompositorRuns) {
+    open();
+    EXPECT_EQ(windowSize(), (CGSize{560, 270}));
+    const UIEdgeInsets margins = panelMargins(PanelEdge::Soft);
+    const CGSize withShadow = {560 + margins.left + margins.right,
+                               270 + margins.top + margins.bottom};
+    {
+        const Compositor compositor(displayName());
+        EXPECT_TRUE(waitUntil([&] { return windowSize() == withShadow; }));
+        settle();
+        EXPECT_EQ(rowsOrigin(), (CGPoint{margins.left, margins.top + 10}));
+        user->moveTo(thumbOnScreen(0).x, thumbOnScreen(0).y);
+        user->scrollUp();
+        expectVolume("Ringtone", 0.51);
+    }
+    EXPECT_TRUE(waitUntil([this] { return windowSize() == CGSize{560, 270}; }));
+    settle();
+    EXPECT_EQ(rowsOrigin(), (CGPoint{0, 10}));
+}
+
+TEST_F(PaintingTest, OpensWithASoftEdgeUnderACompositor) {
+    const Compositor compositor(displayName());
+    open();
+    EXPECT_GT(windowSize().width, 560);
+}
+
+TEST_F(PaintingTest, FollowsTheDesktopsSmoothingOfText) {
+    SettingsManager settings(displayName());
+    settings.set({{"Xft/Antialias", 1}});
+    open();
+    const CGRect caption = CGRectMake(windowOrigin().x + 20, windowOrigin().y + 15, 90, 15);
+    EXPECT_GT(user->coloursIn(caption), 2U);
+    settings.set({{"Xft/Antialias", 0}});
+    EXPECT_TRUE(waitUntil([&] {
+        settle();
+        return user->coloursIn(caption) == 2;
+    })) << user->coloursIn(caption);
+    settings.set({{"Xft/Antialias", 1}});
+    EXPECT_TRUE(waitUntil([&] {
+        settle();
+        return user->coloursIn(caption) > 2;
+    }));
+}
+
+TEST_F(PaintingTest, FollowsTheDesktopsSwitchForAnimations) {
+    SettingsManager settings(displayName());
+    settings.set({{"Gtk/EnableAnimations", 0}});
+    open();
+    EXPECT_TRUE(waitUntil([] { return !UIAnimator::shared().isEnabled(); }));
+    slider(0)->setValue(90, Animated::Yes);
+    EXPECT_FALSE(slider(0)->isAnimating());
+    settings.set({{"Gtk/EnableAnimations", 1}});
+    EXPECT_TRUE(waitUntil([] { return UIAnimator::shared().isEnabled(); }));
+    slider(0)->setValue(10, Animated::Yes);
+    EXPECT_TRUE(slider(0)->isAnimating());
+    EXPECT_TRUE(waitUntil([this] { return !slider(0)->isAnimating(); }));
+}
+
+TEST_F(PaintingTest, AnimationEndsWhereItLeads) {
+    open();
+    slider(0)->setValue(95, Animated::Yes);
+    EXPECT_LT(slider(0)->thumbRect().origin.x, 400);
+    ASSERT_TRUE(waitUntil([this] { return !slider(0)->isAnimating(); }));
+    settle();
+    const CGPoint thumb = thumbOnScreen(0);
+    EXPECT_GT(user->pixelAt(thumb.x, thumb.y + 4) & 0xFF, 0xE0U);
+}
+
+}  // namespace
+}  // namespace test
