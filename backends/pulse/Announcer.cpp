@@ -8,7 +8,12 @@ namespace pulse {
 
 Announcer::Announcer(Look look) : look_(std::move(look)) {
     for (const std::string& category : knownCategories())
-        told_[category] = look_(category);
+        watch(category);
+}
+
+void Announcer::watch(const std::string& category) {
+    const auto [found, isNew] = told_.try_emplace(category);
+    if (isNew) found->second = look_(category);
 }
 
 void Announcer::changed() {

@@ -12,7 +12,8 @@ namespace pulse {
 
 /// Tells what changed in what the categories show, by comparing with what was told last: the
 /// server's events come doubled, late and with passing values. Everything is told from the main
-/// run loop, and each may destroy the announcer.
+/// run loop, and each may destroy the announcer. The known categories are compared always, others
+/// from when somebody watches them.
 class Announcer {
  public:
     /// How long passing values are given to pass. A change right behind another doesn't prolong
@@ -23,6 +24,9 @@ class Announcer {
 
     /// `look` answers what a category shows now. What it shows at first counts as told.
     explicit Announcer(Look look);
+
+    /// Adds a category to those that are compared. What it shows now counts as told.
+    void watch(const std::string& category);
 
     /// Something may have changed.
     void changed();

@@ -1,44 +1,110 @@
 #include "backends/pulse/CategoryMapping.hpp"
 
+#include "backends/pulse/Roles.hpp"
 #include "backends/pulse/RouteName.hpp"
 
 #include <algorithm>
+#include <array>
+#include <string_view>
 
 namespace pulse {
 namespace {
 
-std::optional<VolumeObject> defaultSinkObject(const ServerMirror& mirror) {
-    const Sink* sink = mirror.defaultSink();
+using Found = std::optional<VolumeObject>;
+using Kind = VolumeObject::Kind;
+
+Found objectOf(const Device* sink) {
     if (!sink) return std::nullopt;
-    return VolumeObject{VolumeObject::Kind::Sink, sink->name};
+    return VolumeObject{Kind::Sink, sink->name};
 }
 
-// Without a real device the server accepts a role's volume and forgets it, so there is none.
-std::optional<VolumeObject> eventEntryObject(const ServerMirror& mirror) {
-    if (!mirror.defaultSink() || !mirror.roleEntries) return std::nullopt;
-    return VolumeObject{VolumeObject::Kind::RoleEntry, roleEntryName("event")};
+Found ringtone(const ServerMirror& mirror) {
+    if (const Device* sink = roleSinkFor(mirror, {"notification", "ringing", "ringtone"}))
+        return objectOf(sink);
+    return VolumeObject{Kind::Role, "event"};
 }
 
-std::optional<VolumeObject> noObject(const ServerMirror&) {
-    return std::nullopt;
+Found media(const ServerMirror& mirror) {
+    const Device* sink = roleSinkFor(mirror, {"multimedia"});
+    return objectOf(sink ? sink : mirror.defaultSink());
+}
+
+Found bluetooth(const ServerMirror& mirror, std::string_view route) {
+    const auto fits = [&](const Device& sink) {
+        return isBluetooth(sink) && routeOfDevice(sink) == route;
+    };
+    if (fits(*mirror.defaultSink())) return objectOf(mirror.defaultSink());
+    const auto found =
+        std::ranges::find_if(mirror.sinks, [&](const auto& each) { return fits(each.second); });
+    return objectOf(found == mirror.sinks.end() ? nullptr : &found->second);
+}
+
+Found headset(const ServerMirror& mirror) {
+    return bluetooth(mirror, "HeadsetBT");
+}
+
+Found headphones(const ServerMirror& mirror) {
+    return bluetooth(mirror, "HeadphonesBT");
+}
+
+Found phoneCall(const ServerMirror& mirror) {
+    if (const Device* sink = roleSinkFor(mirror, {"call", "phone", "communication"}))
+        return objectOf(sink);
+    return VolumeObject{Kind::Role, "phone"};
+}
+
+Found videoConference(const ServerMirror& /*mirror*/) {
+    return VolumeObject{Kind::Conference, ""};
 }
 
 struct Mapping {
     const char* category;
-    std::optional<VolumeObject> (*object)(const ServerMirror&);
+    Found (*object)(const ServerMirror&);
 };
 
 constexpr Mapping mappings[] = {
-    {"Ringtone", eventEntryObject}, {"Audio/Video", defaultSinkObject},
-    {"HeadsetBT", noObject},        {"HeadphonesBT", noObject},
-    {"PhoneCall", noObject},        {"VideoConference", noObject},
+    {"Ringtone", ringtone},       {"Audio/Video", media},   {"HeadsetBT", headset},
+    {"HeadphonesBT", headphones}, {"PhoneCall", phoneCall}, {"VideoConference", videoConference},
 };
 
-const Mapping* mappingFor(const NSString& category) {
-    if (!category) return nullptr;
-    const auto found = std::find_if(std::begin(mappings), std::end(mappings),
-                                    [&](const Mapping& m) { return *category == m.category; });
+const Mapping* mappingFor(const std::string& category) {
+    const auto* found = std::ranges::find(mappings, category, &Mapping::category);
     return found == std::end(mappings) ? nullptr : found;
+}
+
+Found namedRole(const ServerMirror& mirror, const std::string& role) {
+    if (!mirror.defaultSink()) return std::nullopt;
+    if (const Device* sink = roleSinkFor(mirror, {role})) return objectOf(sink);
+    return VolumeObject{Kind::Role, role};
+}
+
+Found namedSink(const ServerMirror& mirror, const std::string& name) {
+    return objectOf(name == "@DEFAULT_SINK@" ? mirror.defaultSink() : mirror.sinkNamed(name));
+}
+
+Found namedSource(const ServerMirror& mirror, const std::string& name) {
+    const std::string& wanted = name == "@DEFAULT_SOURCE@" ? mirror.server.defaultSourceName : name;
+    if (!mirror.sourceNamed(wanted)) return std::nullopt;
+    return VolumeObject{Kind::Source, wanted};
+}
+
+Found application(const ServerMirror& /*mirror*/, const std::string& name) {
+    return VolumeObject{Kind::Application, name};
+}
+
+struct Scheme {
+    std::string_view prefix;
+    Found (*object)(const ServerMirror&, const std::string& name);
+};
+
+constexpr Scheme schemes[] = {
+    {"role:", namedRole}, {"sink:", namedSink}, {"source:", namedSource}, {"app:", application}};
+
+const Scheme* schemeOf(const std::string& category) {
+    const auto* found = std::ranges::find_if(schemes, [&](const Scheme& scheme) {
+        return category.starts_with(scheme.prefix) && category.size() > scheme.prefix.size();
+    });
+    return found == std::end(schemes) ? nullptr : found;
 }
 
 }  // namespace
@@ -53,16 +119,17 @@ const std::vector<std::string>& knownCategories() {
     return names;
 }
 
-std::optional<VolumeObject> objectForCategory(const ServerMirror& mirror,
-                                              const NSString& category) {
-    const Mapping* mapping = mappingFor(category);
-    return mapping ? mapping->object(mirror) : std::nullopt;
+bool isCategory(const NSString& category) {
+    return category && (mappingFor(*category) || schemeOf(*category));
 }
 
-NSString routeForCategory(const ServerMirror& mirror, const NSString& category) {
-    if (!mappingFor(category)) return std::nullopt;
-    const Sink* sink = mirror.defaultSink();
-    return routeOfSink(sink ? *sink : Sink{});
+Found objectForCategory(const ServerMirror& mirror, const NSString& category) {
+    if (!category) return std::nullopt;
+    // Without a real device the server accepts volumes and forgets them, so there are none.
+    if (const Mapping* mapping = mappingFor(*category))
+        return mirror.defaultSink() ? mapping->object(mirror) : std::nullopt;
+    const Scheme* scheme = schemeOf(*category);
+    return scheme ? scheme->object(mirror, category->substr(scheme->prefix.size())) : std::nullopt;
 }
 
 Consequence consequenceOf(const CategoryState& before, const CategoryState& now) {

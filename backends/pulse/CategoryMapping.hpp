@@ -3,7 +3,6 @@
 #include "backends/pulse/ServerMirror.hpp"
 #include "platform/foundation/NSString.hpp"
 
-#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -17,13 +16,16 @@ struct CategoryState {
     bool operator==(const CategoryState&) const = default;
 };
 
-/// Every category of the volume service, whether or not a machine has what it stands for.
+/// Every category of the volume service that needs no scheme, whether or not a machine has what
+/// it stands for.
 const std::vector<std::string>& knownCategories();
+/// Whether it is one of them, or a scheme with something behind it: "role:", "sink:", "source:"
+/// or "app:".
+bool isCategory(const NSString& category);
 
-/// What the category's volume belongs to now; nullopt when that is not there.
+/// What the category's volume belongs to now; nullopt when that is not there. An object may be
+/// answered that turns out to have no volume.
 std::optional<VolumeObject> objectForCategory(const ServerMirror& mirror, const NSString& category);
-/// The output that the category plays on. A known category has one always; nil for any other.
-NSString routeForCategory(const ServerMirror& mirror, const NSString& category);
 
 /// What a row has to be told after its category went from one state to the other.
 enum class Consequence {

@@ -1,55 +1,95 @@
 #include "backends/pulse/MirrorReader.hpp"
 
+#include "backends/pulse/ServerReads.hpp"
+#include "platform/foundation/NSRunLoop.hpp"
+
 #include <algorithm>
+#include <memory>
+#include <type_traits>
 #include <utility>
 
 namespace pulse {
 
 MirrorReader::MirrorReader(PulseContext& context, ServerMirror& mirror,
-                           std::function<void()> changed)
+                           std::function<void(Part)> changed)
     : context_(context), mirror_(mirror), changed_(std::move(changed)) {
-    for (Part part : {Part::Server, Part::Sinks, Part::RoleEntries})
-        refresh(part);
+    for (std::size_t part = 0; part < partCount; ++part)
+        begin(static_cast<Part>(part));
 }
 
-void MirrorReader::refresh(Part part, std::function<void()> afterwards) {
+void MirrorReader::refresh(Part part) {
     Reading& reading = readingOf(part);
-    if (afterwards) reading.waitingForNext.push_back(std::move(afterwards));
-    if (reading.stage == Reading::Stage::Idle)
-        begin(part);
-    else
+    if (reading.stage == Reading::Stage::UnderWay)
         reading.stage = Reading::Stage::UnderWayAndOutdated;
+    if (reading.stage == Reading::Stage::Idle) beginSoon(part);
+}
+
+void MirrorReader::refresh(std::initializer_list<Part> parts, std::function<void()> afterwards) {
+    const auto left = std::make_shared<std::size_t>(parts.size());
+    for (const Part part : parts) {
+        Reading& reading = readingOf(part);
+        reading.waitingForNext.emplace_back([left, afterwards] {
+            if (--*left == 0) afterwards();
+        });
+        if (reading.stage == Reading::Stage::Pausing) reading.stage = Reading::Stage::Idle;
+        if (reading.stage == Reading::Stage::Idle)
+            begin(part);
+        else
+            reading.stage = Reading::Stage::UnderWayAndOutdated;
+    }
 }
 
 bool MirrorReader::isComplete() const {
-    return std::all_of(readings_.begin(), readings_.end(),
-                       [](const Reading& reading) { return reading.wasRead; });
+    return std::ranges::all_of(readings_, &Reading::wasRead);
+}
+
+void MirrorReader::beginSoon(Part part) {
+    Reading& reading = readingOf(part);
+    const double now = NSRunLoop::mainRunLoop().currentTime();
+    const double wait = reading.beganSeconds + pauseSeconds - now;
+    const bool somebodyWaits = !reading.waitingForNext.empty();
+    if (wait <= 0 || somebodyWaits) return begin(part);
+    reading.stage = Reading::Stage::Pausing;
+    reading.pause.start(wait, [this, part] { begin(part); });
 }
 
 void MirrorReader::begin(Part part) {
     Reading& reading = readingOf(part);
+    reading.pause.cancel();
     reading.stage = Reading::Stage::UnderWay;
+    reading.beganSeconds = NSRunLoop::mainRunLoop().currentTime();
     reading.waitingForThis = std::exchange(reading.waitingForNext, {});
     ask(part);
+}
+
+// What the server refuses to tell is empty.
+template <class Taken>
+auto MirrorReader::taking(Part part, Taken ServerMirror::*place) {
+    return [this, part, place](auto read) {
+        if constexpr (std::is_same_v<Taken, decltype(read)>)
+            mirror_.*place = std::move(read);
+        else
+            mirror_.*place = std::move(read).value_or(Taken{});
+        finish(part);
+    };
 }
 
 void MirrorReader::ask(Part part) {
     switch (part) {
         case Part::Server:
-            return context_.readDefaultSinkName([this](std::optional<std::string> name) {
-                mirror_.defaultSinkName = std::move(name).value_or("");
-                finish(Part::Server);
-            });
+            return readServer(context_, taking(part, &ServerMirror::server));
         case Part::Sinks:
-            return context_.readSinks([this](std::optional<PulseContext::Sinks> sinks) {
-                mirror_.sinks = std::move(sinks).value_or(PulseContext::Sinks{});
-                finish(Part::Sinks);
-            });
+            return readSinks(context_, taking(part, &ServerMirror::sinks));
+        case Part::Sources:
+            return readSources(context_, taking(part, &ServerMirror::sources));
+        case Part::Clients:
+            return readClients(context_, taking(part, &ServerMirror::clients));
+        case Part::Streams:
+            return readStreams(context_, taking(part, &ServerMirror::streams));
+        case Part::Recordings:
+            return readRecordings(context_, taking(part, &ServerMirror::recordings));
         case Part::RoleEntries:
-            return context_.readRoleEntries([this](std::optional<PulseContext::RoleEntries> read) {
-                mirror_.roleEntries = std::move(read);
-                finish(Part::RoleEntries);
-            });
+            return readRoleEntries(context_, taking(part, &ServerMirror::roleEntries));
     }
 }
 
@@ -59,10 +99,10 @@ void MirrorReader::finish(Part part) {
     reading.stage = Reading::Stage::Idle;
     reading.wasRead = true;
     const Waiting waited = std::exchange(reading.waitingForThis, {});
-    if (outdated) begin(part);
+    if (outdated) beginSoon(part);
+    changed_(part);
     for (const auto& afterwards : waited)
         afterwards();
-    changed_();
 }
 
 }  // namespace pulse

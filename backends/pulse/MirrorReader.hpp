@@ -1,10 +1,12 @@
 #pragma once
 
+#include "backends/pulse/OneShotTimer.hpp"
 #include "backends/pulse/PulseContext.hpp"
 #include "backends/pulse/ServerMirror.hpp"
 
 #include <array>
 #include <functional>
+#include <initializer_list>
 #include <optional>
 #include <vector>
 
@@ -14,34 +16,47 @@ namespace pulse {
 /// told to. One read under way for each part, and one more behind it, however often it is told.
 class MirrorReader {
  public:
+    /// How far apart reads of a part begin at least while events of it flood in.
+    static constexpr double pauseSeconds = 0.005;
+
     /// All three outlive the reader; no answer reaches it after the context is gone. `changed` is
     /// called after each read.
-    MirrorReader(PulseContext& context, ServerMirror& mirror, std::function<void()> changed);
+    MirrorReader(PulseContext& context, ServerMirror& mirror, std::function<void(Part)> changed);
+    MirrorReader(const MirrorReader&) = delete;
+    MirrorReader& operator=(const MirrorReader&) = delete;
 
-    /// Reads the part. `afterwards` is called when a read that began after this call is through.
-    void refresh(Part part, std::function<void()> afterwards = {});
+    /// The part may have changed: reads it, the first time at once.
+    void refresh(Part part);
+    /// Reads the parts without a pause. `afterwards` is called when reads that began after this
+    /// call are through.
+    void refresh(std::initializer_list<Part> parts, std::function<void()> afterwards);
     /// Whether each part has been read.
     bool isComplete() const;
 
  private:
     using Waiting = std::vector<std::function<void()>>;
     struct Reading {
-        enum class Stage { Idle, UnderWay, UnderWayAndOutdated };
+        enum class Stage { Idle, Pausing, UnderWay, UnderWayAndOutdated };
         Stage stage = Stage::Idle;
         bool wasRead = false;
+        double beganSeconds = 0;  // On the run loop's clock.
+        OneShotTimer pause;
         Waiting waitingForThis;
         Waiting waitingForNext;
     };
 
     Reading& readingOf(Part part) { return readings_[static_cast<std::size_t>(part)]; }
+    void beginSoon(Part part);
     void begin(Part part);
     void ask(Part part);
+    template <class Taken>
+    auto taking(Part part, Taken ServerMirror::*place);
     void finish(Part part);
 
     PulseContext& context_;
     ServerMirror& mirror_;
-    std::function<void()> changed_;
-    std::array<Reading, 3> readings_;  // By Part.
+    std::function<void(Part)> changed_;
+    std::array<Reading, partCount> readings_;  // By Part.
 };
 
 }  // namespace pulse

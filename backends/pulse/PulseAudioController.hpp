@@ -5,15 +5,31 @@
 #include <functional>
 #include <memory>
 
-/// The volumes of a PulseAudio server, or of another that speaks its protocol. "Audio/Video" is
-/// the default output device, "Ringtone" what the server remembers for event sounds; the other
-/// categories have no volume that could be read yet.
+namespace pulse {
+class VolumeService;
+}
+
+/// The volumes of a PulseAudio server, or of PipeWire, which speaks its protocol. Six categories
+/// are the device's own. Where the session has an output of its own for a role, that is what a
+/// category of the role moves; else:
+///  - "Ringtone", "PhoneCall": the streams of role "event" or "phone" and what the server keeps
+///    for the next one, at 100 % before anybody has touched it;
+///  - "Audio/Video": the default output;
+///  - "HeadphonesBT", "HeadsetBT": a Bluetooth output while it is in a profile for music, or in
+///    one for calls;
+///  - "VideoConference": the streams of every process that also records, phone calls apart.
+/// Others are named by a scheme: "role:NAME" as the roles above; "sink:NAME" and "source:NAME" an
+/// output or input by the server's name for it, also "sink:@DEFAULT_SINK@" and
+/// "source:@DEFAULT_SOURCE@"; "app:NAME" every stream of an application, by its name, its id or
+/// its program's file name, in any case of letters. What is not there cannot be read. Of several
+/// streams the loudest is shown, and all are moved to the same volume.
 ///
 /// It connects by itself and again whenever the connection ends. While there is none, no volume
 /// can be read and a volume set is dropped: the server that comes back may be a different one.
 /// Changes are announced as the differences of what the categories show, about 10 ms after the
 /// first of them; that is also done for a category that became readable and for one whose route
-/// changed.
+/// changed. A category with a scheme is announced from when somebody has asked for its volume or
+/// its route.
 ///
 /// Works on GLib's default main context and on the main run loop, both driven by the shell on the
 /// main thread. Never waits. Handlers and notifications come from the main run loop, never from
@@ -33,11 +49,12 @@ class PulseAudioController : public AVSystemController {
 
     std::string_view className() const override { return "PulseAudioController"; }
 
-    /// A muted output has volume 0, one amplified above 100 % has volume 1.
+    /// What is muted has volume 0, what is amplified above 100 % has volume 1.
     bool getVolume(float& volume, const NSString& category) override;
     /// Unmutes. False, and nothing is sent, when the category can't be read now.
     bool setVolumeTo(float volume, const NSString& category) override;
-    /// A known category has a route always: without a server the last one, "Speaker" at first.
+    /// The last one while no server answers, "Speaker" at first. nil for a named output or input
+    /// that isn't there and for what is no category.
     NSString routeForCategory(const NSString& category) override;
 
     /// Whether a volume that was set has not been confirmed by the server yet. False also where
@@ -52,6 +69,5 @@ class PulseAudioController : public AVSystemController {
     void setAvailabilityHandler(std::function<void()> handler);
 
  private:
-    class Service;
-    std::unique_ptr<Service> service_;
+    std::unique_ptr<pulse::VolumeService> service_;
 };

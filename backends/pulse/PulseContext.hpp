@@ -1,22 +1,22 @@
 #pragma once
 
 #include "backends/pulse/Operations.hpp"
-#include "backends/pulse/ServerMirror.hpp"
 #include "platform/foundation/NSString.hpp"
 
 #include <pulse/context.h>
 #include <pulse/mainloop-api.h>
+#include <pulse/subscribe.h>
 
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
-#include <string>
+#include <utility>
 
 namespace pulse {
 
 /// The parts of the server's state that are read and announced separately.
-enum class Part { Server, Sinks, RoleEntries };
+enum class Part { Server, Sinks, Sources, Clients, Streams, Recordings, RoleEntries };
+inline constexpr std::size_t partCount = 7;
 
 /// One connection to the server, from its attempt to its failure; after that there has to be
 /// another. Destroying it withdraws whatever is under way: nothing is called any more.
@@ -27,9 +27,6 @@ class PulseContext {
         std::function<void()> failed;  ///< From the main run loop; may destroy the context.
         std::function<void(Part)> changed;
     };
-    using Sinks = std::map<std::string, Sink>;
-    using RoleEntries = std::map<std::string, RoleEntry>;
-    using Written = std::function<void()>;
 
     /// Begins to connect; nothing is called from inside. `server` nil: where the environment and
     /// the user's configuration say.
@@ -41,24 +38,36 @@ class PulseContext {
     /// Asks to be told of changes.
     void subscribe();
 
-    void readDefaultSinkName(Query<std::string>::Done done);
-    void readSinks(Query<Sinks>::Done done);
-    /// nullopt when the server keeps none.
-    void readRoleEntries(Query<RoleEntries>::Done done);
+    /// Asks the server: `begin(context, userdata)` starts the library's operation with a
+    /// Query<Result> as its callback's user data, and `done` is called with what that gathered.
+    template <class Result, class Begin>
+    void ask(typename Query<Result>::Done done, const Begin& begin) {
+        operations_.start<Result>(std::move(done), [&](Query<Result>* query) {
+            return begin(context_.get(), static_cast<void*>(query));
+        });
+    }
 
-    /// `written` comes when the server has answered, whatever it said. Both unmute.
-    void writeSinkVolume(const std::string& name, Mute muteBefore, const pa_cvolume& volume,
-                         Written written);
-    void writeRoleVolume(const std::string& entryName, const std::string& device,
-                         const pa_cvolume& volume, Written written);
+    /// The same for what is answered by its success alone: `begin(context, callback, userdata)`.
+    /// `answered` comes whatever the server said.
+    template <class Begin>
+    void tell(std::function<void()> answered, const Begin& begin) {
+        ask<Success>(
+            [answered = std::move(answered)](std::optional<Success>) {
+                if (answered) answered();
+            },
+            [&](pa_context* context, void* query) { return begin(context, succeeded, query); });
+    }
 
  private:
+    struct Success {};
     struct ContextDeleter {
         void operator()(pa_context* context) const { pa_context_unref(context); }
     };
 
+    static void succeeded(pa_context* context, int success, void* userdata);
     void stateChanged();
     void failSoon();
+    void announce(pa_subscription_event_type_t event) const;
 
     Handlers handlers_;
     std::unique_ptr<pa_context, ContextDeleter> context_;

@@ -53,11 +53,23 @@ const char* nameOfFormFactor(std::string_view formFactor) {
 
 }  // namespace
 
-std::string routeOfSink(const Sink& sink) {
-    if (sink.bus == "bluetooth") return nameOfBluetooth(sink.bluetoothProfile);
+bool isBluetooth(const Device& device) {
+    return device.bus == "bluetooth";
+}
+
+std::string routeOfDevice(const Device& sink) {
+    if (isBluetooth(sink)) return nameOfBluetooth(sink.bluetoothProfile);
     if (const char* name = nameOfPortType(sink.portType)) return name;
     if (const char* name = nameOfFormFactor(sink.formFactor)) return name;
     return sink.bus == "usb" ? "USB Audio" : "Speaker";
+}
+
+std::string routeOfInput(const Device& source) {
+    if (isBluetooth(source)) return nameOfBluetooth(source.bluetoothProfile);
+    const bool isHeadset =
+        source.portType == PA_DEVICE_PORT_TYPE_HEADSET || source.formFactor == "headset";
+    if (isHeadset) return "Headset";
+    return source.bus == "usb" ? "USB Audio" : "Microphone";
 }
 
 }  // namespace pulse

@@ -1,5 +1,8 @@
 #include "backends/pulse/ServerMirror.hpp"
 
+#include <algorithm>
+#include <cstdio>
+
 namespace pulse {
 namespace {
 
@@ -18,24 +21,68 @@ ObjectVolume stereo(const RoleEntry& entry) {
     return result;
 }
 
-}  // namespace
-
-const Sink* ServerMirror::defaultSink() const {
-    if (isPlaceholder(defaultSinkName)) return nullptr;
-    const auto found = sinks.find(defaultSinkName);
-    return found == sinks.end() ? nullptr : &found->second;
+const Device* named(const DeviceMap& devices, const std::string& name) {
+    const auto found = devices.find(name);
+    return found == devices.end() ? nullptr : &found->second;
 }
 
-std::optional<ObjectVolume> ServerMirror::volumeOf(const VolumeObject& object) const {
-    if (object.kind == VolumeObject::Kind::Sink) {
-        const auto found = sinks.find(object.name);
-        if (found == sinks.end()) return std::nullopt;
-        return ObjectVolume{found->second.volume, found->second.mute};
+template <class Described>
+std::optional<ObjectVolume> volumeOrNothing(const Described* described) {
+    if (!described) return std::nullopt;
+    return ObjectVolume{described->volume, described->mute};
+}
+
+std::optional<ObjectVolume> volumeOfEntry(const std::optional<RoleEntryMap>& entries,
+                                          const std::string& name) {
+    if (!entries) return std::nullopt;
+    const auto found = entries->find(name);
+    return stereo(found == entries->end() ? RoleEntry{} : found->second);
+}
+
+}  // namespace
+
+const Device* ServerMirror::defaultSink() const {
+    return isPlaceholder(server.defaultSinkName) ? nullptr : sinkNamed(server.defaultSinkName);
+}
+
+const Device* ServerMirror::sinkNamed(const std::string& name) const {
+    return named(sinks, name);
+}
+
+const Device* ServerMirror::sourceNamed(const std::string& name) const {
+    return named(sources, name);
+}
+
+const Device* ServerMirror::sinkOf(const Stream& stream) const {
+    const auto found = std::ranges::find_if(
+        sinks, [&](const auto& each) { return each.second.index == stream.sinkIndex; });
+    const bool isKnown = stream.sinkIndex != PA_INVALID_INDEX && found != sinks.end();
+    return isKnown ? &found->second : nullptr;
+}
+
+const Stream* ServerMirror::streamAt(std::uint32_t index) const {
+    const auto found = std::ranges::find(streams, index, &Stream::index);
+    return found == streams.end() ? nullptr : &*found;
+}
+
+const Client& ServerMirror::clientAt(std::uint32_t index) const {
+    static const Client unknown;
+    const auto found = clients.find(index);
+    return found == clients.end() ? unknown : found->second;
+}
+
+std::optional<ObjectVolume> ServerMirror::volumeOf(const Target& target) const {
+    switch (target.kind) {
+        case Target::Kind::Sink:
+            return volumeOrNothing(sinkNamed(target.name));
+        case Target::Kind::Source:
+            return volumeOrNothing(sourceNamed(target.name));
+        case Target::Kind::Stream:
+            return volumeOrNothing(streamAt(target.streamIndex));
+        case Target::Kind::RoleEntry:
+            return volumeOfEntry(roleEntries, target.name);
     }
-    if (!roleEntries) return std::nullopt;
-    const auto found = roleEntries->find(object.name);
-    if (found == roleEntries->end()) return stereo({});
-    return stereo(found->second);
+    return std::nullopt;
 }
 
 std::string ServerMirror::rememberedDevice(const std::string& entryName) const {
@@ -46,6 +93,16 @@ std::string ServerMirror::rememberedDevice(const std::string& entryName) const {
 
 std::string roleEntryName(const std::string& role) {
     return "sink-input-by-media-role:" + role;
+}
+
+std::optional<Version> pipeWireVersion(const std::string& serverName) {
+    static const std::string mark = "PipeWire ";
+    const std::size_t place = serverName.find(mark);
+    if (place == std::string::npos) return std::nullopt;
+    Version version;
+    std::sscanf(serverName.c_str() + place + mark.size(), "%9d.%9d.%9d", &version.major,
+                &version.minor, &version.micro);
+    return version;
 }
 
 }  // namespace pulse

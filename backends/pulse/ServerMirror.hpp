@@ -1,18 +1,22 @@
 #pragma once
 
+#include "backends/pulse/VolumeObject.hpp"
 #include "backends/pulse/VolumeScale.hpp"
 
 #include <pulse/def.h>
 
+#include <compare>
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
-#include <tuple>
+#include <vector>
 
 namespace pulse {
 
-/// An output device as the server describes it. What it doesn't say is empty.
-struct Sink {
+/// An output or input device as the server describes it. What it doesn't say is empty. Indexes
+/// connect the parts of the mirror and are never kept beyond it.
+struct Device {
     std::string name{};
     pa_cvolume volume{};
     Mute mute = Mute::Off;
@@ -21,6 +25,39 @@ struct Sink {
     std::string formFactor{};
     std::string bus{};
     std::string bluetoothProfile{};  ///< As the server spells it, with "_" or "-".
+    std::vector<std::string> intendedRoles{};
+    std::string masterDevice{};  ///< For a virtual one, the name of the device behind it.
+    std::string linkGroup{};     ///< Shared with the stream that a virtual one plays by.
+    std::uint32_t index = PA_INVALID_INDEX;
+};
+
+/// A program that is connected to the server, or one that another sound library brings.
+struct Client {
+    std::string processId{};
+    std::string binary{};
+};
+
+/// Something that plays.
+struct Stream {
+    std::uint32_t index = PA_INVALID_INDEX;
+    std::uint32_t sinkIndex = PA_INVALID_INDEX;
+    pa_cvolume volume{};
+    Mute mute = Mute::Off;
+    bool hasVolume = true;  ///< False where the server lets nobody move it.
+    std::string role{};
+    std::string applicationName{};
+    std::string applicationId{};
+    std::string binary{};
+    std::string processId{};
+    std::string nodeName{};
+    std::string linkGroup{};
+    std::uint32_t clientIndex = PA_INVALID_INDEX;
+};
+
+/// Something that records.
+struct Recording {
+    std::string processId{};
+    std::uint32_t clientIndex = PA_INVALID_INDEX;
 };
 
 /// What the server remembers for the streams of one role.
@@ -30,41 +67,76 @@ struct RoleEntry {
     std::string device{};
 };
 
-/// The one thing that a category's slider moves. By name: indexes change whenever a device
-/// switches its profile.
-struct VolumeObject {
-    enum class Kind { Sink, RoleEntry };
-    Kind kind = Kind::Sink;
-    std::string name{};
-    bool operator==(const VolumeObject&) const = default;
-    bool operator<(const VolumeObject& other) const {
-        return std::tie(kind, name) < std::tie(other.kind, other.name);
-    }
-};
-
-/// The server's volume and mute of an object.
+/// The server's volume and mute of one of its things.
 struct ObjectVolume {
     pa_cvolume volume{};
     Mute mute = Mute::Off;
 };
 
+struct Version {
+    int major = 0;
+    int minor = 0;
+    int micro = 0;
+    auto operator<=>(const Version&) const = default;
+};
+
+struct ServerInfo {
+    std::string defaultSinkName{};
+    std::string defaultSourceName{};
+    std::optional<Version> pipeWire{};  ///< nullopt for PulseAudio itself.
+};
+
+using DeviceMap = std::map<std::string, Device>;    ///< By name.
+using ClientMap = std::map<std::uint32_t, Client>;  ///< By index.
+using StreamList = std::vector<Stream>;
+using RecordingList = std::vector<Recording>;
+using RoleEntryMap = std::map<std::string, RoleEntry>;  ///< By the server's names for them.
+
 /// A copy of what the server has told. Plain data: it never asks.
 struct ServerMirror {
-    std::string defaultSinkName;
-    std::map<std::string, Sink> sinks;  ///< By name.
-    /// By the server's names for them; nullopt when it keeps none.
-    std::optional<std::map<std::string, RoleEntry>> roleEntries;
+    ServerInfo server;
+    DeviceMap sinks;
+    DeviceMap sources;
+    ClientMap clients;
+    StreamList streams;
+    RecordingList recordings;
+    std::optional<RoleEntryMap> roleEntries;  ///< nullopt when the server keeps none.
 
     /// The device that sounds unless a program asks for another. nullptr when there is no real
     /// one, or its description has not come yet.
-    const Sink* defaultSink() const;
-    /// nullopt when the object is not there. A role that nobody has touched is at 100 %.
-    std::optional<ObjectVolume> volumeOf(const VolumeObject& object) const;
+    const Device* defaultSink() const;
+    /// nullptr when there is none of that name.
+    const Device* sinkNamed(const std::string& name) const;
+    const Device* sourceNamed(const std::string& name) const;
+    /// nullptr when it is not described (yet).
+    const Device* sinkOf(const Stream& stream) const;
+    const Stream* streamAt(std::uint32_t index) const;
+    /// The process of a stream or a recording, told by itself or by its client; empty if neither
+    /// says so.
+    template <class Described>
+    const std::string& processOf(const Described& described) const {
+        return described.processId.empty() ? clientAt(described.clientIndex).processId
+                                           : described.processId;
+    }
+    const std::string& binaryOf(const Stream& stream) const {
+        return stream.binary.empty() ? clientAt(stream.clientIndex).binary : stream.binary;
+    }
+
+    /// nullopt when the target is not there. A role that nobody has touched is at 100 %, and
+    /// every role is stereo.
+    std::optional<ObjectVolume> volumeOf(const Target& target) const;
     /// The device that a role's streams go to; empty when the server chooses.
     std::string rememberedDevice(const std::string& entryName) const;
+
+ private:
+    /// One that says nothing of itself when there is none.
+    const Client& clientAt(std::uint32_t index) const;
 };
 
 /// The server's name for what it remembers of a role.
 std::string roleEntryName(const std::string& role);
+
+/// The version in a server's name like "PulseAudio (on PipeWire 0.3.65)"; nullopt for another.
+std::optional<Version> pipeWireVersion(const std::string& serverName);
 
 }  // namespace pulse

@@ -2,11 +2,12 @@
 
 namespace pulse {
 
-void WriteQueue::set(const VolumeObject& object, float fraction) {
+void WriteQueue::set(const VolumeObject& object, float fraction, Repeat repeat) {
     const auto [found, isNew] = entries_.try_emplace(object);
     Entry& entry = found->second;
     // On its way already: a second sending could undo what somebody else sets in between.
-    if (!isNew && entry.stage == Stage::Sent && entry.wanted == fraction) return;
+    const bool isOnItsWay = !isNew && entry.stage == Stage::Sent && entry.wanted == fraction;
+    if (isOnItsWay && repeat == Repeat::Skip) return;
     entry.wanted = fraction;
     if (isNew || entry.stage == Stage::Confirming)
         send(object, entry);

@@ -1,11 +1,12 @@
 #pragma once
 
-#include "backends/pulse/ServerMirror.hpp"
+#include "backends/pulse/VolumeObject.hpp"
 
 #include <cstdint>
 #include <functional>
 #include <map>
 #include <optional>
+#include <utility>
 
 namespace pulse {
 
@@ -14,14 +15,17 @@ namespace pulse {
 /// that no echo of an earlier one is taken for the truth.
 class WriteQueue {
  public:
-    /// Sends the fraction; the answer is acknowledged() with the ticket, later.
+    /// Sends the fraction; the answer is acknowledged() with the ticket.
     using Send = std::function<void(const VolumeObject&, float fraction, std::uint64_t ticket)>;
     /// Reads the object anew; the answer is confirmed() with the ticket, later.
     using Confirm = std::function<void(const VolumeObject&, std::uint64_t ticket)>;
 
+    /// Whether a value that is on its way already is sent behind itself again.
+    enum class Repeat { Skip, Send };
+
     WriteQueue(Send send, Confirm confirm) : send_(std::move(send)), confirm_(std::move(confirm)) {}
 
-    void set(const VolumeObject& object, float fraction);
+    void set(const VolumeObject& object, float fraction, Repeat repeat = Repeat::Skip);
     /// The volume that the object will have once its writes are through.
     std::optional<float> pending(const VolumeObject& object) const;
 

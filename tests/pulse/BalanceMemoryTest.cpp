@@ -5,8 +5,9 @@
 using namespace pulse;
 
 namespace {
-const VolumeObject speaker{VolumeObject::Kind::Sink, "spk"};
-const VolumeObject event{VolumeObject::Kind::RoleEntry, "spk"};
+const Target speaker{.kind = Target::Kind::Sink, .name = "spk"};
+const Target event{.kind = Target::Kind::RoleEntry, .name = "spk"};
+const Target stream{.kind = Target::Kind::Stream, .streamIndex = 7};
 
 testing::AssertionResult channelsAre(const pa_cvolume& volume, pa_volume_t left,
                                      pa_volume_t right) {
@@ -65,4 +66,19 @@ TEST(BalanceMemory, KeepsTheNumberOfChannels) {
     memory.observe(speaker, {1, {40000}});
     EXPECT_EQ(memory.volumeAt(speaker, 7).channels, 1);
     EXPECT_EQ(memory.volumeAt(speaker, 7).values[0], 7U);
+}
+
+TEST(BalanceMemory, ForgetsStreamsThatHaveEndedAndNothingElse) {
+    BalanceMemory memory;
+    for (const Target& target : {speaker, event, stream})
+        memory.observe(target, {2, {40000, 20000}});
+    ServerMirror mirror;
+    mirror.streams.push_back({.index = 7});
+    memory.forgetStreamsMissingIn(mirror);
+    EXPECT_TRUE(memory.knows(stream));
+    mirror.streams[0].index = 8;
+    memory.forgetStreamsMissingIn(mirror);
+    EXPECT_FALSE(memory.knows(stream));
+    EXPECT_TRUE(memory.knows(speaker));
+    EXPECT_TRUE(memory.knows(event));
 }

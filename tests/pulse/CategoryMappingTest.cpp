@@ -4,16 +4,25 @@
 
 using namespace pulse;
 
+using Kind = VolumeObject::Kind;
+
 namespace {
 
 ServerMirror twoDevices() {
     ServerMirror mirror;
-    mirror.defaultSinkName = "spk";
+    mirror.server.defaultSinkName = "spk";
     mirror.sinks["spk"] = {.name = "spk", .volume = {2, {32768, 32768}}};
     mirror.sinks["hp"] = {.name = "hp", .formFactor = "headphone"};
     mirror.roleEntries.emplace();
     return mirror;
 }
+
+void addSink(ServerMirror& mirror, const Device& sink) {
+    mirror.sinks[sink.name] = sink;
+}
+
+const Device a2dp{.name = "buds", .bus = "bluetooth", .bluetoothProfile = "a2dp_sink"};
+const Device handsFree{.name = "buds", .bus = "bluetooth", .bluetoothProfile = "headset-head-unit"};
 
 }  // namespace
 
@@ -23,55 +32,135 @@ TEST(CategoryMapping, KnowsTheSixCategories) {
                                         "PhoneCall", "VideoConference"}));
 }
 
+TEST(CategoryMapping, TellsCategoriesFromOtherNames) {
+    for (const char* name : {"Ringtone", "role:game", "sink:spk", "source:mic", "app:Firefox"})
+        EXPECT_TRUE(isCategory(name)) << name;
+    for (const char* name : {"", "ringtone", "role:", "sink:", "app", "Role:game", "other:x"})
+        EXPECT_FALSE(isCategory(name)) << name;
+    EXPECT_FALSE(isCategory(std::nullopt));
+}
+
 TEST(CategoryMapping, MapsMediaToTheDefaultDevice) {
-    EXPECT_EQ(objectForCategory(twoDevices(), "Audio/Video"),
-              (VolumeObject{VolumeObject::Kind::Sink, "spk"}));
+    EXPECT_EQ(objectForCategory(twoDevices(), "Audio/Video"), (VolumeObject{Kind::Sink, "spk"}));
 }
 
-TEST(CategoryMapping, MapsTheRingtoneToTheEventEntry) {
-    EXPECT_EQ(objectForCategory(twoDevices(), "Ringtone"),
-              (VolumeObject{VolumeObject::Kind::RoleEntry, "sink-input-by-media-role:event"}));
+TEST(CategoryMapping, MapsRingtoneAndCallsToTheirRoles) {
+    EXPECT_EQ(objectForCategory(twoDevices(), "Ringtone"), (VolumeObject{Kind::Role, "event"}));
+    EXPECT_EQ(objectForCategory(twoDevices(), "PhoneCall"), (VolumeObject{Kind::Role, "phone"}));
 }
 
-TEST(CategoryMapping, HasNoObjectForTheOthersNorForStrangersNorForNil) {
-    const ServerMirror mirror = twoDevices();
-    for (const NSString& category :
-         {NSString("HeadsetBT"), NSString("HeadphonesBT"), NSString("PhoneCall"),
-          NSString("VideoConference"), NSString("ringtone"), NSString(""), NSString()})
-        EXPECT_EQ(objectForCategory(mirror, category), std::nullopt) << describe(category);
+TEST(CategoryMapping, MapsVideoConferencesToWhoeverPlaysAndRecords) {
+    EXPECT_EQ(objectForCategory(twoDevices(), "VideoConference"),
+              (VolumeObject{Kind::Conference, ""}));
+}
+
+TEST(CategoryMapping, PutsRoleSinksFirst) {
+    const std::pair<const char*, const char*> expectations[] = {
+        {"Ringtone", "notification"},   {"Ringtone", "ringing"}, {"Ringtone", "ringtone"},
+        {"Audio/Video", "multimedia"},  {"PhoneCall", "call"},   {"PhoneCall", "phone"},
+        {"PhoneCall", "communication"},
+    };
+    for (const std::string prefix : {"input.loopback.sink.role.", "control.endpoint."}) {
+        for (const auto& [category, role] : expectations) {
+            ServerMirror mirror = twoDevices();
+            addSink(mirror, {.name = prefix + role});
+            EXPECT_EQ(objectForCategory(mirror, category),
+                      (VolumeObject{Kind::Sink, prefix + role}));
+        }
+    }
+}
+
+TEST(CategoryMapping, FindsARoleSinkByWhatItIsIntendedFor) {
+    ServerMirror mirror = twoDevices();
+    addSink(mirror, {.name = "input.loopback.sink.role.x", .intendedRoles = {"Music", "Phone"}});
+    EXPECT_EQ(objectForCategory(mirror, "PhoneCall"),
+              (VolumeObject{Kind::Sink, "input.loopback.sink.role.x"}));
+}
+
+TEST(CategoryMapping, DoesNotTakeARealDeviceForARoleSink) {
+    ServerMirror mirror = twoDevices();
+    mirror.sinks["hp"].intendedRoles = {"phone"};
+    EXPECT_EQ(objectForCategory(mirror, "PhoneCall"), (VolumeObject{Kind::Role, "phone"}));
+}
+
+TEST(CategoryMapping, MapsABluetoothDeviceByItsProfile) {
+    ServerMirror mirror = twoDevices();
+    EXPECT_EQ(objectForCategory(mirror, "HeadphonesBT"), std::nullopt);
+    EXPECT_EQ(objectForCategory(mirror, "HeadsetBT"), std::nullopt);
+    addSink(mirror, a2dp);
+    EXPECT_EQ(objectForCategory(mirror, "HeadphonesBT"), (VolumeObject{Kind::Sink, "buds"}));
+    EXPECT_EQ(objectForCategory(mirror, "HeadsetBT"), std::nullopt);
+    addSink(mirror, handsFree);
+    EXPECT_EQ(objectForCategory(mirror, "HeadphonesBT"), std::nullopt);
+    EXPECT_EQ(objectForCategory(mirror, "HeadsetBT"), (VolumeObject{Kind::Sink, "buds"}));
+}
+
+TEST(CategoryMapping, PrefersTheBluetoothDeviceThatIsTheDefault) {
+    ServerMirror mirror = twoDevices();
+    addSink(mirror, a2dp);
+    Device other = a2dp;
+    other.name = "zzz";
+    addSink(mirror, other);
+    EXPECT_EQ(objectForCategory(mirror, "HeadphonesBT")->name, "buds");
+    mirror.server.defaultSinkName = "zzz";
+    EXPECT_EQ(objectForCategory(mirror, "HeadphonesBT")->name, "zzz");
+    EXPECT_EQ(objectForCategory(mirror, "HeadphonesBT"), objectForCategory(mirror, "Audio/Video"));
 }
 
 TEST(CategoryMapping, HasNothingWhileTheDefaultDeviceIsAPlaceholder) {
     ServerMirror mirror = twoDevices();
+    addSink(mirror, a2dp);
     for (const char* name : {"", "@DEFAULT_SINK@", "auto_null"}) {
-        mirror.defaultSinkName = name;
+        mirror.server.defaultSinkName = name;
         mirror.sinks[name] = {.name = name};
-        EXPECT_EQ(objectForCategory(mirror, "Audio/Video"), std::nullopt) << name;
-        EXPECT_EQ(objectForCategory(mirror, "Ringtone"), std::nullopt) << name;
+        for (const std::string& category : knownCategories())
+            EXPECT_EQ(objectForCategory(mirror, category), std::nullopt) << name << category;
+        EXPECT_EQ(objectForCategory(mirror, "role:game"), std::nullopt) << name;
     }
 }
 
 TEST(CategoryMapping, HasNothingUntilTheDefaultDeviceIsDescribed) {
     ServerMirror mirror = twoDevices();
-    mirror.defaultSinkName = "new";
+    mirror.server.defaultSinkName = "new";
     EXPECT_EQ(objectForCategory(mirror, "Audio/Video"), std::nullopt);
-    EXPECT_EQ(routeForCategory(mirror, "Audio/Video"), "Speaker");
 }
 
-TEST(CategoryMapping, HasNoRingtoneWhereTheServerKeepsNoRoles) {
-    ServerMirror mirror = twoDevices();
-    mirror.roleEntries.reset();
-    EXPECT_EQ(objectForCategory(mirror, "Ringtone"), std::nullopt);
+TEST(CategoryMapping, HasNoObjectForStrangersNorForNil) {
+    const ServerMirror mirror = twoDevices();
+    for (const NSString& category :
+         {NSString("ringtone"), NSString("role:"), NSString(""), NSString()})
+        EXPECT_EQ(objectForCategory(mirror, category), std::nullopt) << describe(category);
 }
 
-TEST(CategoryMapping, NamesTheDefaultDevicesRouteForEveryKnownCategory) {
+TEST(CategoryMapping, MapsSchemesToWhatTheyName) {
     ServerMirror mirror = twoDevices();
-    mirror.defaultSinkName = "hp";
-    for (const std::string& category : knownCategories())
-        EXPECT_EQ(routeForCategory(mirror, category), "Headphones") << category;
-    EXPECT_EQ(routeForCategory(ServerMirror{}, "PhoneCall"), "Speaker");
-    EXPECT_EQ(routeForCategory(mirror, "Nonsense"), std::nullopt);
-    EXPECT_EQ(routeForCategory(mirror, std::nullopt), std::nullopt);
+    mirror.sources["mic"] = {.name = "mic"};
+    mirror.server.defaultSourceName = "mic";
+    EXPECT_EQ(objectForCategory(mirror, "role:game"), (VolumeObject{Kind::Role, "game"}));
+    EXPECT_EQ(objectForCategory(mirror, "sink:hp"), (VolumeObject{Kind::Sink, "hp"}));
+    EXPECT_EQ(objectForCategory(mirror, "sink:@DEFAULT_SINK@"), (VolumeObject{Kind::Sink, "spk"}));
+    EXPECT_EQ(objectForCategory(mirror, "source:mic"), (VolumeObject{Kind::Source, "mic"}));
+    EXPECT_EQ(objectForCategory(mirror, "source:@DEFAULT_SOURCE@"),
+              (VolumeObject{Kind::Source, "mic"}));
+    EXPECT_EQ(objectForCategory(mirror, "app:Firefox"),
+              (VolumeObject{Kind::Application, "Firefox"}));
+}
+
+TEST(CategoryMapping, HasNoObjectForADeviceThatIsNotThere) {
+    ServerMirror mirror = twoDevices();
+    for (const char* category : {"sink:gone", "source:gone", "source:@DEFAULT_SOURCE@"})
+        EXPECT_EQ(objectForCategory(mirror, category), std::nullopt) << category;
+    mirror.server.defaultSinkName = "auto_null";
+    EXPECT_EQ(objectForCategory(mirror, "sink:@DEFAULT_SINK@"), std::nullopt);
+}
+
+TEST(CategoryMapping, MapsANamedRoleToItsSinkFirst) {
+    ServerMirror mirror = twoDevices();
+    addSink(mirror,
+            {.name = "input.loopback.sink.role.multimedia", .intendedRoles = {"Music", "Game"}});
+    EXPECT_EQ(objectForCategory(mirror, "role:game"),
+              (VolumeObject{Kind::Sink, "input.loopback.sink.role.multimedia"}));
+    EXPECT_EQ(objectForCategory(mirror, "role:alarm"), (VolumeObject{Kind::Role, "alarm"}));
 }
 
 TEST(CategoryMapping, SaysWhatARowHasToBeTold) {
@@ -87,47 +176,4 @@ TEST(CategoryMapping, SaysWhatARowHasToBeTold) {
     EXPECT_EQ(consequenceOf(half, unknown), Consequence::Reread);
     EXPECT_EQ(consequenceOf(unknown, unknownElsewhere), Consequence::Reread);
     EXPECT_EQ(consequenceOf(unknown, unknown), Consequence::None);
-}
-
-TEST(ServerMirror, AnswersADevicesVolumeAndMute) {
-    ServerMirror mirror = twoDevices();
-    mirror.sinks["spk"].mute = Mute::On;
-    const auto found = mirror.volumeOf({VolumeObject::Kind::Sink, "spk"});
-    ASSERT_TRUE(found);
-    EXPECT_EQ(found->volume.values[1], 32768U);
-    EXPECT_EQ(found->mute, Mute::On);
-    EXPECT_FALSE(mirror.volumeOf({VolumeObject::Kind::Sink, "gone"}));
-}
-
-TEST(ServerMirror, TakesARoleThatNobodyTouchedAsFullInStereo) {
-    const VolumeObject event{VolumeObject::Kind::RoleEntry, roleEntryName("event")};
-    ServerMirror mirror = twoDevices();
-    const auto found = mirror.volumeOf(event);
-    ASSERT_TRUE(found);
-    EXPECT_EQ(found->volume.channels, 2);
-    EXPECT_EQ(found->volume.values[0], PA_VOLUME_NORM);
-    EXPECT_EQ(found->mute, Mute::Off);
-    EXPECT_EQ(mirror.rememberedDevice(event.name), "");
-    mirror.roleEntries.reset();
-    EXPECT_FALSE(mirror.volumeOf(event));
-    EXPECT_EQ(mirror.rememberedDevice(event.name), "");
-}
-
-TEST(ServerMirror, TakesARoleEntryWithoutAVolumeAsFullAndKeepsItsDevice) {
-    const VolumeObject event{VolumeObject::Kind::RoleEntry, roleEntryName("event")};
-    ServerMirror mirror = twoDevices();
-    (*mirror.roleEntries)[event.name] = {.mute = Mute::On, .device = "hp"};
-    EXPECT_EQ(mirror.volumeOf(event)->volume.values[0], PA_VOLUME_NORM);
-    EXPECT_EQ(mirror.volumeOf(event)->mute, Mute::On);
-    EXPECT_EQ(mirror.rememberedDevice(event.name), "hp");
-}
-
-TEST(ServerMirror, WidensAMonoRoleEntryToStereo) {
-    const VolumeObject event{VolumeObject::Kind::RoleEntry, roleEntryName("event")};
-    ServerMirror mirror = twoDevices();
-    (*mirror.roleEntries)[event.name] = {.volume = {1, {1234}}};
-    const auto found = mirror.volumeOf(event);
-    EXPECT_EQ(found->volume.channels, 2);
-    EXPECT_EQ(found->volume.values[0], 1234U);
-    EXPECT_EQ(found->volume.values[1], 1234U);
 }

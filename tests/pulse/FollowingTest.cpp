@@ -25,6 +25,7 @@ TEST_P(PulseFollowing, ReadsTheDefaultDeviceAndAnnouncesItAtTheStart) {
     EXPECT_TRUE(waitForVolume("Ringtone", 1));
     EXPECT_EQ(volumesPosted("Audio/Video").size(), 1U);
     EXPECT_EQ(volumesPosted("Ringtone").size(), 1U);
+    EXPECT_TRUE(waitForVolume("PhoneCall", 1));
 }
 
 TEST_P(PulseFollowing, FollowsAVolumeSetElsewhere) {

@@ -5,24 +5,24 @@
 using namespace pulse;
 
 TEST(RouteName, IsSpeakerForADeviceThatSaysNothing) {
-    EXPECT_EQ(routeOfSink({}), "Speaker");
+    EXPECT_EQ(routeOfDevice({}), "Speaker");
 }
 
 TEST(RouteName, NamesBluetoothByItsProfileInEitherSpelling) {
     for (const char* profile : {"a2dp_sink", "a2dp-sink", "", "unheard-of"})
-        EXPECT_EQ(routeOfSink({.bus = "bluetooth", .bluetoothProfile = profile}), "HeadphonesBT")
+        EXPECT_EQ(routeOfDevice({.bus = "bluetooth", .bluetoothProfile = profile}), "HeadphonesBT")
             << profile;
     for (const char* profile :
          {"headset_head_unit", "headset-head-unit", "handsfree_head_unit", "handsfree-head-unit"})
-        EXPECT_EQ(routeOfSink({.bus = "bluetooth", .bluetoothProfile = profile}), "HeadsetBT")
+        EXPECT_EQ(routeOfDevice({.bus = "bluetooth", .bluetoothProfile = profile}), "HeadsetBT")
             << profile;
 }
 
 TEST(RouteName, PutsTheBluetoothProfileBeforeThePort) {
     // Bluetooth devices report a headset's port in both profiles.
-    EXPECT_EQ(routeOfSink({.portType = PA_DEVICE_PORT_TYPE_HEADSET,
-                           .bus = "bluetooth",
-                           .bluetoothProfile = "a2dp-sink"}),
+    EXPECT_EQ(routeOfDevice({.portType = PA_DEVICE_PORT_TYPE_HEADSET,
+                             .bus = "bluetooth",
+                             .bluetoothProfile = "a2dp-sink"}),
               "HeadphonesBT");
 }
 
@@ -36,7 +36,7 @@ TEST(RouteName, NamesTheActivePort) {
         {PA_DEVICE_PORT_TYPE_HANDSFREE, "Headset"}, {PA_DEVICE_PORT_TYPE_TV, "HDMI"},
     };
     for (const auto& [type, name] : expectations)
-        EXPECT_EQ(routeOfSink({.portType = type, .formFactor = "headphone", .bus = "usb"}), name);
+        EXPECT_EQ(routeOfDevice({.portType = type, .formFactor = "headphone", .bus = "usb"}), name);
 }
 
 TEST(RouteName, AsksTheFormFactorWhereThePortLeavesItOpen) {
@@ -46,16 +46,26 @@ TEST(RouteName, AsksTheFormFactorWhereThePortLeavesItOpen) {
         {"tv", "HDMI"},
     };
     for (const auto& [formFactor, name] : expectations) {
-        EXPECT_EQ(routeOfSink({.portType = PA_DEVICE_PORT_TYPE_ANALOG, .formFactor = formFactor}),
+        EXPECT_EQ(routeOfDevice({.portType = PA_DEVICE_PORT_TYPE_ANALOG, .formFactor = formFactor}),
                   name);
-        EXPECT_EQ(routeOfSink({.formFactor = formFactor, .bus = "usb"}), name);
+        EXPECT_EQ(routeOfDevice({.formFactor = formFactor, .bus = "usb"}), name);
     }
 }
 
 TEST(RouteName, AsksTheBusLast) {
-    EXPECT_EQ(routeOfSink({.bus = "usb"}), "USB Audio");
-    EXPECT_EQ(routeOfSink({.formFactor = "hifi", .bus = "usb"}), "USB Audio");
-    EXPECT_EQ(routeOfSink({.bus = "pci"}), "Speaker");
+    EXPECT_EQ(routeOfDevice({.bus = "usb"}), "USB Audio");
+    EXPECT_EQ(routeOfDevice({.formFactor = "hifi", .bus = "usb"}), "USB Audio");
+    EXPECT_EQ(routeOfDevice({.bus = "pci"}), "Speaker");
     // A number that a newer server has a meaning for.
-    EXPECT_EQ(routeOfSink({.portType = 99, .bus = "usb"}), "USB Audio");
+    EXPECT_EQ(routeOfDevice({.portType = 99, .bus = "usb"}), "USB Audio");
+}
+
+TEST(RouteName, NamesInputs) {
+    EXPECT_EQ(routeOfInput({}), "Microphone");
+    EXPECT_EQ(routeOfInput({.portType = PA_DEVICE_PORT_TYPE_MIC, .bus = "pci"}), "Microphone");
+    EXPECT_EQ(routeOfInput({.portType = PA_DEVICE_PORT_TYPE_HEADSET, .bus = "usb"}), "Headset");
+    EXPECT_EQ(routeOfInput({.formFactor = "headset"}), "Headset");
+    EXPECT_EQ(routeOfInput({.bus = "usb"}), "USB Audio");
+    EXPECT_EQ(routeOfInput({.bus = "bluetooth", .bluetoothProfile = "headset-head-unit"}),
+              "HeadsetBT");
 }

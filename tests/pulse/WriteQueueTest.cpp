@@ -8,7 +8,7 @@ using namespace pulse;
 
 namespace {
 const VolumeObject speaker{VolumeObject::Kind::Sink, "spk"};
-const VolumeObject event{VolumeObject::Kind::RoleEntry, "event"};
+const VolumeObject event{VolumeObject::Kind::Role, "event"};
 }  // namespace
 
 class WriteQueueTest : public testing::Test {
@@ -118,4 +118,36 @@ TEST_F(WriteQueueTest, IgnoresAnswersThatComeTwiceOrForStrangers) {
     queue.acknowledged(speaker, sent[0].ticket);
     queue.acknowledged(speaker, sent[0].ticket);
     EXPECT_EQ(confirming.size(), 1U);
+}
+
+TEST_F(WriteQueueTest, SendsAValueAgainBehindItselfWhenItMustBe) {
+    queue.set(speaker, 0.8F);
+    queue.set(speaker, 0.8F, WriteQueue::Repeat::Send);
+    queue.set(speaker, 0.8F, WriteQueue::Repeat::Send);
+    ASSERT_EQ(sent.size(), 1U);
+    queue.acknowledged(speaker, sent[0].ticket);
+    ASSERT_EQ(sent.size(), 2U);
+    queue.acknowledged(speaker, sent[1].ticket);
+    EXPECT_EQ(sent.size(), 2U);
+}
+
+TEST_F(WriteQueueTest, IsEmptyOnceEverythingIsConfirmed) {
+    EXPECT_TRUE(queue.isEmpty());
+    queue.set(speaker, 0.8F);
+    queue.acknowledged(speaker, sent[0].ticket);
+    EXPECT_FALSE(queue.isEmpty());
+    queue.confirmed(speaker, sent[0].ticket);
+    EXPECT_TRUE(queue.isEmpty());
+}
+
+TEST(WriteQueue, TakesAnAcknowledgementFromInsideTheSending) {
+    WriteQueue* self = nullptr;
+    int confirmations = 0;
+    WriteQueue queue([&](const VolumeObject& object, float,
+                         std::uint64_t ticket) { self->acknowledged(object, ticket); },
+                     [&](const VolumeObject&, std::uint64_t) { ++confirmations; });
+    self = &queue;
+    queue.set(speaker, 0.5F);
+    EXPECT_EQ(confirmations, 1);
+    EXPECT_EQ(queue.pending(speaker), 0.5F);
 }

@@ -1,0 +1,106 @@
+#include "backends/pulse/StreamGroups.hpp"
+
+#include "backends/pulse/Roles.hpp"
+
+#include <algorithm>
+#include <utility>
+
+namespace pulse {
+namespace {
+
+bool isOfApplication(const ServerMirror& mirror, const Stream& stream, const std::string& name) {
+    return isSameName(stream.applicationName, name) || isSameName(stream.applicationId, name) ||
+           isSameName(mirror.binaryOf(stream), name);
+}
+
+bool isOfConference(const ServerMirror& mirror, const Stream& stream) {
+    const std::string& process = mirror.processOf(stream);
+    if (process.empty() || isSameName(stream.role, "phone")) return false;
+    return std::ranges::any_of(mirror.recordings, [&](const Recording& recording) {
+        return mirror.processOf(recording) == process;
+    });
+}
+
+bool belongs(const ServerMirror& mirror, const Stream& stream, const VolumeObject& object) {
+    switch (object.kind) {
+        case VolumeObject::Kind::Role:
+            return isSameName(stream.role, object.name);
+        case VolumeObject::Kind::Application:
+            return isOfApplication(mirror, stream, object.name);
+        case VolumeObject::Kind::Conference:
+            return isOfConference(mirror, stream);
+        default:
+            return false;
+    }
+}
+
+std::optional<float> fractionOf(const ServerMirror& mirror, const Target& target) {
+    const auto volume = mirror.volumeOf(target);
+    if (!volume) return std::nullopt;
+    return effectiveFraction(volume->volume, volume->mute);
+}
+
+Target entryOf(const VolumeObject& role) {
+    return {.kind = Target::Kind::RoleEntry, .name = roleEntryName(role.name)};
+}
+
+// A stream of event sounds is short, and may be loud or quiet by its own choice. Where the server
+// keeps the entry in line with what lasts, the entry is the calmer answer.
+bool entrySpeaksForStreams(const ServerMirror& mirror, const VolumeObject& role) {
+    return isSameName(role.name, "event") && !mirror.server.pipeWire && mirror.roleEntries;
+}
+
+std::optional<float> loudest(const std::vector<const Stream*>& streams) {
+    std::optional<float> result;
+    for (const Stream* stream : streams)
+        result = std::max(result.value_or(0), effectiveFraction(stream->volume, stream->mute));
+    return result;
+}
+
+std::optional<float> volumeOfRole(const ServerMirror& mirror, const VolumeObject& role) {
+    if (!entrySpeaksForStreams(mirror, role))
+        if (const auto live = loudest(streamsOf(mirror, role))) return live;
+    return fractionOf(mirror, entryOf(role));
+}
+
+std::vector<Target> ifThere(const ServerMirror& mirror, Target target) {
+    if (!mirror.volumeOf(target)) return {};
+    return {std::move(target)};
+}
+
+}  // namespace
+
+std::vector<const Stream*> streamsOf(const ServerMirror& mirror, const VolumeObject& object) {
+    std::vector<const Stream*> members;
+    for (const Stream& stream : mirror.streams)
+        if (stream.hasVolume && !isPlumbing(stream) && belongs(mirror, stream, object))
+            members.push_back(&stream);
+    return members;
+}
+
+std::vector<Target> targetsOf(const ServerMirror& mirror, const VolumeObject& object) {
+    if (object.kind == VolumeObject::Kind::Sink)
+        return ifThere(mirror, {.kind = Target::Kind::Sink, .name = object.name});
+    if (object.kind == VolumeObject::Kind::Source)
+        return ifThere(mirror, {.kind = Target::Kind::Source, .name = object.name});
+    std::vector<Target> targets;
+    if (object.kind == VolumeObject::Kind::Role) targets = ifThere(mirror, entryOf(object));
+    for (const Stream* stream : streamsOf(mirror, object))
+        targets.push_back({.kind = Target::Kind::Stream, .streamIndex = stream->index});
+    return targets;
+}
+
+std::optional<float> volumeOf(const ServerMirror& mirror, const VolumeObject& object) {
+    switch (object.kind) {
+        case VolumeObject::Kind::Sink:
+            return fractionOf(mirror, {.kind = Target::Kind::Sink, .name = object.name});
+        case VolumeObject::Kind::Source:
+            return fractionOf(mirror, {.kind = Target::Kind::Source, .name = object.name});
+        case VolumeObject::Kind::Role:
+            return volumeOfRole(mirror, object);
+        default:
+            return loudest(streamsOf(mirror, object));
+    }
+}
+
+}  // namespace pulse

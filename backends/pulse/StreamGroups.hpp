@@ -1,0 +1,21 @@
+#pragma once
+
+#include "backends/pulse/ServerMirror.hpp"
+
+#include <vector>
+
+namespace pulse {
+
+/// The streams that an object consists of, in the order of the server; none for a device. The
+/// server's own plumbing and streams whose volume nobody may move belong to nothing. They live as
+/// long as the mirror stays as it is.
+std::vector<const Stream*> streamsOf(const ServerMirror& mirror, const VolumeObject& object);
+
+/// Everything that has to be written to move the object, and is there now.
+std::vector<Target> targetsOf(const ServerMirror& mirror, const VolumeObject& object);
+
+/// What is heard of the object, 0 to 1: of many streams the loudest one. nullopt when it isn't
+/// there.
+std::optional<float> volumeOf(const ServerMirror& mirror, const VolumeObject& object);
+
+}  // namespace pulse

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "backends/pulse/Announcer.hpp"
+#include "backends/pulse/CategoryMapping.hpp"
+#include "backends/pulse/Connection.hpp"
+#include "backends/pulse/MirrorReader.hpp"
+#include "backends/pulse/PulseAudioController.hpp"
+#include "backends/pulse/ServerMirror.hpp"
+#include "backends/pulse/VolumeWriter.hpp"
+
+#include <functional>
+#include <optional>
+
+namespace pulse {
+
+/// What the controller answers from: connection, mirror, writer and announcer brought together.
+class VolumeService {
+ public:
+    using State = PulseAudioController::State;
+
+    explicit VolumeService(NSString server);
+
+    /// What the category shows now; from then on its changes are announced.
+    CategoryState look(const NSString& category);
+    bool set(const NSString& category, float fraction);
+
+    bool isWriting() const { return !writer_.isIdle(); }
+
+    State state() const { return state_; }
+    void setStateHandler(std::function<void(State)> handler) { stateHandler_ = std::move(handler); }
+    Announcer& announcer() { return announcer_; }
+
+ private:
+    bool isReady() { return connection_.context() && reader_ && reader_->isComplete(); }
+    CategoryState shownBy(const NSString& category);
+    void becameReady(PulseContext& context);
+    void lost();
+    void mirrorChanged(Part part);
+    void setState(State state);
+    void tellState();
+
+    State state_ = State::Connecting;
+    State toldState_ = State::Connecting;
+    std::function<void(State)> stateHandler_;
+    OneShotTimer tellingState_;
+
+    ServerMirror mirror_;
+    VolumeWriter writer_;
+    std::optional<MirrorReader> reader_;
+    // The last two: the connection's end withdraws every answer to the others.
+    Connection connection_;
+    Announcer announcer_;
+};
+
+}  // namespace pulse

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "backends/pulse/BalanceMemory.hpp"
+#include "backends/pulse/MirrorReader.hpp"
+#include "backends/pulse/OneShotTimer.hpp"
+#include "backends/pulse/WriteQueue.hpp"
+
+#include <functional>
+#include <map>
+#include <optional>
+
+namespace pulse {
+
+/// Moves objects of the server that the mirror is a copy of, while there is a connection.
+class VolumeWriter {
+ public:
+    /// How long PipeWire answers the old value of a role after it has taken a new one, and may
+    /// lose it when the writer leaves.
+    static constexpr double staleRoleSeconds = 0.1;
+
+    /// `mirror` outlives the writer. `confirmed` is called whenever an object has arrived where it
+    /// was moved to and the mirror says so.
+    VolumeWriter(const ServerMirror& mirror, std::function<void()> confirmed);
+
+    /// Both are valid until end().
+    void begin(PulseContext& context, MirrorReader& reader);
+    /// Drops what is on its way.
+    void end();
+
+    /// Moves the object and unmutes it. Nothing happens without a connection.
+    void set(const VolumeObject& object, float fraction);
+    /// The same for streams that have come to the object since its last write was sent.
+    void setAgain(const VolumeObject& object, float fraction);
+    /// What the object will be at once everything has arrived; nullopt when nothing is on its way.
+    std::optional<float> pending(const VolumeObject& object) const {
+        return writes_.pending(object);
+    }
+    bool isIdle() const { return writes_.isEmpty(); }
+
+    void streamsChanged() { balances_.forgetStreamsMissingIn(mirror_); }
+
+ private:
+    void observeBalances(const VolumeObject& object);
+    void send(const VolumeObject& object, float fraction, std::uint64_t ticket);
+    void confirmInTime(const VolumeObject& object, std::uint64_t ticket);
+    void confirm(const VolumeObject& object, std::uint64_t ticket);
+    void finish(const VolumeObject& object, std::uint64_t ticket);
+
+    const ServerMirror& mirror_;
+    std::function<void()> confirmed_;
+    PulseContext* context_ = nullptr;
+    MirrorReader* reader_ = nullptr;
+    BalanceMemory balances_;
+    WriteQueue writes_;
+    std::map<VolumeObject, OneShotTimer> stale_;  // Of roles.
+};
+
+}  // namespace pulse

@@ -1,0 +1,127 @@
+#include "backends/pulse/CategoryMapping.hpp"
+#include "backends/pulse/Roles.hpp"
+#include "backends/pulse/Routes.hpp"
+
+#include <gtest/gtest.h>
+
+using namespace pulse;
+
+namespace {
+
+const std::string musicSink = "input.loopback.sink.role.multimedia";
+
+ServerMirror twoDevices() {
+    ServerMirror mirror;
+    mirror.server.defaultSinkName = "spk";
+    mirror.sinks["spk"] = {.name = "spk", .index = 1};
+    mirror.sinks["hp"] = {.name = "hp", .formFactor = "headphone", .index = 2};
+    mirror.roleEntries.emplace();
+    return mirror;
+}
+
+// A role's sink, and the stream by which it plays on that device.
+ServerMirror withRoleSinkOn(std::uint32_t sinkIndex) {
+    ServerMirror mirror = twoDevices();
+    mirror.sinks[musicSink] = {.name = musicSink, .index = 3};
+    mirror.streams.push_back({.index = 10,
+                              .sinkIndex = sinkIndex,
+                              .role = "Loopback",
+                              .nodeName = "output.loopback.sink.role.multimedia"});
+    return mirror;
+}
+
+}  // namespace
+
+TEST(Routes, AreTheDefaultDevicesForEveryCategoryThatHasNothingElse) {
+    ServerMirror mirror = twoDevices();
+    mirror.server.defaultSinkName = "hp";
+    for (const std::string& category : knownCategories())
+        EXPECT_EQ(routeForCategory(mirror, category), "Headphones") << category;
+    EXPECT_EQ(routeForCategory(mirror, "role:game"), "Headphones");
+    EXPECT_EQ(routeForCategory(mirror, "app:Firefox"), "Headphones");
+}
+
+TEST(Routes, AreSpeakerBeforeAnythingIsKnown) {
+    for (const std::string& category : knownCategories())
+        EXPECT_EQ(routeForCategory(ServerMirror{}, category), "Speaker") << category;
+}
+
+TEST(Routes, AreNilForWhatIsNoCategoryAndForDevicesThatAreNotThere) {
+    const ServerMirror mirror = twoDevices();
+    for (const NSString& category : {NSString("Nonsense"), NSString("role:"), NSString(),
+                                     NSString("sink:gone"), NSString("source:gone")})
+        EXPECT_EQ(routeForCategory(mirror, category), std::nullopt) << describe(category);
+}
+
+TEST(Routes, AreThoseOfNamedDevices) {
+    ServerMirror mirror = twoDevices();
+    mirror.sources["mic"] = {.name = "mic", .bus = "usb"};
+    EXPECT_EQ(routeForCategory(mirror, "sink:hp"), "Headphones");
+    EXPECT_EQ(routeForCategory(mirror, "sink:@DEFAULT_SINK@"), "Speaker");
+    EXPECT_EQ(routeForCategory(mirror, "source:mic"), "USB Audio");
+}
+
+TEST(Routes, AreABluetoothDevicesOwnWhateverIsTheDefault) {
+    ServerMirror mirror = twoDevices();
+    mirror.sinks["buds"] = {.name = "buds", .bus = "bluetooth", .bluetoothProfile = "a2dp_sink"};
+    EXPECT_EQ(routeForCategory(mirror, "HeadphonesBT"), "HeadphonesBT");
+    EXPECT_EQ(routeForCategory(mirror, "HeadsetBT"), "Speaker");
+}
+
+TEST(Routes, FollowAStreamToItsDevice) {
+    ServerMirror mirror = twoDevices();
+    mirror.streams = {{.index = 7, .sinkIndex = 2, .role = "phone"}};
+    EXPECT_EQ(routeForCategory(mirror, "PhoneCall"), "Headphones");
+    EXPECT_EQ(routeForCategory(mirror, "Audio/Video"), "Speaker");
+    mirror.streams[0].sinkIndex = 99;
+    EXPECT_EQ(routeForCategory(mirror, "PhoneCall"), "Speaker");
+}
+
+TEST(Routes, AreTheDeviceThatTheServerRemembersForARole) {
+    ServerMirror mirror = twoDevices();
+    (*mirror.roleEntries)[roleEntryName("event")] = {.device = "hp"};
+    EXPECT_EQ(routeForCategory(mirror, "Ringtone"), "Headphones");
+    (*mirror.roleEntries)[roleEntryName("event")] = {.device = "gone"};
+    EXPECT_EQ(routeForCategory(mirror, "Ringtone"), "Speaker");
+}
+
+TEST(Routes, LookPastARoleSinkToTheDeviceBehindIt) {
+    EXPECT_EQ(routeForCategory(withRoleSinkOn(2), "Audio/Video"), "Headphones");
+    EXPECT_EQ(routeForCategory(withRoleSinkOn(1), "Audio/Video"), "Speaker");
+}
+
+TEST(Routes, LookPastADefaultThatIsARoleSink) {
+    ServerMirror mirror = withRoleSinkOn(2);
+    mirror.server.defaultSinkName = musicSink;
+    EXPECT_EQ(routeForCategory(mirror, "PhoneCall"), "Headphones");
+    mirror.streams.clear();
+    mirror.sinks["spk"].bus = "pci";
+    EXPECT_EQ(routeForCategory(mirror, "PhoneCall"), "Speaker") << "the machine's own device";
+}
+
+TEST(Routes, LookPastVirtualDevicesOfBothServers) {
+    ServerMirror mirror = twoDevices();
+    mirror.sinks["remapped"] = {.name = "remapped", .masterDevice = "filter", .index = 4};
+    mirror.sinks["filter"] = {.name = "filter", .linkGroup = "filter-1", .index = 5};
+    mirror.streams = {{.index = 7, .sinkIndex = 2, .linkGroup = "filter-1"}};
+    mirror.server.defaultSinkName = "remapped";
+    EXPECT_EQ(routeForCategory(mirror, "Audio/Video"), "Headphones");
+}
+
+TEST(Routes, EndWhereVirtualDevicesAreConnectedInACircle) {
+    ServerMirror mirror = twoDevices();
+    mirror.sinks["one"] = {.name = "one", .masterDevice = "two"};
+    mirror.sinks["two"] = {.name = "two", .masterDevice = "one"};
+    mirror.server.defaultSinkName = "one";
+    mirror.sinks["spk"].bus = "pci";
+    EXPECT_EQ(routeForCategory(mirror, "Audio/Video"), "Speaker");
+    mirror.sinks.erase("spk");
+    mirror.sinks.erase("hp");
+    EXPECT_EQ(realSinkBehind(mirror, mirror.defaultSink()), nullptr);
+    EXPECT_EQ(routeForCategory(mirror, "Audio/Video"), "Speaker");
+}
+
+TEST(Roles, HaveNamesThatCompareWithoutCase) {
+    EXPECT_TRUE(isSameName("Music", "music"));
+    EXPECT_FALSE(isSameName("music", "movie"));
+}
