@@ -1,21 +1,24 @@
 # Completion of tarnwickctl for bash.
 
-# The categories that the mixer has now and that begin with the word under the cursor.
+# The categories that the mixer has, by the options typed so far, and that begin with the word under
+# the cursor.
 _tarnwickctl_categories() {
     local typed=${cur//\\/} category
     typed=${typed#[\"\']}
     while IFS=$'\t' read -r category _; do
         [[ $category == "$typed"* ]] && COMPREPLY+=("$(printf '%q' "$category")")
-    done < <("$1" --timeout 0.3 list 2>/dev/null)
+    done < <("$1" "${choices[@]}" --timeout 0.3 list 2>/dev/null)
     __ltrim_colon_completions "$cur"
 }
 
 _tarnwickctl() {
     local cur prev words cword i command= operands=0
+    local -a choices=()
     _init_completion -n := || return
     for ((i = 1; i < cword; ++i)); do
         case ${words[i]} in
-        --server | --timeout | --preferences | --model) ((++i)) ;;
+        --timeout) ((++i)) ;;
+        --server | --preferences | --model) choices+=("${words[i]}" "${words[++i]}") ;;
         --*) ;;
         *) [[ $command ]] && ((++operands)) || command=${words[i]} ;;
         esac
