@@ -26,4 +26,9 @@ std::string bundlePath(const std::optional<std::string>& chosen, const std::stri
     return installed.string();
 }
 
+std::string modulePath(const std::string& name, const std::string& programFolder) {
+    const std::filesystem::path bundle = bundlePath(std::nullopt, programFolder);
+    return (bundle.parent_path() / name).string();
+}
+
 }  // namespace shell

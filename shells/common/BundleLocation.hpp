@@ -13,4 +13,7 @@ std::string programDirectory();
 /// exists, so that a complaint can name it.
 std::string bundlePath(const std::optional<std::string>& chosen, const std::string& programFolder);
 
+/// Where a module that belongs to the programs lies: beside the bundle.
+std::string modulePath(const std::string& name, const std::string& programFolder);
+
 }  // namespace shell

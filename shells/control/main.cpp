@@ -1,11 +1,11 @@
 #include "backends/plist/PlistCodec.hpp"
+#include "shells/common/BrokenPipes.hpp"
 #include "shells/control/Control.hpp"
 
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 
@@ -30,7 +30,7 @@ bool holdStandardDescriptors() {
 }  // namespace
 
 int main(int argc, char** argv) {
-    std::signal(SIGPIPE, SIG_IGN);  // A reader that has gone is a failed write.
+    shell::ignoreBrokenPipes();
     const bool hasOutput = holdStandardDescriptors();
     control::Request request;
     const std::span<const char* const> arguments(argv + 1, argv + std::max(argc, 1));

@@ -11,7 +11,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 
 namespace {
 
@@ -32,10 +31,8 @@ GdkDisplay* openDisplay() {
     return gdk_display_get_default();
 }
 
-/// The modules lie beside the bundle.
 std::string modulePath(const char* name) {
-    const std::filesystem::path bundle = shell::bundlePath(std::nullopt, shell::programDirectory());
-    return (bundle.parent_path() / name).string();
+    return shell::modulePath(name, shell::programDirectory());
 }
 
 /// Where the picture goes that nobody gave a name.

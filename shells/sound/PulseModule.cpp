@@ -7,23 +7,28 @@ namespace {
 
 class PulseServer : public SoundServer {
  public:
+    explicit PulseServer(const NSString& address)
+        : controller_(std::make_shared<PulseAudioController>(address)) {}
+
     std::shared_ptr<AVSystemController> service() override { return controller_; }
-    void setReadyHandler(std::function<void()> handler) override {
-        controller_->setStateHandler(
-            [handler = std::move(handler)](PulseAudioController::State state) {
-                if (state == PulseAudioController::State::Ready && handler) handler();
-            });
+    void setAnswersHandler(std::function<void(Answers)> handler) override {
+        using State = PulseAudioController::State;
+        controller_->setStateHandler([handler = std::move(handler)](State state) {
+            if (handler) handler(state == State::Ready ? Answers::Yes : Answers::No);
+        });
     }
     void setAvailabilityHandler(std::function<void()> handler) override {
         controller_->setAvailabilityHandler(std::move(handler));
     }
 
  private:
-    std::shared_ptr<PulseAudioController> controller_ = std::make_shared<PulseAudioController>();
+    std::shared_ptr<PulseAudioController> controller_;
 };
 
 }  // namespace
 
-extern "C" __attribute__((visibility("default"))) SoundServer* tarnwick_sound_server_open() {
-    return std::make_unique<PulseServer>().release();
+extern "C" __attribute__((visibility("default"))) SoundServer* tarnwick_sound_server_open(
+    const char* address) {
+    const NSString place = address ? NSString(address) : std::nullopt;
+    return std::make_unique<PulseServer>(place).release();
 }

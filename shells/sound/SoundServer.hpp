@@ -4,22 +4,35 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 
 /// The machine's sound server as a volume service, with what a shell must know of it. It lies in a
 /// module of its own: the server's libraries are a third of what a small program takes to start,
 /// and the first picture does not need them. Main thread.
 class SoundServer {
  public:
+    enum class Answers { No, Yes };
+
     virtual ~SoundServer() = default;
     virtual std::shared_ptr<AVSystemController> service() = 0;
-    /// Called whenever the server has begun to answer, before the notifications that come of it.
-    virtual void setReadyHandler(std::function<void()> handler) = 0;
+    /// Called whenever the server has begun to answer or has ceased to, before the notifications
+    /// that come of it. Until the first call it does not answer.
+    virtual void setAnswersHandler(std::function<void(Answers)> handler) = 0;
     /// Called when rows have to be read again and no notification says so.
     virtual void setAvailabilityHandler(std::function<void()> handler) = 0;
 };
 
-/// What the module exports, by this name: begins to connect. The caller owns the result, and the
-/// module stays loaded until the process ends.
-using SoundServerEntry = SoundServer* (*)();
+/// What the module exports, by this name: begins to connect. The address is as libpulse takes it;
+/// nullptr: where the environment and the user's configuration say. The caller owns the result, and
+/// the module stays loaded until the process ends.
+using SoundServerEntry = SoundServer* (*)(const char* address);
 inline constexpr const char* soundServerEntryName = "tarnwick_sound_server_open";
 inline constexpr const char* soundServerModule = "tarnwick-pulse.so";
+
+/// A server that is being connected to, or why there is none.
+struct OpenedSoundServer {
+    std::unique_ptr<SoundServer> server;
+    std::string error;
+};
+/// Loads the module (its file). Takes some milliseconds.
+OpenedSoundServer openSoundServer(const std::string& module, const NSString& address);

@@ -3,14 +3,10 @@
 #include "platform/celestial/SimulatedAudioDevice.hpp"
 #include "platform/foundation/NSRunLoop.hpp"
 
-#include <dlfcn.h>
-
 #include <cstdio>
 #include <utility>
 
 namespace {
-
-constexpr double patienceSeconds = 1;
 
 /// Stands in until the server is connected to: nothing is known yet but where sound usually goes.
 class AwaitedService : public AVSystemController {
@@ -21,65 +17,69 @@ class AwaitedService : public AVSystemController {
     NSString routeForCategory(const NSString& /*category*/) override { return "Speaker"; }
 };
 
-void say(const char* what) {
-    std::fprintf(stderr, "tarnwick: %s\n", what);
+void say(const std::string& what) {
+    std::fprintf(stderr, "tarnwick: %s\n", what.c_str());
 }
 
 }  // namespace
 
 SoundService::SoundService(SoundSource source, std::string serverModule)
     : serverModule_(std::move(serverModule)) {
-    settled_ = source == SoundSource::Simulated;
-    if (settled_)
-        installed(std::make_shared<SimulatedAudioDevice>());
-    else
-        installed(std::make_shared<AwaitedService>());
+    if (source == SoundSource::Simulated) {
+        stage_ = Stage::Simulated;
+        install(std::make_shared<SimulatedAudioDevice>());
+    } else {
+        install(std::make_shared<AwaitedService>());
+    }
 }
 
 SoundService::~SoundService() {
     changeHandler_ = {};
-    installed(nullptr);
+    install(nullptr);
 }
 
-void SoundService::installed(std::shared_ptr<AVSystemController> service) {
+void SoundService::install(std::shared_ptr<AVSystemController> service) {
     AVSystemController::setSharedAVSystemController(std::move(service));
     if (changeHandler_) changeHandler_();
 }
 
 void SoundService::connect() {
-    if (settled_ || std::exchange(connecting_, true)) return;
-    if (!openServer()) return useSimulatedDevice("the sound server's module cannot be loaded");
-    server_->setReadyHandler([this] { serverIsReady(); });
+    if (stage_ == Stage::Simulated || std::exchange(connecting_, true)) return;
+    auto [server, error] = openSoundServer(serverModule_, std::nullopt);
+    if (!server) {
+        say(error);
+        return setStage(Stage::Silent);
+    }
+    server_ = std::move(server);
+    server_->setAnswersHandler([this](SoundServer::Answers answers) { serverAnswers(answers); });
     server_->setAvailabilityHandler([this] {
         if (changeHandler_) changeHandler_();
     });
+    beginToWait();
+    install(server_->service());
+}
+
+void SoundService::serverAnswers(SoundServer::Answers answers) {
+    if (answers == SoundServer::Answers::Yes) {
+        waiting_.reset();
+        setStage(Stage::Answering);
+    } else if (stage_ == Stage::Answering && !waiting_) {
+        beginToWait();
+    }
+}
+
+void SoundService::beginToWait() {
+    waiting_ = std::make_shared<const bool>(true);
     NSRunLoop::mainRunLoop().performAfterDelay(
-        patienceSeconds, [this, alive = std::weak_ptr<bool>(alive_)] {
-            if (!alive.expired() && !settled_) useSimulatedDevice("no sound server answers");
+        patienceSeconds, [this, waiting = std::weak_ptr<const bool>(waiting_)] {
+            if (!waiting.expired()) setStage(Stage::Silent);
         });
-    installed(server_->service());
 }
 
-bool SoundService::openServer() {
-    void* module = dlopen(serverModule_.c_str(), RTLD_NOW | RTLD_LOCAL);
-    const auto open =
-        module ? reinterpret_cast<SoundServerEntry>(dlsym(module, soundServerEntryName)) : nullptr;
-    if (open)
-        server_.reset(open());
-    else
-        say(dlerror());
-    return server_ != nullptr;
-}
-
-void SoundService::useSimulatedDevice(const char* reason) {
-    settled_ = true;
-    say((std::string(reason) + ": simulating one").c_str());
-    installed(std::make_shared<SimulatedAudioDevice>());
-}
-
-void SoundService::serverIsReady() {
-    settled_ = true;
-    if (AVSystemController::sharedAVSystemController() == server_->service()) return;
-    say("the sound server answers now");
-    installed(server_->service());
+void SoundService::setStage(Stage stage) {
+    const bool wasSilent = isSilent();
+    stage_ = stage;
+    if (wasSilent == isSilent()) return;
+    say(isSilent() ? "no sound server answers" : "the sound server answers now");
+    if (silenceHandler_) silenceHandler_();
 }

@@ -9,11 +9,14 @@
 enum class SoundSource { Server, Simulated };
 
 /// Chooses the volume service that the widget works with and installs it: the sound server's, or
-/// the simulated device when that was asked for. Until the server is connected to, no volume can
-/// be read. Where it does not answer within a second it says so and installs the simulated device
-/// until it does. Main thread.
+/// the simulated device where that was asked for. There is no other way to the simulated one:
+/// while the server does not answer, no volume can be read. Main thread.
 class SoundService {
  public:
+    /// A server that does not answer for this long is taken for silent, seconds: one that is
+    /// started anew is back sooner.
+    static constexpr double patienceSeconds = 1;
+
     /// `serverModule` is the module's file.
     SoundService(SoundSource source, std::string serverModule);
     ~SoundService();
@@ -23,22 +26,31 @@ class SoundService {
     /// Loads the module and begins to connect, the first time only. Takes some milliseconds: best
     /// after the first picture.
     void connect();
-    /// Whether the choice has been made, so that volumes are known where they ever will be.
-    bool isSettled() const { return settled_; }
+    /// Whether the volumes are known as far as they will be soon: simulated, answered, or silent.
+    bool isSettled() const { return stage_ != Stage::Awaited; }
+    /// Whether no server answers, and has not for a while.
+    bool isSilent() const { return stage_ == Stage::Silent; }
+
     /// Called when the widget has to be assembled anew: another service was installed, or what
     /// can be read has changed.
     void setChangeHandler(std::function<void()> handler) { changeHandler_ = std::move(handler); }
+    /// Called when isSilent() has become another.
+    void setSilenceHandler(std::function<void()> handler) { silenceHandler_ = std::move(handler); }
 
  private:
-    bool openServer();
-    void serverIsReady();
-    void useSimulatedDevice(const char* reason);
-    void installed(std::shared_ptr<AVSystemController> service);
+    enum class Stage { Awaited, Simulated, Answering, Silent };
+
+    void serverAnswers(SoundServer::Answers answers);
+    void beginToWait();
+    void setStage(Stage stage);
+    void install(std::shared_ptr<AVSystemController> service);
 
     std::string serverModule_;
     std::unique_ptr<SoundServer> server_;
     bool connecting_ = false;
-    bool settled_ = false;
-    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+    Stage stage_ = Stage::Awaited;
+    /// What the waiting under way holds: a new one, or the end of this, makes it forget.
+    std::shared_ptr<const bool> waiting_;
     std::function<void()> changeHandler_;
+    std::function<void()> silenceHandler_;
 };

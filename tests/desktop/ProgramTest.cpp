@@ -108,6 +108,14 @@ TEST_F(ProgramTest, WithoutADisplayAnEmptyListSaysWhereItIs) {
     EXPECT_TRUE(contains(ended.output, files.folder().string())) << ended.output;
 }
 
+TEST_F(ProgramTest, WithoutASoundServerTheRowsAreUnknownAndNothingIsSimulated) {
+    const Ended ended = run({});
+    EXPECT_EQ(ended.status, 0) << ended.complaints;
+    EXPECT_TRUE(contains(ended.output, "Ringtone: unknown")) << ended.output;
+    EXPECT_TRUE(contains(ended.complaints, "tarnwick: no sound server answers\n"))
+        << ended.complaints;
+}
+
 TEST_F(ProgramTest, WithoutADisplayACaptionOfAnyBytesIsOneLine) {
     files.writeCategories({{"Ringtone", "two\nlines \xE2\x80\xAE \xD8\xB1\xD9\x86"}});
     const Ended ended = run({"--simulate"});

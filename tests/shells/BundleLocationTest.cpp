@@ -40,6 +40,14 @@ TEST(BundleLocation, IgnoresAFileInTheBundlesPlace) {
               (root.folder() / "lib" / "Tarnwick.bundle").string());
 }
 
+TEST(ModulePath, LiesBesideTheBundle) {
+    const test::MixerFiles root;
+    const fs::path libraries = root.folder() / "lib";
+    fs::create_directories(libraries / "Tarnwick.bundle");
+    EXPECT_EQ(modulePath("module.so", (root.folder() / "bin").string()),
+              (libraries / "module.so").string());
+}
+
 TEST(ProgramDirectory, HoldsThisProgram) {
     EXPECT_TRUE(fs::exists(fs::path(programDirectory()) / "shell_common_test"));
 }

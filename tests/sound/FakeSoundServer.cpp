@@ -17,12 +17,14 @@ class FakeServer : public SoundServer {
     FakeServer& operator=(const FakeServer&) = delete;
 
     std::shared_ptr<AVSystemController> service() override { return device_; }
-    void setReadyHandler(std::function<void()> handler) override { ready = std::move(handler); }
+    void setAnswersHandler(std::function<void(Answers)> handler) override {
+        answers = std::move(handler);
+    }
     void setAvailabilityHandler(std::function<void()> handler) override {
         availability = std::move(handler);
     }
 
-    std::function<void()> ready;
+    std::function<void(Answers)> answers;
     std::function<void()> availability;
 
  private:
@@ -32,14 +34,17 @@ class FakeServer : public SoundServer {
 }  // namespace
 
 extern "C" {
-SoundServer* tarnwick_sound_server_open() {
+SoundServer* tarnwick_sound_server_open(const char* /*address*/) {
     return std::make_unique<FakeServer>().release();
 }
 SoundServer* fake_sound_server() {
     return current;
 }
 void fake_sound_server_answers() {
-    current->ready();
+    current->answers(SoundServer::Answers::Yes);
+}
+void fake_sound_server_falls_silent() {
+    current->answers(SoundServer::Answers::No);
 }
 void fake_sound_server_changes() {
     current->availability();

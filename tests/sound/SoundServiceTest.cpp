@@ -21,6 +21,7 @@ class SoundServiceTest : public testing::Test {
     SoundService& make(SoundSource source, const std::string& module = FAKE_SOUND_SERVER) {
         service = std::make_unique<SoundService>(source, module);
         service->setChangeHandler([this] { ++changes; });
+        service->setSilenceHandler([this] { ++silences; });
         return *service;
     }
     void advance(double seconds) {
@@ -45,6 +46,7 @@ class SoundServiceTest : public testing::Test {
 
     double now = 100;
     int changes = 0;
+    int silences = 0;
     std::unique_ptr<SoundService> service;
 };
 
@@ -81,34 +83,63 @@ TEST_F(SoundServiceTest, ServerThatAnswersInTimeSettlesIt) {
     advance(0.9);
     tell("fake_sound_server_answers");
     EXPECT_TRUE(service->isSettled());
+    EXPECT_FALSE(service->isSilent());
     EXPECT_EQ(changes, 1);
     advance(5);
     EXPECT_EQ(installed(), fakeServer()->service());
     EXPECT_EQ(changes, 1);
+    EXPECT_EQ(silences, 0);
 }
 
-TEST_F(SoundServiceTest, ServerThatIsSilentForASecondIsSimulated) {
+TEST_F(SoundServiceTest, ServerThatDoesNotAnswerForASecondIsSilentAndNothingStandsIn) {
     make(SoundSource::Server).connect();
-    testing::internal::CaptureStderr();
     advance(0.99);
     EXPECT_FALSE(service->isSettled());
+    EXPECT_FALSE(service->isSilent());
+    testing::internal::CaptureStderr();
     advance(0.02);
-    const std::string said = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "tarnwick: no sound server answers\n");
     EXPECT_TRUE(service->isSettled());
-    EXPECT_NE(installed(), fakeServer()->service());
-    EXPECT_TRUE(canRead());
-    EXPECT_EQ(changes, 2);
-    EXPECT_EQ(said, "tarnwick: no sound server answers: simulating one\n");
+    EXPECT_TRUE(service->isSilent());
+    EXPECT_EQ(silences, 1);
+    EXPECT_EQ(installed(), fakeServer()->service());
+    EXPECT_EQ(changes, 1);
 }
 
-TEST_F(SoundServiceTest, ServerThatComesLaterTakesItsPlace) {
+TEST_F(SoundServiceTest, ServerThatComesLaterEndsTheSilence) {
     make(SoundSource::Server).connect();
     advance(2);
+    tell("fake_sound_server_falls_silent");  // As after each attempt.
+    EXPECT_EQ(silences, 1);
     tell("fake_sound_server_answers");
-    EXPECT_EQ(installed(), fakeServer()->service());
-    EXPECT_EQ(changes, 3);
+    EXPECT_FALSE(service->isSilent());
+    EXPECT_EQ(silences, 2);
+    EXPECT_EQ(changes, 1) << "its notifications fill the rows";
+}
+
+TEST_F(SoundServiceTest, ServerThatComesBackWithinASecondWasNeverSilent) {
+    make(SoundSource::Server).connect();
     tell("fake_sound_server_answers");
-    EXPECT_EQ(changes, 3) << "it was there already";
+    tell("fake_sound_server_falls_silent");
+    advance(0.99);
+    EXPECT_FALSE(service->isSilent());
+    tell("fake_sound_server_answers");
+    advance(5);
+    EXPECT_FALSE(service->isSilent());
+    EXPECT_EQ(silences, 0);
+}
+
+TEST_F(SoundServiceTest, ServerThatStaysAwayFallsSilentASecondAfterItsEnd) {
+    make(SoundSource::Server).connect();
+    tell("fake_sound_server_answers");
+    advance(7);
+    tell("fake_sound_server_falls_silent");
+    advance(0.5);
+    tell("fake_sound_server_falls_silent");
+    EXPECT_FALSE(service->isSilent());
+    advance(0.51);
+    EXPECT_TRUE(service->isSilent());
+    EXPECT_EQ(silences, 1);
 }
 
 TEST_F(SoundServiceTest, PassesOnThatRowsHaveToBeReadAgain) {
@@ -117,14 +148,22 @@ TEST_F(SoundServiceTest, PassesOnThatRowsHaveToBeReadAgain) {
     EXPECT_EQ(changes, 2);
 }
 
-TEST_F(SoundServiceTest, ModuleThatIsMissingIsSimulated) {
+TEST_F(SoundServiceTest, ModuleThatIsMissingIsSilence) {
     make(SoundSource::Server, "/nowhere/module.so");
     testing::internal::CaptureStderr();
     service->connect();
     const std::string said = testing::internal::GetCapturedStderr();
     EXPECT_TRUE(service->isSettled());
-    EXPECT_TRUE(canRead());
+    EXPECT_TRUE(service->isSilent());
+    EXPECT_EQ(silences, 1);
+    EXPECT_FALSE(canRead());
     EXPECT_NE(said.find("/nowhere/module.so"), std::string::npos) << said;
+}
+
+TEST_F(SoundServiceTest, ModuleThatIsNoneIsSilence) {
+    make(SoundSource::Server, "libc.so.6").connect();
+    EXPECT_TRUE(service->isSilent());
+    EXPECT_FALSE(canRead());
 }
 
 TEST_F(SoundServiceTest, NothingComesAfterItsEnd) {
@@ -134,6 +173,7 @@ TEST_F(SoundServiceTest, NothingComesAfterItsEnd) {
     const int before = changes;
     advance(5);
     EXPECT_EQ(changes, before);
+    EXPECT_EQ(silences, 0);
     EXPECT_EQ(installed(), nullptr);
 }
 
