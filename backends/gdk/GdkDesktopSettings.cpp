@@ -18,6 +18,14 @@ std::optional<int> integerSetting(GdkScreen* screen, const char* name) {
     return g_value_get_int(&value);
 }
 
+/// As a truth value: some displays keep it as one, others as a number, and either is converted.
+bool switchSetting(GdkScreen* screen, const char* name, bool otherwise) {
+    GValue value = G_VALUE_INIT;
+    g_value_init(&value, G_TYPE_BOOLEAN);
+    if (gdk_screen_get_setting(screen, name, &value) == FALSE) return otherwise;
+    return g_value_get_boolean(&value) != FALSE;
+}
+
 std::string textSetting(GdkScreen* screen, const char* name) {
     GValue value = G_VALUE_INIT;
     g_value_init(&value, G_TYPE_STRING);
@@ -89,7 +97,6 @@ bool isAboutLooks(const GdkEventSetting& event) {
 bool applyDesktopSettings(GdkScreen* screen, const GdkEventSetting* event) {
     if (event && !isAboutLooks(*event)) return false;
     applyFontOptions(screen);
-    const std::optional<int> animations = integerSetting(screen, "gtk-enable-animations");
-    UIAnimator::shared().setEnabled(!animations || *animations != 0);
+    UIAnimator::shared().setEnabled(switchSetting(screen, "gtk-enable-animations", true));
     return true;
 }

@@ -25,7 +25,8 @@ void complain(const std::string& what) {
 
 /// nullptr where there is no display to open.
 GdkDisplay* openDisplay() {
-    g_set_prgname("tarnwick");
+    g_set_prgname(applicationId);  // By this name a Wayland desktop finds its icon.
+    g_set_application_name("Tarnwick");
     if (gdk_init_check(nullptr, nullptr) == FALSE) return nullptr;
     gdk_set_program_class(applicationId);
     return gdk_display_get_default();

@@ -1,6 +1,7 @@
 #include "shells/desktop/DesktopWindow.hpp"
 
 #include "backends/gdk/GdkDesktopSettings.hpp"
+#include "backends/gdk/GdkWindowShadow.hpp"
 #include "shells/desktop/ApplicationId.hpp"
 #include "shells/desktop/WindowOutline.hpp"
 
@@ -14,24 +15,24 @@ constexpr const char* title = "Tarnwick";
 constexpr const char* instanceName = "tarnwick";
 
 PanelEdge edgeOn(GdkScreen* screen) {
-    const bool seeThrough =
-        gdk_screen_is_composited(screen) != FALSE && gdk_screen_get_rgba_visual(screen) != nullptr;
-    return seeThrough ? PanelEdge::Soft : PanelEdge::Hard;
+    return takesWindowShadows(screen) ? PanelEdge::Soft : PanelEdge::Hard;
 }
 
-GdkRectangle workArea(GdkDisplay* display, GdkWindow* window) {
-    GdkMonitor* monitor = gdk_window_is_visible(window) != FALSE
-                              ? gdk_display_get_monitor_at_window(display, window)
-                              : gdk_display_get_primary_monitor(display);
+/// Of the monitor that the window is on, in points; without a visible window, of the first one.
+CGSize availableSize(GdkDisplay* display, GdkWindow* window) {
+    const bool visible = window != nullptr && gdk_window_is_visible(window) != FALSE;
+    GdkMonitor* monitor = visible ? gdk_display_get_monitor_at_window(display, window)
+                                  : gdk_display_get_primary_monitor(display);
     if (monitor == nullptr) monitor = gdk_display_get_monitor(display, 0);
     GdkRectangle area = {0, 0, 1024, 768};  // A display may have lost its last monitor.
     if (monitor) gdk_monitor_get_workarea(monitor, &area);
-    return area;
+    return {static_cast<CGFloat>(area.width), static_cast<CGFloat>(area.height)};
 }
 
 }  // namespace
 
-GdkWindow* DesktopWindow::newWindow(GdkDisplay* display) {
+/// In the size that it will be shown in: some displays map a window in the size it began with.
+GdkWindow* DesktopWindow::newWindow(GdkDisplay* display, HostedWidget& widget) {
     GdkScreen* screen = gdk_display_get_default_screen(display);
     std::string name = title;
     std::string instance = instanceName;
@@ -39,8 +40,11 @@ GdkWindow* DesktopWindow::newWindow(GdkDisplay* display) {
     GdkWindowAttr attributes = {};
     attributes.title = name.data();
     attributes.event_mask = GdkViewHost::eventMask | GDK_FOCUS_CHANGE_MASK;
-    attributes.width = 1;
-    attributes.height = 1;
+    const CGSize size =
+        panelLayout(panelContent(widget).size, availableSize(display, nullptr), edgeOn(screen))
+            .window;
+    attributes.width = static_cast<int>(size.width);
+    attributes.height = static_cast<int>(size.height);
     attributes.wclass = GDK_INPUT_OUTPUT;
     attributes.visual = gdk_screen_get_rgba_visual(screen);
     attributes.window_type = GDK_WINDOW_TOPLEVEL;
@@ -60,7 +64,7 @@ DesktopWindow::DesktopWindow(GdkDisplay* display, GdkEvents& events, HostedWidge
       screen_(gdk_display_get_default_screen(display)),
       events_(events),
       widget_(widget),
-      window_(newWindow(display)),
+      window_(newWindow(display, widget)),
       content_(std::make_shared<UIWindow>()),
       panel_(std::make_shared<PanelView>()),
       host_(std::make_unique<GdkViewHost>(content_, window_.get())),
@@ -73,8 +77,10 @@ DesktopWindow::DesktopWindow(GdkDisplay* display, GdkEvents& events, HostedWidge
     events_.setOtherHandler([this](const GdkEvent& event) { handleOtherEvent(event); });
     const auto changed =
         +[](GdkScreen*, gpointer window) { static_cast<DesktopWindow*>(window)->screenChanged(); };
-    for (const char* signal : {"composited-changed", "monitors-changed", "size-changed"})
-        g_signal_connect(screen_, signal, G_CALLBACK(changed), this);
+    for (const char* signal :
+         {"composited-changed", "monitors-changed", "size-changed", "window-manager-changed"})
+        if (g_signal_lookup(signal, G_OBJECT_TYPE(screen_)) != 0)  // The last one is X11's alone.
+            g_signal_connect(screen_, signal, G_CALLBACK(changed), this);
 }
 
 DesktopWindow::~DesktopWindow() {
@@ -186,16 +192,12 @@ void DesktopWindow::showFocus() {
     scroller.scrollToShow(shown.convertRectToView(shown.bounds(), &scroller));
 }
 
-CGSize DesktopWindow::availableSize() const {
-    const GdkRectangle area = workArea(display_, window_.get());
-    return {static_cast<CGFloat>(area.width), static_cast<CGFloat>(area.height)};
-}
-
 void DesktopWindow::layout() {
     edge_ = edgeOn(screen_);
     shown_ = panelContent(widget_);
     panel_->setWidgetView(shown_.view);
-    const PanelLayout wanted = panelLayout(shown_.size, availableSize(), edge_);
+    const PanelLayout wanted =
+        panelLayout(shown_.size, availableSize(display_, window_.get()), edge_);
     const auto width = static_cast<int>(wanted.window.width);
     const auto height = static_cast<int>(wanted.window.height);
     GdkGeometry fixed = {};
@@ -203,6 +205,7 @@ void DesktopWindow::layout() {
     fixed.min_height = fixed.max_height = height;
     gdk_window_set_geometry_hints(
         window_.get(), &fixed, static_cast<GdkWindowHints>(GDK_HINT_MIN_SIZE | GDK_HINT_MAX_SIZE));
+    marginWindow(window_.get(), edge_);
     gdk_window_resize(window_.get(), width, height);
     applyLayout(wanted);
 }

@@ -39,7 +39,7 @@ class DesktopWindow {
         void operator()(GdkWindow* window) const { gdk_window_destroy(window); }
     };
 
-    static GdkWindow* newWindow(GdkDisplay* display);
+    static GdkWindow* newWindow(GdkDisplay* display, HostedWidget& widget);
     void framePainted();
     void afterFirstFrame();
     void watchForAccessibility();
@@ -48,7 +48,6 @@ class DesktopWindow {
     void screenChanged();
     bool handleKey(const GdkEventKey& event);
     void windowHasSize(const CGSize& size);
-    CGSize availableSize() const;
     /// Follows the widget's size and the screen.
     void layout();
     void applyLayout(const PanelLayout& layout);

@@ -9,7 +9,8 @@ namespace {
 // Below this a finger that taps is not quite still. Points.
 constexpr CGFloat dragThreshold = 4;
 
-constexpr UIColor panelColor = {28.0 / 255, 28.0 / 255, 30.0 / 255, 0.96};
+// Opaque: through a translucent one its own shadow would be seen.
+constexpr UIColor panelColor = {28.0 / 255, 28.0 / 255, 30.0 / 255, 1};
 constexpr UIColor borderColor = {1, 1, 1, 0.09};
 constexpr UIColor shadowColor = {0, 0, 0, 0.45};
 constexpr CGFloat shadowBlur = 18;  // points, on both sides of the edge
@@ -37,10 +38,8 @@ void PanelView::drawRect(Canvas& canvas) {
         const CGRect shadow =
             CGRectOffset(CGRectInset(panel_, shadowInset, shadowInset), 0, shadowDrop);
         canvas.fillShadow(shadow, panelRadius, shadowBlur, shadowColor);
-        canvas.fillRounded(panel_, panelRadius, panelColor);
-    } else {
-        canvas.fillRounded(panel_, panelRadius, panelColor.colorWithAlpha(1));
     }
+    canvas.fillRounded(panel_, panelRadius, panelColor);
     canvas.strokeRounded(panel_, panelRadius, hairline, borderColor);
 }
 

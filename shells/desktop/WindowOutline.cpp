@@ -38,9 +38,11 @@ void outlineWindow(GdkWindow* window, const PanelLayout& layout, PanelEdge edge)
     const Region panel = roundedRegion(layout.panel);
     gdk_window_input_shape_combine_region(window, panel.get(), 0, 0);
     gdk_window_shape_combine_region(window, edge == PanelEdge::Hard ? panel.get() : nullptr, 0, 0);
-    const CGRect& inner = layout.panel;
-    gdk_window_set_shadow_width(window, static_cast<int>(inner.origin.x),
-                                static_cast<int>(layout.window.width - CGRectGetMaxX(inner)),
-                                static_cast<int>(inner.origin.y),
-                                static_cast<int>(layout.window.height - CGRectGetMaxY(inner)));
+}
+
+void marginWindow(GdkWindow* window, PanelEdge edge) {
+    const UIEdgeInsets margins = panelMargins(edge);
+    gdk_window_set_shadow_width(window, static_cast<int>(margins.left),
+                                static_cast<int>(margins.right), static_cast<int>(margins.top),
+                                static_cast<int>(margins.bottom));
 }

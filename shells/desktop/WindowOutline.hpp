@@ -5,6 +5,9 @@
 #include <gdk/gdk.h>
 
 /// Tells the window system which part of the window is the panel. With a soft edge: that clicks on
-/// the shadow are for what lies below it, and that the shadow is none of the window's size. With a
-/// hard one: that the window has round corners.
+/// the shadow are for what lies below it. With a hard one: that the window has round corners.
 void outlineWindow(GdkWindow* window, const PanelLayout& layout, PanelEdge edge);
+
+/// Tells the window system that the margins of that edge are none of the window's size. Some answer
+/// by making the window larger by them: to be followed by a resize.
+void marginWindow(GdkWindow* window, PanelEdge edge);

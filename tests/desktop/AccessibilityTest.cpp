@@ -31,7 +31,7 @@ class AccessibilityTest : public DesktopFixture {
 
     using Object = AtSpiClient::Object;
     Object frame() {
-        const Object program = reader.waitForProgram(g_get_prgname());
+        const Object program = reader.waitForProgram(g_get_application_name());
         if (program.program.empty()) return {};
         const auto windows = reader.children(program);
         return windows.empty() ? Object{} : windows.front();

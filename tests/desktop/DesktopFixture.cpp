@@ -7,6 +7,7 @@
 #include "platform/uikit/UILabel.hpp"
 #include "shells/common/Backends.hpp"
 #include "shells/common/WidgetBundle.hpp"
+#include "tests/desktop/XDesktop.hpp"
 
 #include <gdk/gdkx.h>
 
@@ -21,6 +22,9 @@ const XServer& server() {
 }
 
 void openDisplay() {
+    static const WindowManager& manager =
+        *std::make_unique<WindowManager>(server().displayName()).release();
+    static_cast<void>(manager);
     setenv("DISPLAY", server().displayName().c_str(), 1);
     setenv("GDK_BACKEND", "x11", 1);
     unsetenv("GDK_SCALE");

@@ -75,6 +75,21 @@ std::vector<CGRect> PaintWatch::take() {
     return painted;
 }
 
+WindowManager::WindowManager(const std::string& displayName) : display_(connect(displayName)) {
+    Display* display = display_.get();
+    const Window root = DefaultRootWindow(display);
+    const Window own = hiddenWindow(display);
+    const auto setProperty = [display](Window window, const char* name, Atom type,
+                                       unsigned long value) {
+        XChangeProperty(display, window, XInternAtom(display, name, False), type, 32,
+                        PropModeReplace, reinterpret_cast<const unsigned char*>(&value), 1);
+    };
+    setProperty(root, "_NET_SUPPORTED", XA_ATOM, XInternAtom(display, "_GTK_FRAME_EXTENTS", False));
+    for (const Window window : {root, own})
+        setProperty(window, "_NET_SUPPORTING_WM_CHECK", XA_WINDOW, own);
+    XSync(display, False);
+}
+
 Compositor::Compositor(const std::string& displayName) : display_(connect(displayName)) {
     becomeOwner(display_.get(), "_NET_WM_CM_S0");
 }

@@ -29,6 +29,16 @@ class PaintWatch {
     int damageEvent_ = 0;
 };
 
+/// Says that windows may have shadows of their own, for as long as it lives, as most window
+/// managers do. Programs look for one at most once in 15 seconds: best before the first window.
+class WindowManager {
+ public:
+    explicit WindowManager(const std::string& displayName);
+
+ private:
+    XConnection display_;
+};
+
 /// Says that windows are blended with what lies below them, for as long as it lives, as a
 /// compositing manager does when it starts.
 class Compositor {

@@ -25,7 +25,7 @@ G_DEFINE_TYPE(TarnwickAccessibleApplication, tarnwick_accessible_application, AT
 
 static void tarnwick_accessible_application_init(TarnwickAccessibleApplication* application) {
     atk_object_set_role(ATK_OBJECT(application), ATK_ROLE_APPLICATION);
-    const char* name = g_get_prgname();
+    const char* name = g_get_application_name();  // The program's, where it has no name.
     atk_object_set_name(ATK_OBJECT(application), name ? name : "tarnwick");
 }
 
