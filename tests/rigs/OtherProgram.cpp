@@ -41,6 +41,23 @@ void waitForStream(pa_context* context, pa_stream* stream) {
     if (pa_stream_get_state(stream) != PA_STREAM_READY) fail(context, "no stream");
 }
 
+// PipeWire refuses streams while its session manager is not through with a device yet.
+template <class Make>
+auto untilTaken(const Make& make) {
+    decltype(make()) stream;
+    std::string refusal;
+    const auto taken = [&] {
+        try {
+            stream = make();
+        } catch (const std::runtime_error& error) {
+            refusal = error.what();
+        }
+        return stream != nullptr;
+    };
+    if (!waitUntil(taken)) throw std::runtime_error(refusal);
+    return stream;
+}
+
 void release(pa_operation* operation) {
     if (operation) pa_operation_unref(operation);
 }
@@ -69,11 +86,11 @@ OtherProgram::~OtherProgram() {
 }
 
 std::unique_ptr<PlayingStream> OtherProgram::play(const Playing& playing) {
-    return std::make_unique<PlayingStream>(context_.get(), playing);
+    return untilTaken([&] { return std::make_unique<PlayingStream>(context_.get(), playing); });
 }
 
 std::unique_ptr<RecordingStream> OtherProgram::record(const std::string& source) {
-    return std::make_unique<RecordingStream>(context_.get(), source);
+    return untilTaken([&] { return std::make_unique<RecordingStream>(context_.get(), source); });
 }
 
 void OtherProgram::sendSinkVolume(const std::string& sink, unsigned volume) {

@@ -1,0 +1,161 @@
+#include "tests/pulse/ServiceFixture.hpp"
+
+// Streams that really play, and what the service does to them; the volume that a stream has in the
+// end, and that both of its channels are heard.
+
+using rigs::OtherProgram;
+using rigs::PlayingStream;
+
+class PulseStreams : public OnBothServers {
+ protected:
+    struct Program {
+        std::unique_ptr<OtherProgram> connection;
+        std::unique_ptr<PlayingStream> stream;
+    };
+    Program play(const std::string& role, const OtherProgram::Identity& identity = {},
+                 float level = 0) {
+        Program program{std::make_unique<OtherProgram>(server_->address(), identity), nullptr};
+        program.stream = program.connection->play({.role = role, .level = level});
+        EXPECT_TRUE(waitForStream(*program.stream, {65536, 65536}));
+        return program;
+    }
+    void setStream(const PlayingStream& stream, const std::string& volume) {
+        server_->pactl({"set-sink-input-volume", stream.index(), volume});
+    }
+};
+INSTANTIATE_TEST_SUITE_P(On, PulseStreams, bothServers, serverName);
+
+TEST_P(PulseStreams, AreMovedByTheCategoryOfTheirRoleAlone) {
+    startBoth();
+    const Program music = play("music");
+    const Program event = play("event");
+    const Program phone = play("phone");
+    const Program none = play("");
+    ASSERT_TRUE(controller_->setVolumeTo(0.25F, "Ringtone"));
+    ASSERT_TRUE(waitForStream(*event.stream, {16384, 16384}));
+    ASSERT_TRUE(controller_->setVolumeTo(0.5F, "PhoneCall"));
+    EXPECT_TRUE(waitForStream(*phone.stream, {32768, 32768}));
+    EXPECT_EQ(event.stream->volumes(), (Channels{16384, 16384}));
+    EXPECT_EQ(music.stream->volumes(), (Channels{65536, 65536}));
+    EXPECT_EQ(none.stream->volumes(), (Channels{65536, 65536}));
+    EXPECT_EQ(server_->sinkVolumes("spk"), (Channels{65536, 65536}));
+}
+
+TEST_P(PulseStreams, StayWhereTheyAreWhenMediaMovesTheDevice) {
+    startBoth();
+    const Program music = play("music");
+    ASSERT_TRUE(controller_->setVolumeTo(0.25F, "Audio/Video"));
+    ASSERT_TRUE(waitForSink("spk", {16384, 16384}));
+    EXPECT_EQ(music.stream->volumes(), (Channels{65536, 65536}));
+}
+
+TEST_P(PulseStreams, OfACallAreFollowed) {
+    startBoth();
+    const Program phone = play("phone");
+    setStream(*phone.stream, "16384");
+    EXPECT_TRUE(waitForVolume("PhoneCall", 0.25F));
+    EXPECT_EQ(volumeOf("Ringtone"), 1);
+    server_->pactl({"set-sink-input-mute", phone.stream->index(), "1"});
+    EXPECT_TRUE(waitForVolume("PhoneCall", 0));
+    ASSERT_TRUE(controller_->setVolumeTo(0.5F, "PhoneCall"));
+    EXPECT_TRUE(waitForStream(*phone.stream, {32768, 32768}));
+    EXPECT_TRUE(waitUntil([&] { return !phone.stream->isMuted(); }));
+}
+
+TEST_P(PulseStreams, OfOneRoleMoveTogether) {
+    startBoth();
+    const Program one = play("phone", {.name = "One"});
+    const Program other = play("phone", {.name = "Other"});
+    ASSERT_TRUE(controller_->setVolumeTo(0.25F, "PhoneCall"));
+    EXPECT_TRUE(waitForStream(*one.stream, {16384, 16384}));
+    EXPECT_TRUE(waitForStream(*other.stream, {16384, 16384}));
+}
+
+TEST_P(PulseStreams, AreHeardInBothChannelsAfterEveryWayOfMovingThem) {
+    startBoth();
+    OtherProgram listener(server_->address());
+    const auto ear = listener.record("spk.monitor");
+    const auto bothAreHeard = [&] { return ear->left() > 0.01F && ear->right() > 0.01F; };
+    for (const auto& [role, category] :
+         {std::pair("event", "Ringtone"), std::pair("phone", "PhoneCall")}) {
+        ASSERT_TRUE(controller_->setVolumeTo(0.75F, category));
+        ASSERT_TRUE(waitToRead(category, 0.75F));
+        {
+            // The stream after the set, which the server gives what it remembers.
+            OtherProgram program(server_->address());
+            const auto stream = program.play({.role = role, .level = 0.5F});
+            EXPECT_TRUE(waitForStream(*stream, {49152, 49152}));
+            EXPECT_TRUE(waitUntil(bothAreHeard)) << category;
+            ASSERT_TRUE(controller_->setVolumeTo(0.5F, category));
+            EXPECT_TRUE(waitForStream(*stream, {32768, 32768}));
+            EXPECT_TRUE(waitUntil(bothAreHeard)) << category;
+        }
+        ASSERT_TRUE(waitUntil([&] { return ear->left() == 0; }));
+    }
+}
+
+TEST_P(PulseStreams, KeepTheirBalance) {
+    startBoth();
+    const Program phone = play("phone");
+    server_->pactl({"set-sink-input-volume", phone.stream->index(), "40000", "20000"});
+    ASSERT_TRUE(waitForVolume("PhoneCall", 40000.0F / 65536));
+    ASSERT_TRUE(controller_->setVolumeTo(0.25F, "PhoneCall"));
+    EXPECT_TRUE(waitForStream(*phone.stream, {16384, 8192}));
+}
+
+TEST_P(PulseStreams, OfAnApplicationAreARowOfItsOwn) {
+    startBoth();
+    float volume = 0;
+    EXPECT_FALSE(controller_->getVolume(volume, "app:Browser"));
+    const Program browser = play("", {.name = "Browser", .processId = 4321});
+    const Program player = play("music", {.name = "Player", .processId = 4322});
+    ASSERT_TRUE(waitToRead("app:Browser", 1));
+    ASSERT_TRUE(controller_->setVolumeTo(0.25F, "app:Browser"));
+    EXPECT_TRUE(waitForStream(*browser.stream, {16384, 16384}));
+    EXPECT_EQ(player.stream->volumes(), (Channels{65536, 65536}));
+    setStream(*browser.stream, "32768");
+    EXPECT_TRUE(waitForVolume("app:Browser", 0.5F));
+}
+
+TEST_P(PulseStreams, OfAProcessThatAlsoRecordsAreAVideoConference) {
+    startBoth();
+    const Program talk = play("", {.name = "Talk", .processId = 4321});
+    const Program music = play("", {.name = "Player", .processId = 4322});
+    const auto microphone = talk.connection->record("spk.monitor");
+    ASSERT_TRUE(waitToRead("VideoConference", 1));
+    ASSERT_TRUE(controller_->setVolumeTo(0.25F, "VideoConference"));
+    EXPECT_TRUE(waitForStream(*talk.stream, {16384, 16384}));
+    EXPECT_EQ(music.stream->volumes(), (Channels{65536, 65536}));
+    setStream(*talk.stream, "32768");
+    EXPECT_TRUE(waitForVolume("VideoConference", 0.5F));
+}
+
+// Both servers have passing values for what is new; none of them may be shown.
+TEST_P(PulseStreams, AreNeverToldAtAPassingVolumeWhenTheyBegin) {
+    startBoth();
+    ASSERT_TRUE(controller_->setVolumeTo(0.5F, "PhoneCall"));
+    ASSERT_TRUE(waitForVolume("PhoneCall", 0.5F));
+    runFor(0.1);
+    posted_.clear();
+    OtherProgram program(server_->address());
+    const auto phone = program.play({.role = "phone"});
+    ASSERT_TRUE(waitForStream(*phone, {32768, 32768}));
+    runFor(0.3);
+    for (const float volume : volumesPosted("PhoneCall"))
+        EXPECT_NEAR(volume, 0.5F, volumeTolerance);
+    EXPECT_NEAR(volumeOf("PhoneCall"), 0.5F, volumeTolerance);
+}
+
+TEST_P(PulseStreams, MayEndWhileTheyAreMoved) {
+    startBoth();
+    for (int i = 0; i < 20; ++i) {
+        Program phone = play("phone");
+        ASSERT_TRUE(waitToRead("PhoneCall", 1));
+        controller_->setVolumeTo(0.25F, "PhoneCall");
+        phone.stream.reset();
+        controller_->setVolumeTo(1, "PhoneCall");
+        phone.connection.reset();
+        ASSERT_TRUE(waitToRead("PhoneCall", 1));
+    }
+    EXPECT_TRUE(isReady());
+}
