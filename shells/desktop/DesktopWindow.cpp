@@ -64,16 +64,14 @@ DesktopWindow::DesktopWindow(GdkDisplay* display, GdkEvents& events, HostedWidge
       screen_(gdk_display_get_default_screen(display)),
       events_(events),
       widget_(widget),
-      window_(newWindow(display, widget)),
       content_(std::make_shared<UIWindow>()),
       panel_(std::make_shared<PanelView>()),
-      host_(std::make_unique<GdkViewHost>(content_, window_.get())),
       accessibilityModule_(std::move(accessibilityModule)) {
     applyDesktopSettings(screen_);
     content_->addSubview(panel_);
     panel_->setMoveHandler([this] { beginMove(); });
     widget_.setSizeHandler([this] { layout(); });
-    events_.setHandler(window_.get(), [this](const GdkEvent& event) { handleEvent(event); });
+    makeWindow();
     events_.setOtherHandler([this](const GdkEvent& event) { handleOtherEvent(event); });
     const auto changed =
         +[](GdkScreen*, gpointer window) { static_cast<DesktopWindow*>(window)->screenChanged(); };
@@ -94,10 +92,21 @@ DesktopWindow::~DesktopWindow() {
     panel_->setWidgetView(nullptr);
 }
 
+void DesktopWindow::makeWindow() {
+    host_.reset();
+    if (window_) events_.setHandler(window_.get(), {});
+    window_.reset(newWindow(display_, widget_));
+    host_ = std::make_unique<GdkViewHost>(content_, window_.get());
+    events_.setHandler(window_.get(), [this](const GdkEvent& event) { handleEvent(event); });
+    if (accessibility_) tellOfFrames();
+}
+
 void DesktopWindow::show() {
     if (isShown()) return;
     widget_.preferredSize();
     widget_.present();
+    // A window that was shown before would be mapped in its former size first.
+    if (std::exchange(wasShown_, true)) makeWindow();
     layout();
     gdk_window_show(window_.get());
 }
@@ -153,16 +162,20 @@ void DesktopWindow::afterFirstFrame() {
 }
 
 void DesktopWindow::watchForAccessibility() {
-    const auto origin = [window = window_.get()]() -> CGPoint {
+    const auto origin = [this]() -> CGPoint {
         int x = 0;
         int y = 0;
-        gdk_window_get_origin(window, &x, &y);
+        gdk_window_get_origin(window_.get(), &x, &y);
         return {static_cast<CGFloat>(x), static_cast<CGFloat>(y)};
     };
     accessibility_ = std::make_unique<AccessibilityLoader>(
         accessibilityModule_, AccessibleWindow{content_, title, origin});
-    host_->setFrameHandler([this] { accessibility_->contentMayHaveChanged(); });
     accessibility_->activityChanged(activity_);
+    tellOfFrames();
+}
+
+void DesktopWindow::tellOfFrames() {
+    host_->setFrameHandler([this] { accessibility_->contentMayHaveChanged(); });
 }
 
 void DesktopWindow::handleOtherEvent(const GdkEvent& event) {

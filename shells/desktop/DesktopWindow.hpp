@@ -31,6 +31,7 @@ class DesktopWindow {
         firstFrameHandler_ = std::move(handler);
     }
 
+    /// Another one each time the window is shown again.
     GdkViewHost& host() { return *host_; }
     const std::shared_ptr<UIWindow>& content() const { return content_; }
 
@@ -40,9 +41,12 @@ class DesktopWindow {
     };
 
     static GdkWindow* newWindow(GdkDisplay* display, HostedWidget& widget);
+    /// In place of the one before, if there is one.
+    void makeWindow();
     void framePainted();
     void afterFirstFrame();
     void watchForAccessibility();
+    void tellOfFrames();
     void handleEvent(const GdkEvent& event);
     void handleOtherEvent(const GdkEvent& event);
     void screenChanged();
@@ -70,6 +74,7 @@ class DesktopWindow {
     WindowActivity activity_ = WindowActivity::Inactive;
     std::string accessibilityModule_;
     std::unique_ptr<AccessibilityLoader> accessibility_;
+    bool wasShown_ = false;
     bool painted_ = false;
     guint idle_ = 0;  ///< The source that waits for the end of the first frame.
 };

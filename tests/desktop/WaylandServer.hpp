@@ -1,0 +1,27 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <filesystem>
+#include <string>
+
+namespace test {
+
+/// A Wayland compositor without a screen to look at, for this test program alone; it ends with it.
+/// The environment of the program leads to it from then on.
+class WaylandServer {
+ public:
+    WaylandServer();
+    ~WaylandServer();
+    WaylandServer(const WaylandServer&) = delete;
+    WaylandServer& operator=(const WaylandServer&) = delete;
+
+    bool isRunning() const { return running_; }
+
+ private:
+    std::filesystem::path folder_;
+    pid_t process_ = -1;
+    bool running_ = false;
+};
+
+}  // namespace test
