@@ -1,9 +1,12 @@
 #include "mixer/TarnwickView.hpp"
 
 #include "config/Settings.hpp"
+#include "platform/foundation/NSClassRegistry.hpp"
 #include "platform/foundation/NSLog.hpp"
 
 namespace {
+const ClassRegistration<TarnwickView> registration("TarnwickView");
+
 // Points.
 constexpr double firstRowY = 10.0;
 constexpr double rowHeight = 50.0;

@@ -30,7 +30,7 @@ class NSClassRegistry {
 const Class* NSClassFromString(std::string_view name);
 
 /// Registers a class for as long as its module is loaded; one static object a class. T is default
-/// constructible and has `bool init()`, false when initialisation yields nil.
+/// constructible and may have `bool init()`, false when initialisation yields nil.
 template <class T>
 class ClassRegistration {
  public:
@@ -44,7 +44,9 @@ class ClassRegistration {
  private:
     static std::shared_ptr<NSObject> create() {
         auto object = std::make_shared<T>();
-        return object->init() ? object : nullptr;
+        if constexpr (requires { object->init(); })
+            if (!object->init()) return nullptr;
+        return object;
     }
     static const void* address() { return reinterpret_cast<const void*>(&create); }
 

@@ -8,8 +8,9 @@
 #include <string_view>
 
 /// The root of the classes that are passed by reference, observe notifications, are targets of
-/// controls or are found by name. Always owned by a std::shared_ptr.
-class NSObject : public std::enable_shared_from_this<NSObject> {
+/// controls or are found by name. Always owned by a std::shared_ptr. It consists of the class
+/// pointer alone, so that what a derived class declares first lies right behind it.
+class NSObject {
  public:
     NSObject() = default;
     NSObject(const NSObject&) = delete;
@@ -32,13 +33,5 @@ class NSObject : public std::enable_shared_from_this<NSObject> {
         (void)selector;
         (void)arguments;
         return std::nullopt;
-    }
-
- protected:
-    /// This object as its own class, for handing it to observers and controls. Null while it is
-    /// being constructed or destroyed.
-    template <class T>
-    std::shared_ptr<T> strongSelf() {
-        return std::dynamic_pointer_cast<T>(weak_from_this().lock());
     }
 };

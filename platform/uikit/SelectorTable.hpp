@@ -28,23 +28,57 @@ selectorResult(const std::shared_ptr<T>& object) {
     return object ? PropertyValue(std::string(object->className())) : PropertyValue();
 }
 
-/// A message of T without arguments, under its selector.
+/// How an argument of a message comes out of a value; nullopt when it does not fit. A point's
+/// coordinates are single precision, and of objects only nil can travel.
+template <class T>
+std::optional<T> selectorArgument(const PropertyValue& value) {
+    if constexpr (std::is_same_v<T, CGPoint>) {
+        const PropertyValue x = value.objectForKey("x");
+        const PropertyValue y = value.objectForKey("y");
+        if (x.isNil() || y.isNil()) return std::nullopt;
+        return CGPoint{x.floatValue(), y.floatValue()};
+    } else {
+        return value.isNil() ? std::optional<T>(T()) : std::nullopt;
+    }
+}
+
+/// A message of T under its selector. Answers nullopt when the arguments do not fit.
 template <class T>
 struct Selector {
     std::string_view name;
-    PropertyValue (*send)(T& object);
+    std::optional<PropertyValue> (*send)(T& object, std::span<const PropertyValue> arguments);
 };
 
-/// Makes the entry for a member function: selector<&T::viewHeight, T>("viewHeight").
+/// Calls the member function and turns its result into a value, nil for none.
+template <auto method, class T, class... Arguments>
+PropertyValue sendSelector(T& object, const Arguments&... arguments) {
+    if constexpr (std::is_void_v<decltype((object.*method)(arguments...))>) {
+        (object.*method)(arguments...);
+        return {};
+    } else {
+        return selectorResult((object.*method)(arguments...));
+    }
+}
+
+/// Makes the entry for a member function without arguments or with one:
+/// selector<&T::viewHeight, T>("viewHeight").
 template <auto method, class T>
+constexpr Selector<T> selector(std::string_view name) requires requires(T& object) {
+    (object.*method)();
+}
+{
+    return {name, [](T& object, std::span<const PropertyValue> arguments) {
+                if (!arguments.empty()) return std::optional<PropertyValue>();
+                return std::optional(sendSelector<method>(object));
+            }};
+}
+template <auto method, class T, class Argument>
 constexpr Selector<T> selector(std::string_view name) {
-    return {name, [](T& object) -> PropertyValue {
-                if constexpr (std::is_void_v<decltype((object.*method)())>) {
-                    (object.*method)();
-                    return {};
-                } else {
-                    return selectorResult((object.*method)());
-                }
+    return {name, [](T& object, std::span<const PropertyValue> arguments) {
+                if (arguments.size() != 1) return std::optional<PropertyValue>();
+                const auto argument = selectorArgument<Argument>(arguments[0]);
+                if (!argument) return std::optional<PropertyValue>();
+                return std::optional(sendSelector<method>(object, *argument));
             }};
 }
 

@@ -3,6 +3,7 @@
 #include "platform/foundation/NSObject.hpp"
 #include "platform/uikit/Geometry.hpp"
 
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -20,8 +21,8 @@ class UITouch : public NSObject {
 
     UITouchPhase phase() const { return _phase; }
     void setPhase(UITouchPhase phase) { _phase = phase; }
-    int tapCount() const { return _tapCount; }
-    /// Seconds on the clock of the main loop.
+    std::int32_t tapCount() const { return _tapCount; }
+    /// Seconds; on the clock of the main loop for a touch that a window delivers.
     double timestamp() const { return _timestamp; }
     /// The view it began on; nullptr once that view is gone.
     std::shared_ptr<UIView> view() const { return _view.lock(); }
@@ -33,12 +34,13 @@ class UITouch : public NSObject {
  protected:
     friend class UIWindow;
 
-    int _tapCount = 1;
+    std::int32_t _tapCount = 1;
     CGPoint _locationInWindow;
     CGPoint _previousLocationInWindow;
     std::weak_ptr<UIView> _view;
     std::weak_ptr<UIWindow> _window;
     UITouchPhase _phase = UITouchPhase::Began;
+    std::uint8_t _touchFlags = 0;  // Their meaning is the platform's own matter.
     double _timestamp = 0;
 };
 
@@ -50,6 +52,9 @@ class UIEvent : public NSObject {
     std::string_view className() const override { return "UIEvent"; }
     explicit UIEvent(UITouchSet touches = {}) : touches_(std::move(touches)) {}
     const UITouchSet& allTouches() const { return touches_; }
+
+ protected:
+    void setTouches(const UITouchSet& touches) { touches_ = touches; }
 
  private:
     UITouchSet touches_;

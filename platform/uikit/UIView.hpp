@@ -1,8 +1,7 @@
 #pragma once
 
-#include "platform/foundation/NSObject.hpp"
 #include "platform/uikit/Canvas.hpp"
-#include "platform/uikit/UIEvent.hpp"
+#include "platform/uikit/UIResponder.hpp"
 
 #include <list>
 #include <memory>
@@ -16,7 +15,7 @@
 ///
 /// Every callback (touches, layout, painting, actions) may remove or destroy this view, its
 /// superview or its siblings: the caller holds what it still needs.
-class UIView : public NSObject {
+class UIView : public UIResponder {
  public:
     explicit UIView(const CGRect& frame = {});
     ~UIView() override;
@@ -69,10 +68,6 @@ class UIView : public NSObject {
     /// disabled views take none, and nothing outside its superviews' bounds does.
     virtual std::shared_ptr<UIView> hitTest(const CGPoint& point, const UIEvent* event);
 
-    virtual void touchesBegan(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event);
-    virtual void touchesMoved(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event);
-    virtual void touchesEnded(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event);
-    virtual void touchesCancelled(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event);
     /// The wheel over this view: positive steps away from the user. False passes it on to the
     /// superview.
     virtual bool scrolled(const CGPoint& point, double steps);

@@ -6,7 +6,7 @@
 #include <vector>
 
 /// Owns a view and loads it when it is first asked for. Main thread.
-class UIViewController : public NSObject {
+class UIViewController : public UIResponder {
  public:
     std::string_view className() const override { return "UIViewController"; }
 

@@ -23,26 +23,6 @@ bool UIView::takesInput() const {
     return true;
 }
 
-void UIView::touchesBegan(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event) {
-    (void)touches;
-    (void)event;
-}
-
-void UIView::touchesMoved(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event) {
-    (void)touches;
-    (void)event;
-}
-
-void UIView::touchesEnded(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event) {
-    (void)touches;
-    (void)event;
-}
-
-void UIView::touchesCancelled(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event) {
-    (void)touches;
-    (void)event;
-}
-
 bool UIView::scrolled(const CGPoint& point, double steps) {
     (void)point;
     (void)steps;

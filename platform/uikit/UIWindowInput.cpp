@@ -1,4 +1,5 @@
 #include "platform/foundation/NSRunLoop.hpp"
+#include "platform/uikit/UITouchMessage.hpp"
 #include "platform/uikit/UIWindow.hpp"
 
 #include <algorithm>
@@ -44,22 +45,8 @@ void UIWindow::beginTouch(const CGPoint& point, int identifier) {
 
 void UIWindow::deliver(UITouchPhase phase, const std::shared_ptr<UITouch>& touch) {
     touch->setPhase(phase);
-    const std::shared_ptr<UIView> view = touch->view();
-    if (!view) return;
     const UITouchSet touches{touch};
-    const auto event = std::make_shared<UIEvent>(touches);
-    switch (phase) {
-        case UITouchPhase::Began:
-            return view->touchesBegan(touches, event);
-        case UITouchPhase::Moved:
-            return view->touchesMoved(touches, event);
-        case UITouchPhase::Ended:
-            return view->touchesEnded(touches, event);
-        case UITouchPhase::Cancelled:
-            return view->touchesCancelled(touches, event);
-        case UITouchPhase::Stationary:
-            return;
-    }
+    UITouchMessage{touch->view(), phase, touches, std::make_shared<UIEvent>(touches)}.send();
 }
 
 void UIWindow::cancelTouches() {
