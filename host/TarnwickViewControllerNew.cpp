@@ -42,8 +42,7 @@ bool TarnwickViewControllerNew::respondsToSelector(std::string_view name) const 
 std::optional<PropertyValue> TarnwickViewControllerNew::performSelector(
     std::string_view name, std::span<const PropertyValue> arguments) {
     const Selector<Controller>* found = findSelector<Controller>(selectors, name);
-    if (!found || !arguments.empty()) return std::nullopt;
-    return found->send(*this);
+    return found ? found->send(*this, arguments) : std::nullopt;
 }
 
 bool TarnwickViewControllerNew::init() {

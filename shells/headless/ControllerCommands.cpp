@@ -1,6 +1,8 @@
 #include "platform/foundation/MachineModel.hpp"
 #include "shells/headless/Session.hpp"
+#include "shells/headless/TouchReport.hpp"
 
+#include <algorithm>
 #include <limits>
 
 namespace headless {
@@ -13,15 +15,19 @@ std::optional<Answer> create(Session& session, Arguments arguments) {
     return Answer::from(session.stage().create(name));
 }
 
+std::optional<PropertyValue> pointFrom(const Word& first, const Word& second) {
+    const auto x = numberFrom(first);
+    const auto y = numberFrom(second);
+    if (!x || !y) return std::nullopt;
+    return PropertyValue(
+        PropertyValue::Dictionary{{"x", PropertyValue(*x)}, {"y", PropertyValue(*y)}});
+}
+
 /// "X,Y" as a point; nullopt for any other text.
 std::optional<PropertyValue> pointFrom(const std::string& text) {
     const std::size_t comma = text.find(',');
     if (comma == std::string::npos) return std::nullopt;
-    const auto x = numberFrom({text.substr(0, comma)});
-    const auto y = numberFrom({text.substr(comma + 1)});
-    if (!x || !y) return std::nullopt;
-    return PropertyValue(
-        PropertyValue::Dictionary{{"x", PropertyValue(*x)}, {"y", PropertyValue(*y)}});
+    return pointFrom({text.substr(0, comma)}, {text.substr(comma + 1)});
 }
 
 /// A bare number, point, yes, no or nil is what it says; everything else is a text.
@@ -34,17 +40,27 @@ PropertyValue argumentFrom(const Word& word) {
     return PropertyValue(word.text);
 }
 
+/// Two bare numbers for the one argument of a selector are a point too.
+std::vector<PropertyValue> argumentsFrom(std::string_view selector, Arguments words) {
+    if (std::ranges::count(selector, ':') == 1 && words.size() == 2)
+        if (auto point = pointFrom(words[0], words[1])) return {*std::move(point)};
+    std::vector<PropertyValue> values;
+    for (const Word& word : words)
+        values.push_back(argumentFrom(word));
+    return values;
+}
+
 std::optional<Answer> call(Session& session, Arguments arguments) {
     const std::shared_ptr<NSObject> controller = session.stage().controller();
     if (!controller) return Answer::failed("there is no controller");
     const std::string& selector = arguments[0].text;
     if (!controller->respondsToSelector(selector))
         return Answer::failed("the controller does not respond to '" + selector + "'");
-    std::vector<PropertyValue> values;
-    for (const Word& word : arguments.subspan(1))
-        values.push_back(argumentFrom(word));
-    const auto result = controller->performSelector(selector, values);
+    const TouchReport report(session.events());
+    const auto result =
+        controller->performSelector(selector, argumentsFrom(selector, arguments.subspan(1)));
     if (!result) return Answer::failed("'" + selector + "' does not take these arguments");
+    if (selector == "view") session.stage().takeLegacyView();
     return Answer::result(jsonValue(*result));
 }
 

@@ -1,6 +1,8 @@
 #include "shells/headless/Session.hpp"
 
+#include <algorithm>
 #include <array>
+#include <limits>
 #include <utility>
 
 namespace headless {
@@ -34,11 +36,17 @@ std::optional<T> named(const std::array<Named<T>, count>& table, const Word& wor
     return std::nullopt;
 }
 
+/// As far out as coordinates go, where the number lies farther.
+CGFloat coordinateFrom(double number) {
+    constexpr double farthest = std::numeric_limits<CGFloat>::max();
+    return static_cast<CGFloat>(std::clamp(number, -farthest, farthest));
+}
+
 std::optional<CGPoint> pointFrom(const Word& x, const Word& y) {
     const auto first = numberFrom(x);
     const auto second = numberFrom(y);
     if (!first || !second) return std::nullopt;
-    return CGPoint{static_cast<CGFloat>(*first), static_cast<CGFloat>(*second)};
+    return CGPoint{coordinateFrom(*first), coordinateFrom(*second)};
 }
 
 std::optional<Answer> touch(Session& session, Arguments arguments) {

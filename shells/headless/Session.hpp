@@ -42,6 +42,7 @@ class Session {
     bool hasQuit() const { return quit_; }
 
     // What the commands work on.
+    EventSink& events() { return events_; }
     Stage& stage() { return stage_; }
     Device& device() { return *device_; }
     Timeline& timeline() { return timeline_; }

@@ -44,9 +44,22 @@ void Stage::setParentWidth(const std::optional<double>& width) {
     adopt();
 }
 
+void Stage::takeLegacyView() {
+    const auto controller = std::dynamic_pointer_cast<BBWeeAppController>(controller_);
+    if (!controller) return;
+    if (shown_) shown_->removeFromSuperview();
+    shown_ = controller->view();
+    if (shown_) window_->addSubview(shown_);
+}
+
+std::shared_ptr<UIView> Stage::viewToShow() const {
+    if (const auto controller = viewController())
+        return controller->isViewLoaded() ? controller->view() : nullptr;
+    return shown_ && shown_->superview() == window_ ? shown_ : nullptr;
+}
+
 void Stage::updateWindow() {
-    const auto controller = viewController();
-    const auto view = controller && controller->isViewLoaded() ? controller->view() : nullptr;
+    const auto view = viewToShow();
     if (view != shown_) {
         if (shown_) shown_->removeFromSuperview();
         shown_ = view;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/uikit/BBWeeAppController.hpp"
 #include "platform/uikit/UIWindow.hpp"
 #include "shells/headless/Answer.hpp"
 #include "shells/headless/WidgetHost.hpp"
@@ -29,12 +30,18 @@ class Stage {
     WidgetHost& host() { return *host_; }
     UIWindow& window() { return *window_; }
 
+    /// What a legacy host does with the view that its controller hands it. Nothing for another
+    /// kind of controller.
+    void takeLegacyView();
+
     /// Brings the window in line with the controller's view, without making the controller load
-    /// it: the view at the window's origin, the window as large as the view.
+    /// it: the view at the window's origin, the window as large as the view. A legacy controller's
+    /// view stays until the controller takes it out.
     void updateWindow();
 
  private:
     std::shared_ptr<UIViewController> viewController() const;
+    std::shared_ptr<UIView> viewToShow() const;
     void adopt();
 
     std::string bundlePath_;
