@@ -35,6 +35,11 @@ double stepsOf(const GdkEventScroll& event) {
     return std::abs(event.delta_x) > std::abs(event.delta_y) ? event.delta_x : -event.delta_y;
 }
 
+template <class Event>
+CGPoint locationOf(const Event& event) {
+    return {static_cast<CGFloat>(event.x), static_cast<CGFloat>(event.y)};
+}
+
 }  // namespace
 
 GdkInput::GdkInput(std::shared_ptr<UIWindow> content) : content_(std::move(content)) {}
@@ -70,25 +75,25 @@ bool GdkInput::press(const GdkEventButton& event) {
     if (event.button != GDK_BUTTON_PRIMARY) return false;
     pressed_ = true;
     lastPress_ = pressFrom(event);
-    content_->sendTouch(UITouchPhase::Began, {event.x, event.y}, pointerTouch);
+    content_->sendTouch(UITouchPhase::Began, locationOf(event), pointerTouch);
     return true;
 }
 
 bool GdkInput::release(const GdkEventButton& event) {
     if (event.button != GDK_BUTTON_PRIMARY || !pressed_) return false;
     pressed_ = false;
-    content_->sendTouch(UITouchPhase::Ended, {event.x, event.y}, pointerTouch);
+    content_->sendTouch(UITouchPhase::Ended, locationOf(event), pointerTouch);
     return true;
 }
 
 bool GdkInput::motion(const GdkEventMotion& event) {
     if (!pressed_) return false;
-    content_->sendTouch(UITouchPhase::Moved, {event.x, event.y}, pointerTouch);
+    content_->sendTouch(UITouchPhase::Moved, locationOf(event), pointerTouch);
     return true;
 }
 
 bool GdkInput::touch(const GdkEventTouch& event) {
-    const CGPoint point{event.x, event.y};
+    const CGPoint point = locationOf(event);
     if (event.type == GDK_TOUCH_BEGIN) {
         lastPress_ = pressFrom(event);
         content_->sendTouch(UITouchPhase::Began, point, beginSequence(event.sequence));
@@ -125,7 +130,7 @@ bool GdkInput::scroll(const GdkEventScroll& event) {
     const double steps = stepsOf(event) * factor;
     // The event that ends a touchpad's gesture moves nothing.
     if (steps == 0 || !std::isfinite(steps)) return false;
-    return content_->sendScroll({event.x, event.y}, steps);
+    return content_->sendScroll(locationOf(event), steps);
 }
 
 bool GdkInput::key(const GdkEventKey& event) {

@@ -63,9 +63,11 @@ std::vector<std::string> Reply::happened() const {
 
 HeadlessProcess::HeadlessProcess(const std::vector<std::string>& arguments) {
     std::signal(SIGPIPE, SIG_IGN);  // Writing to a program that has left is a failed write.
-    std::vector<char*> words{const_cast<char*>(TARNWICK_HEADLESS_PROGRAM)};
-    for (const std::string& argument : arguments)
-        words.push_back(const_cast<char*>(argument.c_str()));
+    std::vector<std::string> command{TARNWICK_LAUNCHER TARNWICK_HEADLESS_PROGRAM};
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    std::vector<char*> words;
+    for (std::string& word : command)
+        words.push_back(word.data());
     words.push_back(nullptr);
 
     const auto [childInput, input] = makePipe();

@@ -10,11 +10,11 @@ constexpr NineSlice track{{20, 10}, {0, 9, 0, 9}, {20, 10}, 1};
 void expectFilled(const std::vector<NineSlice::Piece>& pieces, const CGRect& rect) {
     CGFloat x = rect.origin.x;
     for (const auto& piece : pieces) {
-        EXPECT_NEAR(piece.target.origin.x, x, 1e-9);
+        EXPECT_NEAR(piece.target.origin.x, x, tolerance);
         EXPECT_GT(piece.source.size.width, 0);
         x = CGRectGetMaxX(piece.target);
     }
-    EXPECT_NEAR(x, CGRectGetMaxX(rect), 1e-9);
+    EXPECT_NEAR(x, CGRectGetMaxX(rect), tolerance);
 }
 }  // namespace
 

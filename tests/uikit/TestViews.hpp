@@ -11,6 +11,10 @@
 #include <string>
 #include <vector>
 
+/// How far a computed coordinate may be off: less than anybody sees, and what single precision
+/// leaves of some hundred points.
+inline constexpr double tolerance = sizeof(CGFloat) == sizeof(float) ? 1e-4 : 1e-9;
+
 inline std::ostream& operator<<(std::ostream& out, const CGPoint& p) {
     return out << '{' << p.x << ", " << p.y << '}';
 }

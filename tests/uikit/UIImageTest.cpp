@@ -52,7 +52,7 @@ TEST_F(ImageTest, KnowsOnlyTwoAndThreePixelsAPoint) {
     decoder->addFile("t@2x", {20, 20});
     decoder->addFile("@2x.png", {20, 20});
     decoder->addFile("d@2x/plain.png", {20, 20});
-    EXPECT_NEAR(UIImage::imageWithContentsOfFile("t@3x.png")->size().width, 31.0 / 3, 1e-9);
+    EXPECT_NEAR(UIImage::imageWithContentsOfFile("t@3x.png")->size().width, 31.0 / 3, 1e-6);
     EXPECT_EQ(UIImage::imageWithContentsOfFile("t@4x.png")->size().width, 40);
     EXPECT_EQ(UIImage::imageWithContentsOfFile("t@2x")->size().width, 10);
     EXPECT_EQ(UIImage::imageWithContentsOfFile("@2x.png")->size().width, 10);

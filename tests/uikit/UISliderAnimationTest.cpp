@@ -22,16 +22,16 @@ TEST_F(UISliderAnimation, HasItsValueAtOnceAndMovesTheThumbInAQuarterOfASecond) 
     EXPECT_EQ(slider->value(), 80);
     EXPECT_TRUE(slider->isAnimating());
     EXPECT_TRUE(UIAnimator::shared().isActive());
-    EXPECT_NEAR(shown(), 0, 1e-9);
+    EXPECT_NEAR(shown(), 0, tolerance);
     pass(0.125);
-    EXPECT_NEAR(shown(), 40, 1e-9);
+    EXPECT_NEAR(shown(), 40, tolerance);
     pass(0.124);
     EXPECT_TRUE(slider->isAnimating());
     EXPECT_LT(shown(), 80);
     pass(0.001);
     EXPECT_FALSE(slider->isAnimating());
     EXPECT_FALSE(UIAnimator::shared().isActive());
-    EXPECT_NEAR(shown(), 80, 1e-9);
+    EXPECT_NEAR(shown(), 80, tolerance);
     EXPECT_TRUE(listener->values.empty());
 }
 
@@ -70,27 +70,27 @@ TEST_F(UISliderAnimation, EndsForAValueThatIsNotAnimated) {
     pass(0.1);
     slider->setValue(20);
     EXPECT_FALSE(slider->isAnimating());
-    EXPECT_NEAR(shown(), 20, 1e-9);
+    EXPECT_NEAR(shown(), 20, tolerance);
     pass(0.1);
-    EXPECT_NEAR(shown(), 20, 1e-9);
+    EXPECT_NEAR(shown(), 20, tolerance);
 }
 
 TEST_F(UISliderAnimation, EndsForTheSameValueNotAnimated) {
     slider->setValue(80, Animated::Yes);
     slider->setValue(80);
     EXPECT_FALSE(slider->isAnimating());
-    EXPECT_NEAR(shown(), 80, 1e-9);
+    EXPECT_NEAR(shown(), 80, tolerance);
 }
 
 TEST_F(UISliderAnimation, GoesOnFromWhereTheThumbStandsForANewOne) {
     slider->setValue(80, Animated::Yes);
     pass(0.125);
     slider->setValue(20, Animated::Yes);
-    EXPECT_NEAR(shown(), 40, 1e-9);
+    EXPECT_NEAR(shown(), 40, tolerance);
     pass(0.125);
-    EXPECT_NEAR(shown(), 30, 1e-9);
+    EXPECT_NEAR(shown(), 30, tolerance);
     pass(0.125);
-    EXPECT_NEAR(shown(), 20, 1e-9);
+    EXPECT_NEAR(shown(), 20, tolerance);
 }
 
 TEST_F(UISliderAnimation, StopsWhereAFingerCatchesTheThumb) {
@@ -124,14 +124,14 @@ TEST_F(UISliderAnimation, JumpsWhileAFingerHoldsIt) {
     press(xAt(0));
     slider->setValue(80, Animated::Yes);
     EXPECT_FALSE(slider->isAnimating());
-    EXPECT_NEAR(shown(), 80, 1e-9);
+    EXPECT_NEAR(shown(), 80, tolerance);
 }
 
 TEST_F(UISliderAnimation, JumpsWhenAnimationsAreOff) {
     UIAnimator::shared().setEnabled(false);
     slider->setValue(80, Animated::Yes);
     EXPECT_FALSE(slider->isAnimating());
-    EXPECT_NEAR(shown(), 80, 1e-9);
+    EXPECT_NEAR(shown(), 80, tolerance);
 }
 
 TEST_F(UISliderAnimation, JumpsToItsEndWhenAnimationsAreTurnedOffMeanwhile) {
@@ -139,7 +139,7 @@ TEST_F(UISliderAnimation, JumpsToItsEndWhenAnimationsAreTurnedOffMeanwhile) {
     UIAnimator::shared().setEnabled(false);
     pass(0.001);
     EXPECT_FALSE(slider->isAnimating());
-    EXPECT_NEAR(shown(), 80, 1e-9);
+    EXPECT_NEAR(shown(), 80, tolerance);
 }
 
 TEST_F(UISliderAnimation, EndsWhenTheRangeChanges) {
@@ -147,7 +147,7 @@ TEST_F(UISliderAnimation, EndsWhenTheRangeChanges) {
     slider->setMaximumValue(50);
     EXPECT_FALSE(slider->isAnimating());
     EXPECT_EQ(slider->value(), 50);
-    EXPECT_NEAR(shown(), 100, 1e-9);  // The whole way along the track.
+    EXPECT_NEAR(shown(), 100, tolerance);  // The whole way along the track.
 }
 
 TEST_F(UISliderAnimation, GoesOnWhenARangeEndIsIgnored) {
@@ -179,7 +179,7 @@ TEST_F(UISliderAnimation, StandsTheSlidersDestructionInAStep) {
 TEST_F(UISliderAnimation, StaysAtItsStartForAClockThatGoesBack) {
     slider->setValue(80, Animated::Yes);
     UIAnimator::shared().advance(clock.now() - 10);
-    EXPECT_NEAR(shown(), 0, 1e-9);
+    EXPECT_NEAR(shown(), 0, tolerance);
     pass(0.25);
-    EXPECT_NEAR(shown(), 80, 1e-9);
+    EXPECT_NEAR(shown(), 80, tolerance);
 }

@@ -162,8 +162,8 @@ TEST_F(DamageTest, NeverOverlapsAndStaysBoundedAndMissesNothing) {
         }
         for (const CGRect& rect : added) {
             EXPECT_TRUE(covered(window->damage(), rect.origin));
-            EXPECT_TRUE(
-                covered(window->damage(), {CGRectGetMaxX(rect) - 0.5, CGRectGetMaxY(rect) - 0.5}));
+            const CGPoint lastPixel{CGRectGetMaxX(rect) - 1, CGRectGetMaxY(rect) - 1};
+            EXPECT_TRUE(covered(window->damage(), lastPixel));
         }
     }
 }
