@@ -1,11 +1,14 @@
 # The two commands: `make run` and `make test`. The others are for those who work on the mixer.
-.PHONY: run test lint format fuzz bench install clean
+.PHONY: run test test-32 lint format fuzz bench install clean
 
 run:
 	@scripts/run
 
 test:
 	@scripts/test
+
+test-32:
+	@scripts/test-32
 
 lint:
 	@scripts/lint
