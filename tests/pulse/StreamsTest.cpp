@@ -146,16 +146,20 @@ TEST_P(PulseStreams, AreNeverToldAtAPassingVolumeWhenTheyBegin) {
     EXPECT_NEAR(volumeOf("PhoneCall"), 0.5F, volumeTolerance);
 }
 
+// What the session manager remembers of a stream that ended in between is its own affair.
 TEST_P(PulseStreams, MayEndWhileTheyAreMoved) {
     startBoth();
     for (int i = 0; i < 20; ++i) {
-        Program phone = play("phone");
-        ASSERT_TRUE(waitToRead("PhoneCall", 1));
+        OtherProgram program(server_->address());
+        auto phone = program.play({.role = "phone"});
         controller_->setVolumeTo(0.25F, "PhoneCall");
-        phone.stream.reset();
-        controller_->setVolumeTo(1, "PhoneCall");
-        phone.connection.reset();
-        ASSERT_TRUE(waitToRead("PhoneCall", 1));
+        phone.reset();
+        controller_->setVolumeTo(0.75F, "PhoneCall");
     }
     EXPECT_TRUE(isReady());
+    OtherProgram program(server_->address());
+    const auto phone = program.play({.role = "phone"});
+    ASSERT_TRUE(waitUntil([&] { return volumeOf("PhoneCall") != unreadable; }));
+    controller_->setVolumeTo(0.5F, "PhoneCall");
+    EXPECT_TRUE(waitForStream(*phone, {32768, 32768}));
 }

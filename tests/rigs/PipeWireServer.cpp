@@ -81,6 +81,12 @@ void PipeWireServer::stop(int signal) {
         program->wait();
 }
 
+bool PipeWireServer::isReady() const {
+    if (!SoundServer::isReady()) return false;
+    const std::string metadata = outputOf({"pw-cli", "ls", "Metadata"}, folder_.environment());
+    return metadata.find("\"route-settings\"") != std::string::npos;
+}
+
 void PipeWireServer::suspend() {
     pulseServer_.signal(SIGSTOP);
     pulseServer_.waitUntilStopped();

@@ -23,6 +23,8 @@ class PipeWireServer : public SoundServer {
     /// Runs the loop until the core takes the other two's connections.
     void start() override;
     void stop(int signal) override;
+    /// Also that the session manager remembers what is set for roles, which comes last.
+    bool isReady() const override;
     /// Only what PulseAudio's clients talk to, without the core and the devices.
     void suspend() override;
     void resume() override;
