@@ -16,8 +16,8 @@ Answer misuseOf(const Command& command) {
 }  // namespace
 
 const Command* commandNamed(std::string_view name) {
-    for (const auto& commands :
-         {controllerCommands(), deviceCommands(), inputCommands(), reportCommands()}) {
+    for (const auto& commands : {controllerCommands(), deviceCommands(), inputCommands(),
+                                 reportCommands(), timeCommands()}) {
         const auto found = std::ranges::find(commands, name, &Command::name);
         if (found != commands.end()) return &*found;
     }

@@ -26,6 +26,9 @@ std::span<const Command> controllerCommands();
 std::span<const Command> deviceCommands();
 std::span<const Command> inputCommands();
 std::span<const Command> reportCommands();
+std::span<const Command> timeCommands();
+/// The one command that sees what came of the command before it.
+inline constexpr std::string_view waitCommand = "wait";
 
 /// nullptr when there is no command of that name.
 const Command* commandNamed(std::string_view name);

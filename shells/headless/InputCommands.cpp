@@ -8,9 +8,6 @@
 namespace headless {
 namespace {
 
-constexpr double greatestAdvance = 86'400'000;  // Milliseconds: a day.
-constexpr double millisecondsPerSecond = 1000;
-
 template <class T>
 using Named = std::pair<std::string_view, T>;
 
@@ -70,19 +67,10 @@ std::optional<Answer> key(Session& session, Arguments arguments) {
     return Answer::result(session.stage().window().sendKey(*pressed));
 }
 
-std::optional<Answer> advance(Session& session, Arguments arguments) {
-    const auto milliseconds = numberFrom(arguments[0]);
-    if (!milliseconds) return std::nullopt;
-    if (*milliseconds < 0 || *milliseconds > greatestAdvance)
-        return Answer::failed("the time must lie between 0 and 86400000 milliseconds");
-    return Answer::from(session.timeline().advance(*milliseconds / millisecondsPerSecond));
-}
-
 constexpr Command commands[] = {
     {"touch", "began|moved|ended|cancelled X Y", 3, 3, touch},
     {"scroll", "X Y STEPS", 3, 3, scroll},
     {"key", "tab|backtab|left|right|up|down|pageup|pagedown|home|end", 1, 1, key},
-    {"advance", "MS", 1, 1, advance},
 };
 
 }  // namespace

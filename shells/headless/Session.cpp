@@ -1,14 +1,23 @@
 #include "shells/headless/Session.hpp"
 
 namespace headless {
+namespace {
+
+constexpr double finishingSeconds = 1;
+
+}  // namespace
 
 Session::Session(const SessionOptions& options, std::unique_ptr<Device> device,
                  EventSink::Writer writer)
     : events_(std::move(writer)),
-      timeline_(options.clock),
       device_(std::move(device)),
+      timeline_(options.clock, device_->waiter()),
       painter_(options.paintFiles),
       stage_(events_, options.bundlePath) {
+    events_.setObserver([this](const Json& object) {
+        if (object.contains("event")) recent_.add(object);
+    });
+    watchServer();
     AVSystemController::setSharedAVSystemController(device_->service());
     device_->observeSetVolume([this](const NSString& category, float volume) {
         events_.write({{"event", "set-volume"},
@@ -20,6 +29,7 @@ Session::Session(const SessionOptions& options, std::unique_ptr<Device> device,
 
 Session::~Session() {
     events_.mute();
+    device_->observeServer({});
     device_->observeSetVolume({});
     AVSystemController::setSharedAVSystemController(nullptr);
 }
@@ -30,6 +40,7 @@ void Session::execute(std::string_view line) {
         refuse(read.error);
         return;
     }
+    if (read.words.empty() || read.words.front().text != waitCommand) recent_.forget();
     Answer answer = answerTo(*this, read.words);
     stage_.updateWindow();
     const Failure failure = timeline_.settle();
@@ -43,6 +54,21 @@ void Session::runDueCalls() {
     const Failure failure = timeline_.settle();
     stage_.updateWindow();
     if (failure) events_.write({{"event", "error"}, {"error", *failure}});
+}
+
+void Session::finish() {
+    if (!device_->isWriting()) return;
+    timeline_.advance(finishingSeconds, [this] { return !device_->isWriting(); });
+}
+
+void Session::watchServer() {
+    device_->observeServer([this](Device::ServerEvent event) {
+        if (event == Device::ServerEvent::AvailabilityChanged)
+            events_.write({{"event", "availability"}});
+        else
+            events_.write(
+                {{"event", "server"}, {"answers", event == Device::ServerEvent::BeganToAnswer}});
+    });
 }
 
 void Session::refuse(const std::string& reason) {

@@ -5,6 +5,7 @@
 #include "shells/headless/EventSink.hpp"
 #include "shells/headless/EventWatcher.hpp"
 #include "shells/headless/Painter.hpp"
+#include "shells/headless/RecentEvents.hpp"
 #include "shells/headless/Stage.hpp"
 #include "shells/headless/Timeline.hpp"
 
@@ -39,6 +40,8 @@ class Session {
     void refuse(const std::string& reason);
     /// What has come due between two lines, with its events.
     void runDueCalls();
+    /// Lets what was set arrive, for a moment at most.
+    void finish();
     bool hasQuit() const { return quit_; }
 
     // What the commands work on.
@@ -46,14 +49,18 @@ class Session {
     Stage& stage() { return stage_; }
     Device& device() { return *device_; }
     Timeline& timeline() { return timeline_; }
+    RecentEvents& recentEvents() { return recent_; }
     Painter& painter() { return painter_; }
     void quit() { quit_ = true; }
 
  private:
+    void watchServer();
+
     EventSink events_;
+    RecentEvents recent_;
     EventWatcher watcher_{events_};
-    Timeline timeline_;
     std::unique_ptr<Device> device_;
+    Timeline timeline_;
     Painter painter_;
     Stage stage_;
     bool quit_ = false;

@@ -10,6 +10,10 @@ class SimulatedDevice : public Device {
     void observeSetVolume(SetVolumeObserver observer) override {
         audio_->setSetVolumeObserver(std::move(observer));
     }
+    void observeServer(ServerObserver /*observer*/) override {}  // There is none.
+    Waiter& waiter() override { return *waiter_; }
+    bool isReady() const override { return true; }
+    bool isWriting() const override { return false; }
     void nameCategory(const std::string& category) override { audio_->nameCategory(category); }
     Failure changeVolume(const std::string& category, float volume) override {
         audio_->changeVolume(category, volume);
@@ -25,6 +29,7 @@ class SimulatedDevice : public Device {
     }
 
  private:
+    std::unique_ptr<Waiter> waiter_ = makePollingWaiter();
     std::shared_ptr<SimulatedAudioDevice> audio_ = std::make_shared<SimulatedAudioDevice>();
 };
 

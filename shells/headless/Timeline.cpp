@@ -4,9 +4,7 @@
 #include "platform/uikit/UIAnimator.hpp"
 
 #include <algorithm>
-#include <chrono>
 #include <stdexcept>
-#include <thread>
 
 namespace headless {
 namespace {
@@ -19,7 +17,7 @@ NSRunLoop& loop() {
 
 }  // namespace
 
-Timeline::Timeline(ClockKind kind) : kind_(kind) {
+Timeline::Timeline(ClockKind kind, Waiter& waiter) : kind_(kind), waiter_(waiter) {
     if (kind_ == ClockKind::Manual) loop().setClock([this] { return manualTime_; });
 }
 
@@ -38,11 +36,11 @@ Failure Timeline::settle() {
     }
 }
 
-Failure Timeline::advance(double seconds) {
+Failure Timeline::advance(double seconds, const std::function<bool()>& isEnough) {
     const double target = now() + seconds;
     Failure first = settle();
     showFrame();
-    while (now() < target) {
+    while (!(isEnough && isEnough()) && now() < target) {
         moveTo(nextStop(target));
         const Failure failure = settle();
         if (!first) first = failure;
@@ -77,7 +75,7 @@ void Timeline::moveTo(double time) {
     if (kind_ == ClockKind::Manual)
         manualTime_ = std::max(manualTime_, time);
     else
-        std::this_thread::sleep_for(std::chrono::duration<double>(time - now()));
+        waiter_.wait(-1, time - now());
 }
 
 }  // namespace headless

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "shells/headless/Answer.hpp"
+#include "shells/headless/Waiter.hpp"
 
+#include <functional>
 #include <optional>
 
 namespace headless {
@@ -14,7 +16,8 @@ enum class ClockKind {
 /// Drives the main loop and the animations by the clock of the session's choice. Seconds.
 class Timeline {
  public:
-    explicit Timeline(ClockKind kind);
+    /// The waiter is how the real clock's time passes; it outlives this.
+    Timeline(ClockKind kind, Waiter& waiter);
     ~Timeline();
     Timeline(const Timeline&) = delete;
     Timeline& operator=(const Timeline&) = delete;
@@ -23,8 +26,8 @@ class Timeline {
     /// the first failure.
     Failure settle();
     /// Moves the clock on, or waits with the real one, and runs what comes due on the way, the
-    /// animations in steps of a frame.
-    Failure advance(double seconds);
+    /// animations in steps of a frame. Ends before its time as soon as it is enough.
+    Failure advance(double seconds, const std::function<bool()>& isEnough = {});
     /// With the real clock: how long nothing will be due; nullopt when nothing is to come, and
     /// with the manual clock.
     std::optional<double> timeUntilDue() const;
@@ -34,9 +37,11 @@ class Timeline {
  private:
     double now() const;
     double nextStop(double target) const;
+    /// The real clock's may end before that time, when something has happened.
     void moveTo(double time);
 
     ClockKind kind_;
+    Waiter& waiter_;
     double manualTime_ = 0;
 };
 

@@ -1,8 +1,9 @@
 #include "shells/common/Backends.hpp"
 #include "shells/common/BrokenPipes.hpp"
 #include "shells/common/BundleLocation.hpp"
-#include "shells/common/CommonOptions.hpp"
+#include "shells/headless/HeadlessOptions.hpp"
 #include "shells/headless/InputLoop.hpp"
+#include "shells/sound/SoundServer.hpp"
 
 #include <unistd.h>
 
@@ -19,22 +20,9 @@ constexpr const char* usage =
     "Hosts the widget without a screen: commands on standard input, JSON lines on standard output.";
 constexpr int exitMisuse = 2;
 
-shell::Option parentWidthOption(std::optional<double>& width) {
-    return {"--parent-width", "W", "a parent view controller whose view is W points wide",
-            [&width](const std::string& value) -> Failure {
-                width = parentWidthFrom({value});
-                return width ? std::nullopt : Failure("W is a number from 0 to 100000");
-            }};
-}
-
-shell::Option clockOption(ClockKind& clock) {
-    return {"--clock", "manual|real",
-            "whether only 'advance' moves the clock (the default: manual)",
-            [&clock](const std::string& value) -> Failure {
-                if (value != "manual" && value != "real") return "the clock is 'manual' or 'real'";
-                clock = value == "real" ? ClockKind::Real : ClockKind::Manual;
-                return std::nullopt;
-            }};
+int complain(int status, const std::string& what) {
+    std::fprintf(stderr, "%s: %s\n", program, what.c_str());
+    return status;
 }
 
 /// Writes lines to standard output, each at once.
@@ -49,9 +37,9 @@ class LineWriter {
     bool good_ = true;
 };
 
-int converse(const SessionOptions& options) {
+int converse(const SessionOptions& options, std::unique_ptr<Device> device) {
     LineWriter output;
-    Session session(options, makeSimulatedDevice(),
+    Session session(options, std::move(device),
                     [&output](const std::string& line) { output.write(line); });
     switch (runInputLoop(session, STDIN_FILENO, [&output] { return output.isGood(); })) {
         case LoopEnd::Finished:
@@ -60,30 +48,36 @@ int converse(const SessionOptions& options) {
             std::perror("tarnwick-headless: standard input");
             return EXIT_FAILURE;
         case LoopEnd::OutputFailed:
-            std::fprintf(stderr, "%s: standard output was closed\n", program);
-            return EXIT_FAILURE;
+            return complain(EXIT_FAILURE, "standard output was closed");
     }
     return EXIT_FAILURE;
+}
+
+int host(const HeadlessOptions& chosen) {
+    SessionOptions options;
+    options.bundlePath = shell::bundlePath(chosen.common.bundle, shell::programDirectory());
+    options.parentWidth = chosen.parentWidth;
+    options.clock = chosen.clock();
+    if (chosen.server == ServerKind::Simulated) return converse(options, makeSimulatedDevice());
+    auto [server, error] = openSoundServer(
+        shell::modulePath(soundServerModule, shell::programDirectory()), chosen.serverAddress);
+    if (!server) return complain(EXIT_FAILURE, error);
+    return converse(options, makeServerDevice(std::move(server)));
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
     shell::ignoreBrokenPipes();  // A reader that has gone is a failed write.
-    shell::CommonOptions common;
-    SessionOptions options;
-    auto table = shell::commonOptions(common);
-    table.push_back(parentWidthOption(options.parentWidth));
-    table.push_back(clockOption(options.clock));
+    HeadlessOptions options;
+    const auto table = headlessOptions(options);
     const std::span<const char* const> arguments(argv + 1, argv + std::max(argc, 1));
-    if (const auto error = shell::readOptions(table, arguments)) {
-        std::fprintf(stderr, "%s: %s\n", program, error->c_str());
-        return exitMisuse;
-    }
-    if (shell::answerQuestions(common, program, usage, table)) return EXIT_SUCCESS;
+    auto error = shell::readOptions(table, arguments);
+    if (!error) error = contradictionIn(options);
+    if (error) return complain(exitMisuse, *error);
+    if (shell::answerQuestions(options.common, program, usage, table)) return EXIT_SUCCESS;
 
     shell::installBackends();
-    shell::applyOptions(common);
-    options.bundlePath = shell::bundlePath(common.bundle, shell::programDirectory());
-    return converse(options);
+    shell::applyOptions(options.common);
+    return host(options);
 }

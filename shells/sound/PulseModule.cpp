@@ -11,6 +11,7 @@ class PulseServer : public SoundServer {
         : controller_(std::make_shared<PulseAudioController>(address)) {}
 
     std::shared_ptr<AVSystemController> service() override { return controller_; }
+    bool isWriting() const override { return controller_->isWriting(); }
     void setAnswersHandler(std::function<void(Answers)> handler) override {
         using State = PulseAudioController::State;
         controller_->setStateHandler([handler = std::move(handler)](State state) {

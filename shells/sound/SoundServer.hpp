@@ -15,6 +15,8 @@ class SoundServer {
 
     virtual ~SoundServer() = default;
     virtual std::shared_ptr<AVSystemController> service() = 0;
+    /// Whether what was set has not been confirmed by the server yet.
+    virtual bool isWriting() const = 0;
     /// Called whenever the server has begun to answer or has ceased to, before the notifications
     /// that come of it. Until the first call it does not answer.
     virtual void setAnswersHandler(std::function<void(Answers)> handler) = 0;

@@ -18,6 +18,11 @@ TEST_F(Options, ThatCannotBeReadEndTheProgramWithTwoAndAReason) {
         {"--parent-width=-1"},
         {"--parent-width", "100001"},
         {"--parent-width=nan"},
+        {"--server", "loud"},
+        {"--server="},
+        {"--server-address="},
+        {"--server-address", "unix:/nowhere"},
+        {"--server", "pulse", "--clock", "manual"},
         {"--help=yes"},
         {"-h"},
         {""},
@@ -37,7 +42,8 @@ TEST_F(Options, HelpNamesEveryOption) {
     while (const auto line = helping.readLine())
         text += *line + "\n";
     for (const char* name : {"--preferences DIR", "--model NAME", "--bundle DIR",
-                             "--parent-width W", "--clock manual|real", "--help", "--version"})
+                             "--parent-width W", "--clock manual|real", "--server simulated|pulse",
+                             "--server-address ADDRESS", "--help", "--version"})
         EXPECT_NE(text.find(name), std::string::npos) << name;
 }
 

@@ -133,8 +133,9 @@ INSTANTIATE_TEST_SUITE_P(
         Misuse{"scroll", {"scroll", "scroll 1 1", "scroll 1 1 up", "scroll 1 1 nan"}},
         Misuse{"key", {"key", "key Tab", "key enter", "key tab tab"}},
         Misuse{"advance", {"advance", "advance soon", "advance nan", "advance 1 2"}},
-        Misuse{"tree", {"tree x"}}, Misuse{"paint", {"paint", "paint a b", "paint a 1 1"}},
-        Misuse{"quit", {"quit now"}}),
+        Misuse{"wait", {"wait", "wait 10", "wait soon log", "wait nan log"}},
+        Misuse{"ready", {"ready", "ready soon", "ready 1 2"}}, Misuse{"tree", {"tree x"}},
+        Misuse{"paint", {"paint", "paint a b", "paint a 1 1"}}, Misuse{"quit", {"quit now"}}),
     [](const auto& tested) { return std::string(tested.param.command); });
 
 }  // namespace

@@ -17,6 +17,7 @@ class FakeServer : public SoundServer {
     FakeServer& operator=(const FakeServer&) = delete;
 
     std::shared_ptr<AVSystemController> service() override { return device_; }
+    bool isWriting() const override { return false; }
     void setAnswersHandler(std::function<void(Answers)> handler) override {
         answers = std::move(handler);
     }

@@ -1,0 +1,109 @@
+#include "tests/rigs/PulseAudioServer.hpp"
+#include "tests/support/HeadlessFixture.hpp"
+
+#include <csignal>
+
+namespace test {
+namespace {
+
+constexpr double volumeStep = 1.0 / 65536;
+// Milliseconds; only what is broken takes so long.
+const std::string soon = "20000";
+
+class RealServer : public HeadlessFixture {
+ protected:
+    void SetUp() override {
+        files.writeCategories({{"Ringtone", "Bell"}, {"Audio/Video", "Music"}});
+    }
+    void startProgram() {
+        start({"--server", "pulse", "--server-address", server.address(), "--parent-width", "320"});
+    }
+    void startBoth() {
+        server.startAndWait();
+        setSinkVolume(50);
+        startProgram();
+        expectOk("ready " + soon);
+        expectOk("create");
+        expectOk("call view");
+    }
+    void setSinkVolume(int percent) const {
+        server.pactl({"set-sink-volume", "spk", std::to_string(percent) + "%"});
+    }
+    double sinkFraction() const { return server.sinkVolumes("spk").at(0) / 65536.0; }
+    bool waitFor(const std::string& event) { return send("wait " + soon + " " + event).isOk(); }
+    std::string captionOf(int category) {
+        return viewWithTag(1000 + category).at("text").get<std::string>();
+    }
+
+    rigs::ServerFolder folder;
+    rigs::PulseAudioServer server{folder};
+};
+
+TEST_F(RealServer, FillsTheRows) {
+    startBoth();
+    EXPECT_EQ(captionOf(0), "Bell: 100%");
+    EXPECT_EQ(captionOf(1), "Music (Speaker): 50%");
+}
+
+TEST_F(RealServer, IsMovedByATouch) {
+    startBoth();
+    expectOk("touch began 160 95");
+    const Happened moved = expectOk("touch moved 5000 95");
+    EXPECT_EQ(moved, Happened{"set Audio/Video 1"});
+    EXPECT_TRUE(waitFor("volume-notification Audio/Video 1"));
+    EXPECT_NEAR(sinkFraction(), 1, volumeStep);
+}
+
+TEST_F(RealServer, MovesARowWhenItIsChangedElsewhere) {
+    startBoth();
+    setSinkVolume(30);
+    EXPECT_TRUE(waitFor("volume-notification Audio/Video 0.3"));
+    EXPECT_EQ(captionOf(1), "Music (Speaker): 30%");
+}
+
+TEST_F(RealServer, TakesTheCommandForAVolume) {
+    startBoth();
+    EXPECT_EQ(expectOk("volume Audio/Video 0.2"), Happened{}) << "the widget has set nothing";
+    EXPECT_TRUE(waitFor("volume-notification Audio/Video 0.2"));
+    EXPECT_NEAR(sinkFraction(), 0.2, volumeStep);
+    EXPECT_EQ(captionOf(1), "Music (Speaker): 20%");
+    EXPECT_EQ(send("volume HeadsetBT 0.2").error(), "'HeadsetBT' has no volume now");
+}
+
+TEST_F(RealServer, CannotBeToldWhatOnlyASimulatedDeviceCan) {
+    startBoth();
+    EXPECT_EQ(send("readable Ringtone no").error(), "only a simulated device can be told that");
+    EXPECT_EQ(send("route Ringtone X").error(), "only a simulated device can be told that");
+}
+
+TEST_F(RealServer, HasTakenWhatWasSetWhenTheProgramHasEnded) {
+    startBoth();
+    for (const char* fraction : {"0.11", "0.22", "0.33"})
+        program->write(std::string("volume Audio/Video ") + fraction + "\n");
+    EXPECT_EQ(program->finish(), 0);
+    EXPECT_NEAR(sinkFraction(), 0.33, volumeStep);
+}
+
+TEST_F(RealServer, IsNotReadyUntilItAnswers) {
+    startProgram();
+    EXPECT_EQ(send("ready 20").error(), "no sound server answers");
+    expectOk("create");
+    expectOk("call view");
+    EXPECT_EQ(captionOf(1), "Music (Speaker): unknown");
+    server.startAndWait();
+    expectOk("ready " + soon);
+    EXPECT_EQ(captionOf(1), "Music (Speaker): 100%");
+}
+
+TEST_F(RealServer, TellsThatItIsGoneAndBack) {
+    startBoth();
+    server.stop(SIGKILL);
+    EXPECT_TRUE(waitFor("server false"));
+    EXPECT_TRUE(waitFor("availability"));
+    server.startAndWait();
+    EXPECT_TRUE(waitFor("server true"));
+    EXPECT_TRUE(waitFor("volume-notification Audio/Video 1"));
+}
+
+}  // namespace
+}  // namespace test
