@@ -1,6 +1,7 @@
 #include "shells/desktop/DesktopApplication.hpp"
 
 #include "platform/foundation/MachineModel.hpp"
+#include "platform/foundation/NSRunLoop.hpp"
 #include "platform/uikit/UILabel.hpp"
 #include "shells/common/BundleLocation.hpp"
 #include "shells/common/WidgetBundle.hpp"
@@ -80,10 +81,28 @@ int DesktopApplication::runWindow(GdkDisplay* display) {
         widget_->dismiss();
         widget_->present();
     });
+    sound_->setSilenceHandler([this, &window] { window.setNotice(soundNotice()); });
     window.setFirstFrameHandler([this] { sound_->connect(); });
     window.show();
     g_main_loop_run(loop.get());
+    sound_->setChangeHandler({});
+    sound_->setSilenceHandler({});
+    letVolumesArrive();
     return EXIT_SUCCESS;
+}
+
+/// A server may lose what is on its way when the connection ends.
+void DesktopApplication::letVolumesArrive() {
+    constexpr double patienceSeconds = 0.5;
+    const NSRunLoop& loop = NSRunLoop::mainRunLoop();
+    const double end = loop.currentTime() + patienceSeconds;
+    NSRunLoop::mainRunLoop().performAfterDelay(patienceSeconds, [] {});
+    while (sound_->isWriting() && loop.currentTime() < end)
+        g_main_context_iteration(nullptr, TRUE);
+}
+
+NSString DesktopApplication::soundNotice() const {
+    return sound_->isSilent() ? NSString("No sound server answers") : std::nullopt;
 }
 
 int DesktopApplication::reportRows() {
@@ -100,7 +119,7 @@ int DesktopApplication::reportRows() {
 
 int DesktopApplication::paint(const std::string& path) {
     waitForSound();
-    if (paintPanelPicture(*widget_, path)) return EXIT_SUCCESS;
+    if (paintPanelPicture(*widget_, soundNotice(), path)) return EXIT_SUCCESS;
     complain("cannot write " + path);
     return EXIT_FAILURE;
 }

@@ -27,6 +27,9 @@ class DesktopApplication {
     int reportRows();
     int paint(const std::string& path);
     void waitForSound();
+    void letVolumesArrive();
+    /// What the panel says of the sound server; nil for nothing.
+    NSString soundNotice() const;
 
     const DesktopOptions& options_;
     GLibRunLoop runLoop_;

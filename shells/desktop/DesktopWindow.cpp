@@ -120,6 +120,11 @@ void DesktopWindow::close() {
     if (const std::function<void()> handler = closeHandler_) handler();
 }
 
+void DesktopWindow::setNotice(const NSString& text) {
+    panel_->setNotice(text);
+    if (isShown()) layout();
+}
+
 void DesktopWindow::handleEvent(const GdkEvent& event) {
     switch (event.type) {
         case GDK_DELETE:
@@ -209,6 +214,7 @@ void DesktopWindow::layout() {
     edge_ = edgeOn(screen_);
     shown_ = panelContent(widget_);
     panel_->setWidgetView(shown_.view);
+    shown_.size.height += panel_->noticeHeight();
     const PanelLayout wanted =
         panelLayout(shown_.size, availableSize(display_, window_.get()), edge_);
     const auto width = static_cast<int>(wanted.window.width);

@@ -26,6 +26,8 @@ class DesktopWindow {
     bool isShown() const { return widget_.isPresented(); }
     /// Called after the window was closed, by whomever. It may destroy the window.
     void setCloseHandler(std::function<void()> handler) { closeHandler_ = std::move(handler); }
+    /// A quiet line below the widget; nil for none.
+    void setNotice(const NSString& text);
     /// Called once, when the first frame has been painted and handed to the window system.
     void setFirstFrameHandler(std::function<void()> handler) {
         firstFrameHandler_ = std::move(handler);

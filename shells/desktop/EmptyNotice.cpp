@@ -1,8 +1,8 @@
 #include "shells/desktop/EmptyNotice.hpp"
 
 #include "platform/foundation/PreferencesDirectory.hpp"
-#include "platform/uikit/UILabel.hpp"
 #include "shells/desktop/ApplicationId.hpp"
+#include "shells/desktop/CentredLabel.hpp"
 
 #include <glib.h>
 
@@ -17,15 +17,6 @@ constexpr CGFloat lineSize = 11;
 
 constexpr UIColor titleColor = {1, 1, 1, 0.85};
 constexpr UIColor lineColor = {1, 1, 1, 0.55};
-
-class CentredLabel : public UILabel {
- public:
-    using UILabel::UILabel;
-    void drawRect(Canvas& canvas) override {
-        if (text())
-            canvas.drawText(*text(), font(), textColor(), bounds(), NSTextAlignment::Center);
-    }
-};
 
 void addLine(UIView& notice, CGFloat height, const std::string& text, const UIFont& font,
              const UIColor& color) {

@@ -10,12 +10,14 @@ constexpr CGFloat scale = 2;            // pixels a point
 constexpr CGFloat longestSide = 16000;  // points; what a picture of that scale can hold
 }  // namespace
 
-bool paintPanelPicture(HostedWidget& widget, const std::string& path) {
+bool paintPanelPicture(HostedWidget& widget, const NSString& notice, const std::string& path) {
     widget.present();
-    const PanelContent content = panelContent(widget);
+    const auto panel = std::make_shared<PanelView>();
+    panel->setNotice(notice);
+    PanelContent content = panelContent(widget);
+    content.size.height += panel->noticeHeight();
     const PanelLayout layout =
         panelLayout(content.size, {longestSide, longestSide}, PanelEdge::Soft);
-    const auto panel = std::make_shared<PanelView>();
     panel->setWidgetView(content.view);
     panel->setLayout(layout, PanelEdge::Soft);
     const auto window = std::make_shared<UIWindow>(CGRect{{0, 0}, layout.window});

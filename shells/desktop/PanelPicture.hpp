@@ -5,5 +5,6 @@
 #include <string>
 
 /// Presents the widget, writes a picture (PNG) of it on its panel, two pixels a point, and
-/// dismisses it. Needs no display. False when the file cannot be written.
-bool paintPanelPicture(HostedWidget& widget, const std::string& path);
+/// dismisses it. `notice` is a line below it, nil for none. Needs no display. False when the file
+/// cannot be written.
+bool paintPanelPicture(HostedWidget& widget, const NSString& notice, const std::string& path);

@@ -2,6 +2,7 @@
 
 #include "platform/uikit/UIControl.hpp"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -17,14 +18,39 @@ constexpr CGFloat shadowBlur = 18;  // points, on both sides of the edge
 constexpr CGFloat shadowDrop = 10;  // points downwards
 constexpr CGFloat shadowInset = 6;  // points; it comes out below the panel, hardly beside it
 
+// Points. The widget's own margin is above the line, so the text lies a little high in its room.
+constexpr CGFloat noticeRoom = 22;
+constexpr CGFloat noticeTextHeight = 14;
+constexpr CGFloat noticeMargin = 20;
+constexpr CGFloat noticeSize = 11;
+constexpr UIColor noticeColor = {1, 1, 1, 0.55};
+
 }  // namespace
 
-PanelView::PanelView() : scroller_(std::make_shared<ScrollingView>()) {}
+PanelView::PanelView()
+    : scroller_(std::make_shared<ScrollingView>()), notice_(std::make_shared<CentredLabel>()) {
+    notice_->setFont(UIFont::systemFontOfSize(noticeSize));
+    notice_->setTextColor(noticeColor);
+}
+
+void PanelView::setNotice(const NSString& text) {
+    notice_->setText(text);
+    if (!text) notice_->removeFromSuperview();
+    if (text && !notice_->superview()) addSubview(notice_);
+}
+
+CGFloat PanelView::noticeHeight() const {
+    return notice_->text() ? noticeRoom : 0;
+}
 
 void PanelView::setLayout(const PanelLayout& layout, PanelEdge edge) {
     if (scroller_->superview() == nullptr) addSubview(scroller_);
     setFrame({{0, 0}, layout.window});
-    scroller_->setFrame(layout.viewport);
+    CGRect viewport = layout.viewport;
+    viewport.size.height = std::max<CGFloat>(0, viewport.size.height - noticeHeight());
+    scroller_->setFrame(viewport);
+    notice_->setFrame(CGRectMake(viewport.origin.x + noticeMargin, CGRectGetMaxY(viewport),
+                                 viewport.size.width - 2 * noticeMargin, noticeTextHeight));
     scroller_->setNeedsLayout();
     if (panel_ == layout.panel && edge_ == edge) return;
     panel_ = layout.panel;

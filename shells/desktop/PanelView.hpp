@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/uikit/UIView.hpp"
+#include "shells/desktop/CentredLabel.hpp"
 #include "shells/desktop/ScrollingView.hpp"
 
 #include <functional>
@@ -15,6 +16,10 @@ class PanelView : public UIView {
     /// The view that is shown on the panel.
     void setWidgetView(const std::shared_ptr<UIView>& view) { scroller_->setContent(view); }
     ScrollingView& scroller() { return *scroller_; }
+    /// A quiet line below the widget, from the next layout on; nil for none.
+    void setNotice(const NSString& text);
+    /// What the line takes from the panel, in points.
+    CGFloat noticeHeight() const;
     /// Own coordinates.
     void setLayout(const PanelLayout& layout, PanelEdge edge);
     const CGRect& panel() const { return panel_; }
@@ -32,6 +37,7 @@ class PanelView : public UIView {
 
  private:
     std::shared_ptr<ScrollingView> scroller_;
+    std::shared_ptr<CentredLabel> notice_;
     CGRect panel_;
     PanelEdge edge_ = PanelEdge::Hard;
     std::weak_ptr<UITouch> dragging_;

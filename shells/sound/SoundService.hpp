@@ -30,6 +30,8 @@ class SoundService {
     bool isSettled() const { return stage_ != Stage::Awaited; }
     /// Whether no server answers, and has not for a while.
     bool isSilent() const { return stage_ == Stage::Silent; }
+    /// Whether a volume that was set is still on its way.
+    bool isWriting() const { return server_ && server_->isWriting(); }
 
     /// Called when the widget has to be assembled anew: another service was installed, or what
     /// can be read has changed.
