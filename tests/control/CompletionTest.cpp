@@ -42,7 +42,7 @@ TEST_F(ControlCompletion, QuotesWhatTheShellWouldTakeApart) {
 }
 
 TEST_F(ControlCompletion, OffersNothingWithoutAServer) {
-    server_.stop(SIGTERM);
+    server_->stop(SIGTERM);
     EXPECT_EQ(offered({"get", ""}), "");
 }
 

@@ -2,7 +2,7 @@
 
 namespace test {
 
-ControlFixture::ControlFixture() {
+ControlFixture::ControlFixture(rigs::ServerKind kind) : server_(rigs::makeServer(kind, folder_)) {
     files_.writeCategories({{"Ringtone", "Bell"},
                             {"Audio/Video", "Music"},
                             {"HeadsetBT", "BT Headset"},
@@ -11,7 +11,7 @@ ControlFixture::ControlFixture() {
 
 Words ControlFixture::commandLine(const Words& arguments) const {
     Words words = {TARNWICKCTL, "--preferences", files_.folder().string(), "--server",
-                   server_.address()};
+                   server_->address()};
     words.insert(words.end(), arguments.begin(), arguments.end());
     return words;
 }
@@ -24,7 +24,7 @@ std::string ControlFixture::outputOf(const Words& arguments) const {
 }
 
 void ControlFixture::setSinkVolume(int percent) const {
-    server_.pactl({"set-sink-volume", "spk", std::to_string(percent) + "%"});
+    server_->pactl({"set-sink-volume", "spk", std::to_string(percent) + "%"});
 }
 
 }  // namespace test

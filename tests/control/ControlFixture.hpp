@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tests/control/RunningProgram.hpp"
-#include "tests/rigs/PulseAudioServer.hpp"
+#include "tests/rigs/SoundServer.hpp"
 #include "tests/support/MixerFiles.hpp"
 
 #include <gtest/gtest.h>
@@ -23,9 +23,9 @@ class ControlFixture : public testing::Test {
  protected:
     /// With four categories: Ringtone ("Bell"), Audio/Video ("Music"), HeadsetBT ("BT Headset")
     /// and HeadphonesBT ("BT Headphones").
-    ControlFixture();
+    explicit ControlFixture(rigs::ServerKind kind = rigs::ServerKind::PulseAudio);
 
-    void startServer() { server_.startAndWait(); }
+    void startServer() { server_->startAndWait(); }
     /// The program's whole command line.
     Words commandLine(const Words& arguments) const;
     Ended run(const Words& arguments) const { return runToEnd(commandLine(arguments)); }
@@ -35,11 +35,20 @@ class ControlFixture : public testing::Test {
 
     /// By another program; in percent.
     void setSinkVolume(int percent) const;
-    double sinkFraction() const { return server_.sinkVolumes("spk").at(0) / 65536.0; }
+    double sinkFraction() const { return server_->sinkVolumes("spk").at(0) / 65536.0; }
 
     MixerFiles files_;
     rigs::ServerFolder folder_;
-    rigs::PulseAudioServer server_{folder_};
+    std::unique_ptr<rigs::SoundServer> server_;
 };
+
+/// The same on each of the servers.
+class ControlOnEachServer : public ControlFixture,
+                            public testing::WithParamInterface<rigs::ServerKind> {
+ protected:
+    ControlOnEachServer() : ControlFixture(GetParam()) {}
+};
+inline const auto eachServer =
+    testing::Values(rigs::ServerKind::PulseAudio, rigs::ServerKind::PipeWire);
 
 }  // namespace test

@@ -22,7 +22,7 @@ TEST_F(ControlGet, OfAnAmplifiedOutputIsAllOfTheScale) {
 
 TEST_F(ControlGet, OfAMutedOutputIsNothing) {
     setSinkVolume(40);
-    server_.pactl({"set-sink-mute", "spk", "1"});
+    server_->pactl({"set-sink-mute", "spk", "1"});
     EXPECT_EQ(outputOf({"get", "Audio/Video"}), "0%\n");
 }
 

@@ -3,7 +3,7 @@
 namespace test {
 namespace {
 
-class ControlSet : public ControlFixture {
+class ControlSet : public ControlOnEachServer {
  protected:
     void SetUp() override {
         startServer();
@@ -16,59 +16,68 @@ class ControlSet : public ControlFixture {
     }
 };
 
-TEST_F(ControlSet, IsThereWhenTheProgramHasEnded) {
+TEST_P(ControlSet, IsThereWhenTheProgramHasEnded) {
     EXPECT_NEAR(setTo("40%"), 0.4, volumeStep);
     EXPECT_NEAR(setTo("0.376"), 0.376, volumeStep);
     EXPECT_NEAR(setTo("0%"), 0, volumeStep);
     EXPECT_NEAR(setTo("100%"), 1, volumeStep);
 }
 
-TEST_F(ControlSet, StepsFromWhereTheVolumeStands) {
+TEST_P(ControlSet, StepsFromWhereTheVolumeStands) {
     EXPECT_NEAR(setTo("+5%"), 0.55, volumeStep);
     EXPECT_NEAR(setTo("-5%"), 0.50, 2 * volumeStep);
     EXPECT_NEAR(setTo("-0.25"), 0.25, 2 * volumeStep);
 }
 
-TEST_F(ControlSet, StaysOnTheScale) {
+TEST_P(ControlSet, StaysOnTheScale) {
     EXPECT_NEAR(setTo("140%"), 1, volumeStep);
     EXPECT_NEAR(setTo("+5%"), 1, volumeStep);
     EXPECT_NEAR(setTo("-300%"), 0, volumeStep);
     EXPECT_NEAR(setTo("-5%"), 0, volumeStep);
 }
 
-TEST_F(ControlSet, AStepUpFromAnAmplifiedVolumeLeavesIt) {
+TEST_P(ControlSet, AStepUpFromAnAmplifiedVolumeLeavesIt) {
     setSinkVolume(150);
     EXPECT_NEAR(setTo("+5%"), 1.5, volumeStep);
     EXPECT_NEAR(setTo("-5%"), 0.95, volumeStep);
 }
 
-TEST_F(ControlSet, UnmutesUnlessItIsAStepDown) {
-    const auto isMuted = [this] { return server_.pactl({"get-sink-mute", "spk"}); };
-    server_.pactl({"set-sink-mute", "spk", "1"});
+TEST_P(ControlSet, UnmutesUnlessItIsAStepDown) {
+    const auto isMuted = [this] { return server_->pactl({"get-sink-mute", "spk"}); };
+    server_->pactl({"set-sink-mute", "spk", "1"});
     EXPECT_NEAR(setTo("-5%"), 0.5, volumeStep);
     EXPECT_EQ(isMuted(), "Mute: yes\n");
     EXPECT_NEAR(setTo("+5%"), 0.05, volumeStep);
     EXPECT_EQ(isMuted(), "Mute: no\n");
 }
 
-TEST_F(ControlSet, ReachesTheEntryOfEventSounds) {
+TEST_P(ControlSet, ReachesTheEntryOfEventSounds) {
     EXPECT_EQ(outputOf({"set", "Bell", "30%"}), "");
     EXPECT_EQ(outputOf({"get", "Ringtone"}), "30%\n");
 }
 
-TEST_F(ControlSet, ManyInARowAreAllThere) {
+// PipeWire forgets a remembered volume whose connection ends right behind it.
+TEST_P(ControlSet, EventSoundsKeepWhatEachRunHasSet) {
+    for (int percent = 1; percent <= 10; ++percent) {
+        const std::string volume = std::to_string(percent * 9) + "%";
+        ASSERT_EQ(outputOf({"set", "Ringtone", volume}), "");
+        ASSERT_EQ(outputOf({"get", "Ringtone"}), volume + "\n");
+    }
+}
+
+TEST_P(ControlSet, ManyInARowAreAllThere) {
     for (int percent = 1; percent <= 20; ++percent)
         ASSERT_NEAR(setTo(std::to_string(percent) + "%"), percent / 100.0, volumeStep);
 }
 
-TEST_F(ControlSet, OfWhatIsNotThereFails) {
+TEST_P(ControlSet, OfWhatIsNotThereFails) {
     const Ended ended = run({"set", "HeadsetBT", "40%"});
     EXPECT_EQ(ended.status, 1);
     EXPECT_NE(ended.complaints.find("'HeadsetBT'"), std::string::npos) << ended.complaints;
     EXPECT_NEAR(sinkFraction(), 0.5, volumeStep);
 }
 
-TEST_F(ControlSet, OfNoVolumeIsAMisuseAndChangesNothing) {
+TEST_P(ControlSet, OfNoVolumeIsAMisuseAndChangesNothing) {
     for (const char* volume : {"40", "1", "loud", "", "40%%", "5%-"}) {
         const Ended ended = run({"set", "Audio/Video", volume});
         EXPECT_EQ(ended.status, 2) << volume;
@@ -76,6 +85,8 @@ TEST_F(ControlSet, OfNoVolumeIsAMisuseAndChangesNothing) {
     }
     EXPECT_NEAR(sinkFraction(), 0.5, volumeStep);
 }
+
+INSTANTIATE_TEST_SUITE_P(On, ControlSet, eachServer, testing::PrintToStringParamName());
 
 }  // namespace
 }  // namespace test

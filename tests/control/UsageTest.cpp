@@ -54,7 +54,7 @@ TEST_F(ControlWithoutAServer, EveryCommandEndsWithOneAndSaysSo) {
         EXPECT_EQ(ended.status, 1) << command[0];
         EXPECT_EQ(ended.output, "") << command[0];
         EXPECT_EQ(ended.complaints,
-                  "tarnwickctl: no sound server answers at " + server_.address() + "\n");
+                  "tarnwickctl: no sound server answers at " + server_->address() + "\n");
     }
 }
 
@@ -75,9 +75,9 @@ TEST_F(ControlWithoutAServer, AServerThatComesInTimeIsFound) {
 
 TEST_F(ControlWithoutAServer, AServerThatHangsIsNone) {
     startServer();
-    server_.suspend();
+    server_->suspend();
     const Ended ended = run({"--timeout", "0.2", "list"});
-    server_.resume();
+    server_->resume();
     EXPECT_EQ(ended.status, 1);
     EXPECT_TRUE(contains(ended.complaints, "no sound server answers")) << ended.complaints;
 }
@@ -85,7 +85,7 @@ TEST_F(ControlWithoutAServer, AServerThatHangsIsNone) {
 TEST_F(ControlUsage, TheServerIsWhereTheEnvironmentSaysWithoutAnOption) {
     startServer();
     const Words words = {TARNWICKCTL, "--preferences", files_.folder().string(), "list"};
-    EXPECT_EQ(runToEnd(words, {{"PULSE_SERVER", server_.address()}}).status, 0);
+    EXPECT_EQ(runToEnd(words, {{"PULSE_SERVER", server_->address()}}).status, 0);
     const Ended elsewhere =
         runToEnd({TARNWICKCTL, "--timeout", "0.05", "list"}, {{"PULSE_SERVER", "unix:/nowhere"}});
     EXPECT_EQ(elsewhere.status, 1);

@@ -5,7 +5,7 @@
 namespace test {
 namespace {
 
-class ControlWatch : public ControlFixture {
+class ControlWatch : public ControlOnEachServer {
  protected:
     void SetUp() override {
         startServer();
@@ -38,7 +38,7 @@ class ControlWatch : public ControlFixture {
     }
 };
 
-TEST_F(ControlWatch, PrintsALineForEachChange) {
+TEST_P(ControlWatch, PrintsALineForEachChange) {
     const auto program = watching();
     setSinkVolume(30);
     EXPECT_EQ(program->nextLine(), "Audio/Video\tMusic (Speaker)\t30%\tSpeaker\tyes");
@@ -46,22 +46,22 @@ TEST_F(ControlWatch, PrintsALineForEachChange) {
     EXPECT_EQ(program->nextLine(), "Audio/Video\tMusic (Speaker)\t31%\tSpeaker\tyes");
 }
 
-TEST_F(ControlWatch, PrintsNothingForWhatStaysTheSame) {
+TEST_P(ControlWatch, PrintsNothingForWhatStaysTheSame) {
     const auto program = watching();
     setSinkVolume(50);
     setSinkVolume(20);
     EXPECT_EQ(program->nextLine(), "Audio/Video\tMusic (Speaker)\t20%\tSpeaker\tyes");
 }
 
-TEST_F(ControlWatch, TellsAnotherOutputInALineToo) {
+TEST_P(ControlWatch, TellsAnotherOutputInALineToo) {
     const auto program = watching();
-    server_.pactl({"set-sink-volume", "hp", "50%"});
-    server_.pactl({"set-default-sink", "hp"});
+    server_->pactl({"set-sink-volume", "hp", "50%"});
+    server_->pactl({"set-default-sink", "hp"});
     while (const auto line = program->nextLine())
         if (*line == "Audio/Video\tMusic (Headphones)\t50%\tHeadphones\tyes") break;
 }
 
-TEST_F(ControlWatch, IsAnObjectALineAsJson) {
+TEST_P(ControlWatch, IsAnObjectALineAsJson) {
     const auto program = watching({"--json"});
     setSinkVolume(30);
     const Json change = Json::parse(program->nextLine().value_or(""));
@@ -70,22 +70,22 @@ TEST_F(ControlWatch, IsAnObjectALineAsJson) {
     EXPECT_EQ(change.at("readable"), true);
 }
 
-TEST_F(ControlWatch, HasAHeadingOnATerminal) {
+TEST_P(ControlWatch, HasAHeadingOnATerminal) {
     RunningProgram program(commandLine({"watch"}), RunningProgram::Output::Terminal);
     EXPECT_EQ(program.nextLine(), "CATEGORY      CAPTION          VOLUME   ROUTE    READABLE");
 }
 
-TEST_F(ControlWatch, TellsThatTheServerIsGoneAndThatItIsBack) {
+TEST_P(ControlWatch, TellsThatTheServerIsGoneAndThatItIsBack) {
     const auto program = watching();
-    server_.stop(SIGKILL);
+    server_->stop(SIGKILL);
     EXPECT_EQ(program->nextLine(), "Ringtone\tBell\tunknown\tSpeaker\tno");
     EXPECT_EQ(program->nextLine(), "Audio/Video\tMusic (Speaker)\tunknown\tSpeaker\tno");
-    server_.startAndWait();
+    server_->startAndWait();
     EXPECT_EQ(program->nextLine(), "Ringtone\tBell\t100%\tSpeaker\tyes");
     EXPECT_EQ(program->nextLine(), "Audio/Video\tMusic (Speaker)\t100%\tSpeaker\tyes");
 }
 
-TEST_F(ControlWatch, EndsCleanlyWhenItIsInterruptedOrTold) {
+TEST_P(ControlWatch, EndsCleanlyWhenItIsInterruptedOrTold) {
     for (const int signal : {SIGINT, SIGTERM}) {
         const auto program = watching();
         program->signal(signal);
@@ -95,18 +95,20 @@ TEST_F(ControlWatch, EndsCleanlyWhenItIsInterruptedOrTold) {
     }
 }
 
-TEST_F(ControlWatch, EndsCleanlyWhenNobodyReadsAnyMoreWithoutAChange) {
+TEST_P(ControlWatch, EndsCleanlyWhenNobodyReadsAnyMoreWithoutAChange) {
     const auto program = watching();
     program->closeOutput();
     EXPECT_EQ(program->finish(), 0);
     EXPECT_EQ(program->complaints(), "");
 }
 
-TEST_F(ControlWatch, EndsWithItsTerminal) {
+TEST_P(ControlWatch, EndsWithItsTerminal) {
     const auto program = watching({}, RunningProgram::Output::Terminal);
     program->closeOutput();
     EXPECT_EQ(program->finish(), 0);
 }
+
+INSTANTIATE_TEST_SUITE_P(On, ControlWatch, eachServer, testing::PrintToStringParamName());
 
 }  // namespace
 }  // namespace test
