@@ -185,7 +185,7 @@ class Transport(Published):
         super().__init__(bluez, path, {TRANSPORT: {
             "Device": dbus.ObjectPath(HEADSET), "UUID": SOURCE, "Codec": dbus.Byte(SBC),
             "Configuration": configuration, "State": "idle", "Delay": dbus.UInt16(1500),
-            "Volume": dbus.UInt16(64), "Endpoint": dbus.ObjectPath(HEADSET + "/sep1")}})
+            "Volume": dbus.UInt16(40), "Endpoint": dbus.ObjectPath(HEADSET + "/sep1")}})
 
     def withdraw(self):
         self.close()

@@ -1,0 +1,152 @@
+#include "tests/pulse/LiveMixer.hpp"
+#include "tests/pulse/ServiceFixture.hpp"
+#include "tests/rigs/FakeHeadset.hpp"
+
+#include <cmath>
+
+// A Bluetooth headset: one category while it plays music, another while it takes a call.
+
+using rigs::FakeHeadset;
+using Profile = FakeHeadset::Profile;
+
+class PulseBluetooth : public OnBothServers {
+ protected:
+    PulseBluetooth() : headset_(*server_) { server_->startAndWait(); }
+    void connectAndShow() {
+        headset_.connect();
+        startControllerAndWait();
+    }
+    /// Sets the volume of whatever device there is for it, and hands the number on.
+    int heardAt(const std::string& volume, int heard) {
+        if (const std::string sink = headset_.sinkName(); !sink.empty())
+            server_->pactl({"set-sink-volume", sink, volume});
+        return heard;
+    }
+    bool waitUntilUnreadable(const std::string& category) {
+        return waitUntil([&] { return volumeOf(category) == unreadable; });
+    }
+    bool waitUntilReadable(const std::string& category) {
+        return waitUntil([&] { return volumeOf(category) != unreadable; });
+    }
+
+    FakeHeadset headset_;
+};
+INSTANTIATE_TEST_SUITE_P(On, PulseBluetooth, bothServers, serverName);
+
+TEST_P(PulseBluetooth, IsWhatTheRigTakesItFor) {
+    EXPECT_EQ(headset_.sinkName(), "");
+    headset_.connect();
+    EXPECT_NE(headset_.sinkName(), "");
+    // A server may tell the headset of volumes only while something plays.
+    rigs::OtherProgram program(server_->address());
+    const auto music = program.play({.role = "music", .sink = headset_.sinkName()});
+    // Of 127 and of 15 steps, which the servers round differently.
+    EXPECT_TRUE(waitUntil([&] { return std::abs(heardAt("75%", headset_.itsVolume()) - 95) <= 1; }))
+        << headset_.itsVolume();
+    headset_.choose(Profile::HandsFree);
+    EXPECT_TRUE(waitUntil([&] { return std::abs(heardAt("80%", headset_.itsGain()) - 12) <= 1; }))
+        << headset_.itsGain();
+    headset_.disconnect();
+    EXPECT_EQ(headset_.sinkName(), "");
+}
+
+TEST_P(PulseBluetooth, CannotBeReadUntilItConnects) {
+    startControllerAndWait();
+    EXPECT_EQ(volumeOf("HeadphonesBT"), unreadable);
+    EXPECT_EQ(volumeOf("HeadsetBT"), unreadable);
+    headset_.connect();
+    EXPECT_TRUE(waitUntilReadable("HeadphonesBT"));
+    EXPECT_EQ(volumeOf("HeadsetBT"), unreadable);
+    headset_.disconnect();
+    EXPECT_TRUE(waitUntilUnreadable("HeadphonesBT"));
+}
+
+TEST_P(PulseBluetooth, ChangesItsCategoryWithItsProfileAndBack) {
+    connectAndShow();
+    ASSERT_TRUE(waitUntilReadable("HeadphonesBT"));
+    for (int i = 0; i < 2; ++i) {
+        headset_.choose(Profile::HandsFree);
+        EXPECT_TRUE(waitUntilReadable("HeadsetBT"));
+        EXPECT_TRUE(waitUntilUnreadable("HeadphonesBT"));
+        headset_.choose(Profile::Music);
+        EXPECT_TRUE(waitUntilReadable("HeadphonesBT"));
+        EXPECT_TRUE(waitUntilUnreadable("HeadsetBT"));
+    }
+}
+
+TEST_P(PulseBluetooth, IsMovedToTheVolumeThatTheHeadsetItselfHears) {
+    connectAndShow();
+    ASSERT_TRUE(waitUntilReadable("HeadphonesBT"));
+    rigs::OtherProgram program(server_->address());
+    const auto music = program.play({.role = "music", .sink = headset_.sinkName()});
+    ASSERT_TRUE(controller_->setVolumeTo(0.5F, "HeadphonesBT"));
+    EXPECT_TRUE(waitUntil([&] { return std::abs(headset_.itsVolume() - 64) <= 1; }))
+        << headset_.itsVolume();
+    EXPECT_TRUE(waitForSink(headset_.sinkName(), {32768, 32768}));
+}
+
+TEST_P(PulseBluetooth, FollowsTheButtonsOnTheHeadset) {
+    connectAndShow();
+    ASSERT_TRUE(waitUntilReadable("HeadphonesBT"));
+    // The scale has 128 steps.
+    for (const int volume : {32, 127, 0, 64}) {
+        headset_.setItsVolume(volume);
+        EXPECT_TRUE(waitUntil([&] {
+            return std::abs(volumeOf("HeadphonesBT") - static_cast<float>(volume) / 127) < 0.01F;
+        })) << volume
+            << ": " << volumeOf("HeadphonesBT");
+    }
+}
+
+TEST_P(PulseBluetooth, FollowsAndMovesTheGainOfCalls) {
+    connectAndShow();
+    headset_.choose(Profile::HandsFree);
+    ASSERT_TRUE(waitUntilReadable("HeadsetBT"));
+    for (const int gain : {3, 15, 9}) {
+        headset_.setItsGain(gain);
+        EXPECT_TRUE(waitUntil([&] {
+            return std::abs(volumeOf("HeadsetBT") - static_cast<float>(gain) / 15) < 0.04F;
+        })) << gain
+            << ": " << volumeOf("HeadsetBT");
+    }
+    ASSERT_TRUE(controller_->setVolumeTo(1, "HeadsetBT"));
+    EXPECT_TRUE(waitUntil([&] { return headset_.itsGain() == 15; })) << headset_.itsGain();
+}
+
+TEST_P(PulseBluetooth, NamesTheRouteByItsProfile) {
+    connectAndShow();
+    server_->pactl({"set-default-sink", headset_.sinkName()});
+    EXPECT_TRUE(waitForRoute("Audio/Video", "HeadphonesBT")) << routeOf("Audio/Video");
+    headset_.choose(Profile::HandsFree);
+    ASSERT_TRUE(waitUntilReadable("HeadsetBT"));
+    server_->pactl({"set-default-sink", headset_.sinkName()});
+    EXPECT_TRUE(waitForRoute("Audio/Video", "HeadsetBT")) << routeOf("Audio/Video");
+    headset_.disconnect();
+    EXPECT_TRUE(waitUntil([&] { return !routeOf("Audio/Video").ends_with("BT"); }));
+}
+
+TEST_P(PulseBluetooth, MovesWithMediaWhileItIsTheDefaultDevice) {
+    connectAndShow();
+    server_->pactl({"set-default-sink", headset_.sinkName()});
+    ASSERT_TRUE(waitForRoute("Audio/Video", "HeadphonesBT"));
+    ASSERT_TRUE(controller_->setVolumeTo(0.25F, "Audio/Video"));
+    EXPECT_TRUE(waitForVolume("HeadphonesBT", 0.25F));
+    ASSERT_TRUE(controller_->setVolumeTo(0.75F, "HeadphonesBT"));
+    EXPECT_TRUE(waitForVolume("Audio/Video", 0.75F));
+}
+
+TEST_P(PulseBluetooth, FillsAndEmptiesItsRowsAtOnce) {
+    startControllerAndWait();
+    LiveMixer mixer(controller_, {"HeadphonesBT", "HeadsetBT"});
+    controller_->setAvailabilityHandler([&] { mixer.updateValues(); });
+    EXPECT_EQ(mixer.caption(0), "HeadphonesBT: unknown");
+    headset_.connect();
+    ASSERT_TRUE(waitUntilReadable("HeadphonesBT"));
+    ASSERT_TRUE(controller_->setVolumeTo(0.5F, "HeadphonesBT"));
+    EXPECT_TRUE(waitUntil([&] { return mixer.caption(0) == "HeadphonesBT: 50%"; }))
+        << mixer.caption(0);
+    EXPECT_EQ(mixer.caption(1), "HeadsetBT: unknown");
+    headset_.disconnect();
+    EXPECT_TRUE(waitUntil([&] { return mixer.caption(0) == "HeadphonesBT: unknown"; }))
+        << mixer.caption(0);
+}
