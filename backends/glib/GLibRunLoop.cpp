@@ -1,9 +1,11 @@
 #include "backends/glib/GLibRunLoop.hpp"
 
+#include "platform/foundation/NSLog.hpp"
 #include "platform/foundation/NSRunLoop.hpp"
 
 #include <algorithm>
 #include <cmath>
+#include <exception>
 
 namespace {
 
@@ -19,8 +21,14 @@ gint64 readyTime() {
     return g_get_monotonic_time() + static_cast<gint64>(std::clamp(microseconds, 0.0, farthest));
 }
 
+/// No exception may pass through the library. The widget lets one out, for a list that lacks a
+/// bound row's partner: that change is not shown, and everything else goes on.
 gboolean runDue(GSource* source, GSourceFunc /*callback*/, gpointer /*data*/) {
-    NSRunLoop::mainRunLoop().runDue();
+    try {
+        NSRunLoop::mainRunLoop().runDue();
+    } catch (const std::exception& error) {
+        NSLog(std::string("a call from the main loop failed: ") + error.what());
+    }
     g_source_set_ready_time(source, readyTime());
     return G_SOURCE_CONTINUE;
 }

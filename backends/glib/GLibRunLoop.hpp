@@ -5,7 +5,8 @@
 #include <memory>
 
 /// Drives the platform's main loop from a GLib main context: what the platform wants done later
-/// wakes the context in time, and nothing wakes it otherwise. One for the program, on the main
+/// wakes the context in time, and nothing wakes it otherwise. What throws is logged, and the rest
+/// goes on. One for the program, on the main
 /// thread, for as long as its loop runs.
 class GLibRunLoop {
  public:

@@ -162,6 +162,20 @@ TEST_F(DesktopWindowTest, ClickOnAnEmptyPartDoesNothing) {
     EXPECT_TRUE(window->isShown());
 }
 
+TEST_F(DesktopWindowTest, GoesOnWhereABoundRowsPartnerIsNotInTheList) {
+    files.writeSettings("<key>bindRingerAndAV</key><true/>");
+    files.writeCategories({{"Audio/Video", "Media"}});
+    open();
+    device->changeVolume("Audio/Video", 0.9F);
+    settle();
+    EXPECT_TRUE(window->isShown());
+    user->moveTo(thumbOnScreen(0).x, thumbOnScreen(0).y);
+    user->scrollUp();
+    EXPECT_TRUE(waitUntil([this] { return volume("Audio/Video") != 0.9F; }));
+    settle();
+    EXPECT_TRUE(window->isShown());
+}
+
 TEST_F(DesktopWindowTest, NothingWakesItWhenNothingHappens) {
     open();
     settle();

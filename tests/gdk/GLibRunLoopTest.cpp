@@ -1,8 +1,10 @@
 #include "backends/glib/GLibRunLoop.hpp"
+#include "platform/foundation/NSLog.hpp"
 #include "platform/foundation/NSRunLoop.hpp"
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <vector>
 
 namespace {
@@ -50,6 +52,21 @@ TEST_F(GLibRunLoopTest, CallsWhatIsDueAtOnce) {
     EXPECT_EQ(calls, std::vector<int>{});
     EXPECT_TRUE(turn());
     EXPECT_EQ(calls, std::vector<int>{1});
+    EXPECT_EQ(sleepTime(), -1);
+}
+
+TEST_F(GLibRunLoopTest, LogsACallThatThrowsAndGoesOnWithTheNext) {
+    std::vector<std::string> lines;
+    setLogSink([&lines](const std::string& line) { lines.push_back(line); });
+    const GLibRunLoop runLoop(context.get());
+    loop().performAfterDelay(0, [] { throw std::out_of_range("no such row"); });
+    loop().performAfterDelay(0, [this] { calls.push_back(1); });
+    EXPECT_TRUE(turn());
+    EXPECT_TRUE(turn());
+    setLogSink({});
+    EXPECT_EQ(calls, std::vector<int>{1});
+    ASSERT_EQ(lines.size(), 1U);
+    EXPECT_TRUE(lines[0].ends_with("no such row")) << lines[0];
     EXPECT_EQ(sleepTime(), -1);
 }
 
