@@ -1,0 +1,66 @@
+#include "platform/celestial/SimulatedAudioDevice.hpp"
+#include "platform/foundation/MachineModel.hpp"
+#include "platform/foundation/NSLog.hpp"
+#include "platform/foundation/PreferencesDirectory.hpp"
+#include "platform/uikit/UILabel.hpp"
+#include "shells/common/Backends.hpp"
+#include "shells/common/WidgetBundle.hpp"
+#include "shells/desktop/PanelPicture.hpp"
+#include "tests/support/Golden.hpp"
+#include "tests/support/MixerFiles.hpp"
+#include "tests/support/Paper.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+namespace {
+
+/// What the desktop program shows around the widget.
+class GoldenPanel : public testing::Test {
+ protected:
+    GoldenPanel() {
+        shell::installBackends();
+        setLogSink([](const std::string&) {});
+        UILabel::setDefaultTextColor(UIColor::whiteColor());
+        setMachineModel("iPhone6,1");
+        AVSystemController::setSharedAVSystemController(std::make_shared<SimulatedAudioDevice>());
+    }
+    ~GoldenPanel() override {
+        AVSystemController::setSharedAVSystemController(nullptr);
+        setPreferencesDirectory("");
+        setLogSink({});
+    }
+    void expectGolden(const std::string& name) {
+        auto created = shell::createController(TARNWICK_BUNDLE_DIR);
+        ASSERT_TRUE(created.controller) << created.error;
+        constexpr CGFloat parentWidth = 320;  // points
+        HostedWidget widget(std::move(created.controller), parentWidth);
+        const std::string path = pictures.path("panel.png");
+        ASSERT_TRUE(paintPanelPicture(widget, path));
+        EXPECT_TRUE(fileMatchesGolden(path, name));
+    }
+
+    TemporaryFolder pictures;
+    test::MixerFiles files;
+};
+
+TEST_F(GoldenPanel, HasTheRowsOnItAndAShadowAround) {
+    setPreferencesDirectory(files.folder().string());
+    files.writeCategories({{"Ringtone", "Ringtone"}, {"Audio/Video", "Media"}});
+    expectGolden("panel@2x");
+}
+
+TEST_F(GoldenPanel, TellsThatThereAreNoRows) {
+    // In a home of its own, so that the picture names the same folder everywhere.
+    setenv("HOME", files.folder().c_str(), 1);
+    const std::filesystem::path folder = files.folder() / ".config/tarnwick";
+    std::filesystem::create_directories(folder);
+    files.writeCategories({});
+    std::filesystem::rename(files.categoryFile(), folder / files.categoryFile().filename());
+    setPreferencesDirectory(folder.string());
+    expectGolden("panel-empty@2x");
+}
+
+}  // namespace
