@@ -2,6 +2,8 @@
 
 #include "platform/uikit/UIWindow.hpp"
 
+#include <gdk/gdk.h>
+
 #include <functional>
 #include <memory>
 #include <string>
@@ -25,6 +27,9 @@ class AccessibilityBridge {
     virtual void contentMayHaveChanged() = 0;
     /// The window has got or lost the keyboard.
     virtual void activityChanged(WindowActivity activity) = 0;
+    /// Tells a key of the window that goes down or up. True when it is a command to the assistive
+    /// technology, and so none to the window; it is asked, and waited for.
+    virtual bool takesKey(const GdkEventKey& event) = 0;
 };
 
 /// What the module exports, by this name. The caller owns the result, and the module stays loaded

@@ -23,6 +23,7 @@ class AccessibilityLoader {
     /// These are passed on when there is somebody to tell.
     void contentMayHaveChanged();
     void activityChanged(WindowActivity activity);
+    bool takesKey(const GdkEventKey& event) { return bridge_ && bridge_->takesKey(event); }
 
  private:
     struct Unref {

@@ -39,7 +39,7 @@ GdkWindow* DesktopWindow::newWindow(GdkDisplay* display, HostedWidget& widget) {
     std::string application = applicationId;
     GdkWindowAttr attributes = {};
     attributes.title = name.data();
-    attributes.event_mask = GdkViewHost::eventMask | GDK_FOCUS_CHANGE_MASK;
+    attributes.event_mask = GdkViewHost::eventMask | GDK_FOCUS_CHANGE_MASK | GDK_KEY_RELEASE_MASK;
     const CGSize size =
         panelLayout(panelContent(widget).size, availableSize(display, nullptr), edgeOn(screen))
             .window;
@@ -131,6 +131,7 @@ void DesktopWindow::handleEvent(const GdkEvent& event) {
             close();
             return;
         case GDK_KEY_PRESS:
+        case GDK_KEY_RELEASE:
             if (handleKey(event.key)) return;
             break;
         case GDK_FOCUS_CHANGE:
@@ -195,7 +196,8 @@ void DesktopWindow::screenChanged() {
 }
 
 bool DesktopWindow::handleKey(const GdkEventKey& event) {
-    if (event.keyval != GDK_KEY_Escape) return false;
+    if (accessibility_ && accessibility_->takesKey(event)) return true;
+    if (event.type != GDK_KEY_PRESS || event.keyval != GDK_KEY_Escape) return false;
     close();
     return true;
 }

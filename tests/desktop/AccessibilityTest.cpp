@@ -1,5 +1,8 @@
 #include "tests/desktop/AtSpiClient.hpp"
 #include "tests/desktop/DesktopFixture.hpp"
+#include "tests/desktop/KeyTaker.hpp"
+
+#include <X11/keysym.h>
 
 #include <fstream>
 #include <iterator>
@@ -115,6 +118,75 @@ TEST_F(AccessibilityTest, GivesTheFocusWhereItIsAsked) {
     EXPECT_TRUE(reader.grabFocus(shown[3]));
     EXPECT_TRUE(slider(3)->isFocused());
     EXPECT_FALSE(reader.grabFocus(reader.children(frame())[0])) << "a label";
+}
+
+TEST_F(AccessibilityTest, TellsEverySlidersRangeStepStatesAndPlace) {
+    reader.setEnabled(true);
+    openWindow();
+    const auto shown = sliders();
+    ASSERT_EQ(shown.size(), 5U);
+    for (std::size_t row = 0; row < shown.size(); ++row) {
+        EXPECT_EQ(reader.leastValue(shown[row]), 0);
+        EXPECT_EQ(reader.greatestValue(shown[row]), 100);
+        EXPECT_EQ(reader.increment(shown[row]), 1);
+        for (const unsigned state :
+             {AtSpiClient::stateEnabled, AtSpiClient::stateFocusable, AtSpiClient::stateShowing})
+            EXPECT_TRUE(reader.hasState(shown[row], state)) << state;
+        const auto view = slider(row);
+        EXPECT_EQ(reader.extents(shown[row]), view->convertRectToView(view->bounds(), nullptr));
+    }
+}
+
+TEST_F(AccessibilityTest, DisabledSliderSaysSoAndCannotBeSet) {
+    reader.setEnabled(true);
+    openWindow();
+    slider(0)->setEnabled(false);
+    settle();
+    const auto shown = sliders();
+    ASSERT_EQ(shown.size(), 5U);
+    EXPECT_FALSE(reader.hasState(shown[0], AtSpiClient::stateEnabled));
+    EXPECT_FALSE(reader.hasState(shown[0], AtSpiClient::stateFocusable));
+    reader.setValue(shown[0], 90);
+    EXPECT_FALSE(reader.grabFocus(shown[0]));
+    settle();
+    EXPECT_NEAR(volume("Ringtone"), 0.5, 0.0001);
+}
+
+TEST_F(AccessibilityTest, TabMovesTheFocusThatIsTold) {
+    reader.setEnabled(true);
+    openWindow();
+    const auto shown = sliders();
+    ASSERT_EQ(shown.size(), 5U);
+    user->moveTo(windowOrigin().x + 5, windowOrigin().y + 100);
+    user->typeKey(XK_Tab);
+    ASSERT_TRUE(waitUntil([this] { return slider(0)->isFocused(); }));
+    EXPECT_TRUE(reader.hasState(shown[0], AtSpiClient::stateFocused));
+    EXPECT_FALSE(reader.hasState(shown[1], AtSpiClient::stateFocused));
+    user->typeKey(XK_Tab);
+    ASSERT_TRUE(waitUntil([this] { return slider(1)->isFocused(); }));
+    EXPECT_FALSE(reader.hasState(shown[0], AtSpiClient::stateFocused));
+    EXPECT_TRUE(reader.hasState(shown[1], AtSpiClient::stateFocused));
+}
+
+TEST_F(AccessibilityTest, KeysOfTheReaderAreNoneOfTheWindow) {
+    reader.setEnabled(true);
+    openWindow();
+    ASSERT_EQ(sliders().size(), 5U);
+    const KeyTaker taker(reader.busAddress(), "Escape");
+    ASSERT_TRUE(waitUntil([&] {
+        reader.setEnabled(true);  // A question to the bus, so that time passes.
+        return taker.isListening();
+    }));
+    user->moveTo(windowOrigin().x + 5, windowOrigin().y + 100);
+    user->typeKey(XK_Tab);
+    ASSERT_TRUE(waitUntil([this] { return slider(0)->isFocused(); }));
+    EXPECT_GE(taker.heard(), 1);
+    EXPECT_EQ(taker.taken(), 0);
+    user->typeKey(XK_Escape);
+    user->typeKey(XK_Right);
+    expectVolume("Ringtone", 0.51);
+    EXPECT_EQ(taker.taken(), 1);
+    EXPECT_TRUE(window->isShown()) << "Escape was the reader's";
 }
 
 TEST_F(AccessibilityTest, ComesWhenItIsSwitchedOnLater) {

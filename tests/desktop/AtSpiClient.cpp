@@ -61,14 +61,19 @@ GDBusConnection* AtSpiClient::session() {
     return session_.get();
 }
 
-GDBusConnection* AtSpiClient::bus() {
-    if (bus_) return bus_.get();
+std::string AtSpiClient::busAddress() {
     const Variant reply = call(session(), switches, "org.a11y.Bus", "GetAddress", nullptr);
     const char* address = nullptr;
     g_variant_get(reply.get(), "(&s)", &address);
+    return address;
+}
+
+GDBusConnection* AtSpiClient::bus() {
+    if (bus_) return bus_.get();
+    const std::string address = busAddress();
     Answer answer;
     g_dbus_connection_new_for_address(
-        address,
+        address.c_str(),
         static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
                                           G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
         nullptr, nullptr, keepAnswer, &answer);
@@ -147,6 +152,34 @@ double AtSpiClient::value(const Object& slider) {
 
 double AtSpiClient::greatestValue(const Object& slider) {
     return g_variant_get_double(property(slider, valueInterface, "MaximumValue").get());
+}
+
+double AtSpiClient::leastValue(const Object& slider) {
+    return g_variant_get_double(property(slider, valueInterface, "MinimumValue").get());
+}
+
+double AtSpiClient::increment(const Object& slider) {
+    return g_variant_get_double(property(slider, valueInterface, "MinimumIncrement").get());
+}
+
+bool AtSpiClient::hasState(const Object& object, unsigned state) {
+    const Variant reply = call(bus(), object, accessible, "GetState", nullptr);
+    const std::unique_ptr<GVariant, Unref> words(g_variant_get_child_value(reply.get(), 0));
+    guint32 word = 0;
+    g_variant_get_child(words.get(), state / 32, "u", &word);
+    return (word >> (state % 32) & 1U) != 0;
+}
+
+CGRect AtSpiClient::extents(const Object& object) {
+    constexpr guint32 inWindow = 1;
+    const Variant reply = call(bus(), object, "org.a11y.atspi.Component", "GetExtents",
+                               g_variant_new("(u)", inWindow));
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+    g_variant_get(reply.get(), "((iiii))", &x, &y, &width, &height);
+    return CGRectMake(x, y, width, height);
 }
 
 void AtSpiClient::setValue(const Object& slider, double value) {

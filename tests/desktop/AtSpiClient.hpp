@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/uikit/Geometry.hpp"
+
 #include <gio/gio.h>
 
 #include <memory>
@@ -34,6 +36,8 @@ class AtSpiClient {
     static constexpr unsigned roleLabel = 29;
     static constexpr unsigned roleSlider = 51;
 
+    /// Of the accessibility bus.
+    std::string busAddress();
     /// The session's switch, as a desktop's settings set it.
     void setEnabled(bool enabled);
     /// The program of that name; waits until it comes.
@@ -43,6 +47,16 @@ class AtSpiClient {
     unsigned role(const Object& object);
     double value(const Object& slider);
     double greatestValue(const Object& slider);
+    double leastValue(const Object& slider);
+    double increment(const Object& slider);
+    /// Whether the object has the state, by its number in the protocol.
+    bool hasState(const Object& object, unsigned state);
+    static constexpr unsigned stateEnabled = 8;
+    static constexpr unsigned stateFocusable = 11;
+    static constexpr unsigned stateFocused = 12;
+    static constexpr unsigned stateShowing = 25;
+    /// Left, top, width and height, in the window.
+    CGRect extents(const Object& object);
     void setValue(const Object& slider, double value);
     bool grabFocus(const Object& object);
     /// Counts the changes of that property that are told from now on.

@@ -1,6 +1,7 @@
 #include "backends/gdk/accessibility/Application.hpp"
 
 #include "backends/gdk/accessibility/Element.hpp"
+#include "backends/gdk/accessibility/KeyListeners.hpp"
 
 #include <algorithm>
 #include <vector>
@@ -57,6 +58,7 @@ void answerForToolkit() {
     AtkUtilClass* toolkit = ATK_UTIL_CLASS(g_type_class_ref(ATK_TYPE_UTIL));
     toolkit->get_root = ownRoot;
     toolkit->get_toolkit_name = [] { return "Tarnwick"; };
+    serveKeyListeners(toolkit);
     toolkit->get_toolkit_version = [] { return TARNWICK_VERSION; };
 }
 

@@ -1,5 +1,6 @@
 #include "backends/gdk/accessibility/Application.hpp"
 #include "backends/gdk/accessibility/Frame.hpp"
+#include "backends/gdk/accessibility/KeyListeners.hpp"
 
 #include <atk-bridge.h>
 
@@ -20,6 +21,7 @@ class Bridge : public AccessibilityBridge {
     void activityChanged(WindowActivity activity) override {
         tellFrameActivity(frame_.get(), activity);
     }
+    bool takesKey(const GdkEventKey& event) override { return tellKeyListeners(event); }
 
  private:
     AtkObjectPtr frame_;
