@@ -32,13 +32,13 @@ class GoldenPanel : public testing::Test {
         setPreferencesDirectory("");
         setLogSink({});
     }
-    void expectGolden(const std::string& name) {
+    void expectGolden(const std::string& name, const NSString& notice = std::nullopt) {
         auto created = shell::createController(TARNWICK_BUNDLE_DIR);
         ASSERT_TRUE(created.controller) << created.error;
         constexpr CGFloat parentWidth = 320;  // points
         HostedWidget widget(std::move(created.controller), parentWidth);
         const std::string path = pictures.path("panel.png");
-        ASSERT_TRUE(paintPanelPicture(widget, path));
+        ASSERT_TRUE(paintPanelPicture(widget, notice, path));
         EXPECT_TRUE(fileMatchesGolden(path, name));
     }
 
@@ -50,6 +50,12 @@ TEST_F(GoldenPanel, HasTheRowsOnItAndAShadowAround) {
     setPreferencesDirectory(files.folder().string());
     files.writeCategories({{"Ringtone", "Ringtone"}, {"Audio/Video", "Media"}});
     expectGolden("panel@2x");
+}
+
+TEST_F(GoldenPanel, HasANoticeBelowTheRows) {
+    setPreferencesDirectory(files.folder().string());
+    files.writeCategories({{"Nobody", "Media"}});
+    expectGolden("panel-notice@2x", "No sound server answers");
 }
 
 TEST_F(GoldenPanel, TellsThatThereAreNoRows) {
