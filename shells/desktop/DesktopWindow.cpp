@@ -32,7 +32,7 @@ CGSize availableSize(GdkDisplay* display, GdkWindow* window) {
 }  // namespace
 
 /// In the size that it will be shown in: some displays map a window in the size it began with.
-GdkWindow* DesktopWindow::newWindow(GdkDisplay* display, HostedWidget& widget) {
+GdkWindow* DesktopWindow::newWindow(GdkDisplay* display, const CGSize& size) {
     GdkScreen* screen = gdk_display_get_default_screen(display);
     std::string name = title;
     std::string instance = instanceName;
@@ -40,9 +40,6 @@ GdkWindow* DesktopWindow::newWindow(GdkDisplay* display, HostedWidget& widget) {
     GdkWindowAttr attributes = {};
     attributes.title = name.data();
     attributes.event_mask = GdkViewHost::eventMask | GDK_FOCUS_CHANGE_MASK | GDK_KEY_RELEASE_MASK;
-    const CGSize size =
-        panelLayout(panelContent(widget).size, availableSize(display, nullptr), edgeOn(screen))
-            .window;
     attributes.width = static_cast<int>(size.width);
     attributes.height = static_cast<int>(size.height);
     attributes.wclass = GDK_INPUT_OUTPUT;
@@ -95,7 +92,7 @@ DesktopWindow::~DesktopWindow() {
 void DesktopWindow::makeWindow() {
     host_.reset();
     if (window_) events_.setHandler(window_.get(), {});
-    window_.reset(newWindow(display_, widget_));
+    window_.reset(newWindow(display_, wantedLayout().window));
     host_ = std::make_unique<GdkViewHost>(content_, window_.get());
     events_.setHandler(window_.get(), [this](const GdkEvent& event) { handleEvent(event); });
     if (accessibility_) tellOfFrames();
@@ -212,13 +209,17 @@ void DesktopWindow::showFocus() {
     scroller.scrollToShow(shown.convertRectToView(shown.bounds(), &scroller));
 }
 
-void DesktopWindow::layout() {
+/// Of what there is to show on this screen now.
+PanelLayout DesktopWindow::wantedLayout() {
     edge_ = edgeOn(screen_);
     shown_ = panelContent(widget_);
-    panel_->setWidgetView(shown_.view);
     shown_.size.height += panel_->noticeHeight();
-    const PanelLayout wanted =
-        panelLayout(shown_.size, availableSize(display_, window_.get()), edge_);
+    panel_->setWidgetView(shown_.view);
+    return panelLayout(shown_.size, availableSize(display_, window_.get()), edge_);
+}
+
+void DesktopWindow::layout() {
+    const PanelLayout wanted = wantedLayout();
     const auto width = static_cast<int>(wanted.window.width);
     const auto height = static_cast<int>(wanted.window.height);
     GdkGeometry fixed = {};

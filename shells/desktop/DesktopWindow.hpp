@@ -42,7 +42,7 @@ class DesktopWindow {
         void operator()(GdkWindow* window) const { gdk_window_destroy(window); }
     };
 
-    static GdkWindow* newWindow(GdkDisplay* display, HostedWidget& widget);
+    static GdkWindow* newWindow(GdkDisplay* display, const CGSize& size);
     /// In place of the one before, if there is one.
     void makeWindow();
     void framePainted();
@@ -54,6 +54,7 @@ class DesktopWindow {
     void screenChanged();
     bool handleKey(const GdkEventKey& event);
     void windowHasSize(const CGSize& size);
+    PanelLayout wantedLayout();
     /// Follows the widget's size and the screen.
     void layout();
     void applyLayout(const PanelLayout& layout);

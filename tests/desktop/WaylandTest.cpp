@@ -99,6 +99,18 @@ TEST_F(WaylandTest, OpensAgainInTheSizeOfOtherRows) {
         EXPECT_EQ(painted, withShadow(170)) << painted.width << " x " << painted.height;
 }
 
+TEST_F(WaylandTest, OpensAgainWithRoomForItsNotice) {
+    makeWindow();
+    showAndWait();
+    window->close();
+    window->setNotice("No sound server answers");
+    showAndWait();
+    const CGFloat room = paintedSizes.back().height - withShadow(270).height;
+    EXPECT_GT(room, 10);
+    for (const CGSize& painted : paintedSizes)
+        EXPECT_EQ(painted, withShadow(270 + room)) << painted.width << " x " << painted.height;
+}
+
 TEST_F(WaylandTest, FollowsRowsThatChangeWhileItIsOpen) {
     makeWindow();
     showAndWait();
