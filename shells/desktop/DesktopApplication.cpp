@@ -10,6 +10,10 @@
 #include "shells/desktop/PanelPicture.hpp"
 #include "shells/desktop/RowReport.hpp"
 
+#include <glib-unix.h>
+
+#include <array>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 
@@ -23,6 +27,30 @@ using MainLoop = std::unique_ptr<GMainLoop, LoopEnd>;
 void complain(const std::string& what) {
     std::fprintf(stderr, "tarnwick: %s\n", what.c_str());
 }
+
+/// Closes the window when the program is told to end, as by Ctrl-C in its terminal: the widget is
+/// dismissed and the last volume arrives.
+class EndSignals {
+ public:
+    explicit EndSignals(DesktopWindow& window) {
+        const auto close = +[](gpointer closed) -> gboolean {
+            static_cast<DesktopWindow*>(closed)->close();
+            return G_SOURCE_CONTINUE;
+        };
+        for (std::size_t i = 0; i < signals.size(); ++i)
+            sources_[i] = g_unix_signal_add(signals[i], close, &window);
+    }
+    ~EndSignals() {
+        for (const guint source : sources_)
+            g_source_remove(source);
+    }
+    EndSignals(const EndSignals&) = delete;
+    EndSignals& operator=(const EndSignals&) = delete;
+
+ private:
+    static constexpr std::array signals = {SIGINT, SIGTERM, SIGHUP};
+    std::array<guint, signals.size()> sources_{};
+};
 
 /// nullptr where there is no display to open.
 GdkDisplay* openDisplay() {
@@ -83,6 +111,7 @@ int DesktopApplication::runWindow(GdkDisplay* display) {
     });
     sound_->setSilenceHandler([this, &window] { window.setNotice(soundNotice()); });
     window.setFirstFrameHandler([this] { sound_->connect(); });
+    const EndSignals signals(window);
     window.show();
     g_main_loop_run(loop.get());
     sound_->setChangeHandler({});

@@ -38,11 +38,10 @@ Launcher newLauncher(Complaints complaints) {
     return launcher;
 }
 
-}  // namespace
+using Process = std::unique_ptr<GSubprocess, Unref>;
 
-Ended runProgram(const std::vector<std::string>& arguments,
-                 const std::map<std::string, std::string>& environment, Complaints complaintsRead) {
-    const Launcher launcher = newLauncher(complaintsRead);
+Process start(const Launcher& launcher, const std::vector<std::string>& arguments,
+              const std::map<std::string, std::string>& environment) {
     for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "DBUS_SESSION_BUS_ADDRESS"})
         g_subprocess_launcher_unsetenv(launcher.get(), name);
     g_subprocess_launcher_setenv(launcher.get(), "PULSE_SERVER", "unix:/nowhere", TRUE);
@@ -53,16 +52,49 @@ Ended runProgram(const std::vector<std::string>& arguments,
     for (const std::string& argument : arguments)
         words.push_back(argument.c_str());
     words.push_back(nullptr);
-    const std::unique_ptr<GSubprocess, Unref> process(
-        g_subprocess_launcher_spawnv(launcher.get(), words.data(), nullptr));
-    if (!process) return {};
+    return Process(g_subprocess_launcher_spawnv(launcher.get(), words.data(), nullptr));
+}
 
+Ended waitForEnd(const Process& process) {
     char* output = nullptr;
     char* complaints = nullptr;
     g_subprocess_communicate_utf8(process.get(), nullptr, nullptr, &output, &complaints, nullptr);
     const bool exited = g_subprocess_get_if_exited(process.get()) != FALSE;
     return {exited ? g_subprocess_get_exit_status(process.get()) : -1, taken(output),
             taken(complaints)};
+}
+
+/// Byte by byte: what comes after it is read by others.
+std::string readLine(GInputStream* stream) {
+    std::string line;
+    char character = 0;
+    while (g_input_stream_read(stream, &character, 1, nullptr, nullptr) == 1) {
+        line += character;
+        if (character == '\n') break;
+    }
+    return line;
+}
+
+}  // namespace
+
+Ended runProgram(const std::vector<std::string>& arguments,
+                 const std::map<std::string, std::string>& environment, Complaints complaintsRead) {
+    const Process process = start(newLauncher(complaintsRead), arguments, environment);
+    return process ? waitForEnd(process) : Ended{};
+}
+
+Ended runProgramUntilSignal(const std::vector<std::string>& arguments,
+                            const std::map<std::string, std::string>& environment, int signal) {
+    const Process process = start(newLauncher(Complaints::Read), arguments, environment);
+    if (!process) return {};
+    GInputStream* complaints = g_subprocess_get_stderr_pipe(process.get());
+    std::string before;
+    for (std::string line = "?"; !line.empty() && line.find("preferredViewSize") == line.npos;)
+        before += line = readLine(complaints);
+    g_subprocess_send_signal(process.get(), signal);
+    Ended ended = waitForEnd(process);
+    ended.complaints = before + ended.complaints;
+    return ended;
 }
 
 }  // namespace test

@@ -22,4 +22,9 @@ Ended runProgram(const std::vector<std::string>& arguments,
                  const std::map<std::string, std::string>& environment = {},
                  Complaints complaints = Complaints::Read);
 
+/// Runs the desktop program with a display until it has presented its widget, then sends it the
+/// signal. Its complaints are all that it wrote to standard error.
+Ended runProgramUntilSignal(const std::vector<std::string>& arguments,
+                            const std::map<std::string, std::string>& environment, int signal);
+
 }  // namespace test

@@ -1,9 +1,11 @@
 #include "tests/desktop/Program.hpp"
+#include "tests/desktop/XServer.hpp"
 #include "tests/support/MixerFiles.hpp"
 
 #include <cairo.h>
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <filesystem>
 
 namespace test {
@@ -142,6 +144,17 @@ TEST_F(ProgramTest, GoesOnWhenItsComplaintsHaveNoReader) {
                                    {{"XDG_CACHE_HOME", cache.string()}}, Complaints::WithoutReader);
     EXPECT_EQ(ended.status, 0);
     EXPECT_TRUE(contains(ended.output, "Ringtone")) << ended.output;
+}
+
+TEST_F(ProgramTest, EndsInGoodOrderWhenItIsToldToEnd) {
+    const XServer display;
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        const Ended ended = runProgramUntilSignal(
+            {"--simulate", "--preferences", files.folder().string()},
+            {{"DISPLAY", display.displayName()}, {"GDK_BACKEND", "x11"}}, signal);
+        EXPECT_EQ(ended.status, 0) << ended.complaints;
+        EXPECT_TRUE(contains(ended.complaints, "TW: dealloc")) << ended.complaints;
+    }
 }
 
 TEST_F(ProgramTest, MissingBundleIsAClearFailure) {
