@@ -43,4 +43,16 @@ CreatedController createController(const std::string& bundlePath) {
     return {std::move(controller), ""};
 }
 
+CreatedLegacyController createLegacyController(const std::string& bundlePath) {
+    const auto [bundle, loadError] = loadBundle(bundlePath);
+    if (bundle == nullptr) return {nullptr, loadError};
+    const NSString name = bundle->infoDictionary().objectForKey("LegacyPrincipalClass").string();
+    if (!name) return {nullptr, bundlePath + " has no class for the legacy host"};
+    const auto [object, error] = createObject(*name);
+    if (object == nullptr) return {nullptr, error};
+    auto controller = std::dynamic_pointer_cast<BBWeeAppController>(object);
+    if (controller == nullptr) return {nullptr, *name + " is not a legacy widget's controller"};
+    return {std::move(controller), ""};
+}
+
 }  // namespace shell

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/foundation/NSBundle.hpp"
+#include "platform/uikit/BBWeeAppController.hpp"
 #include "platform/uikit/SBUIWidgetViewController.hpp"
 
 #include <memory>
@@ -32,5 +33,13 @@ struct CreatedController {
 };
 /// Loads the bundle in that folder and makes its principal class's controller.
 CreatedController createController(const std::string& bundlePath);
+
+/// The same for the legacy host: the class that Info.plist names as LegacyPrincipalClass. Bundles
+/// for processors of 64 bits have none.
+struct CreatedLegacyController {
+    std::shared_ptr<BBWeeAppController> controller;
+    std::string error;
+};
+CreatedLegacyController createLegacyController(const std::string& bundlePath);
 
 }  // namespace shell

@@ -7,6 +7,8 @@
 #include "shells/common/WidgetBundle.hpp"
 #include "shells/desktop/ApplicationId.hpp"
 #include "shells/desktop/DesktopWindow.hpp"
+#include "shells/desktop/HostedWidget.hpp"
+#include "shells/desktop/LegacyHostedWidget.hpp"
 #include "shells/desktop/PanelPicture.hpp"
 #include "shells/desktop/RowReport.hpp"
 
@@ -88,16 +90,26 @@ int DesktopApplication::run() {
 
 bool DesktopApplication::createWidget() {
     const std::string path = shell::bundlePath(options_.common.bundle, shell::programDirectory());
-    auto [controller, error] = shell::createController(path);
-    if (!controller) {
-        complain(error);
-        return false;
-    }
     // A machine that says nothing of itself, and has a desktop, has a larger screen.
     if (machineModel().empty()) setMachineModel("iPad");
+    const auto error = options_.host == HostKind::Legacy ? hostLegacy(path) : hostCurrent(path);
+    if (error) complain(*error);
+    return !error;
+}
+
+std::optional<std::string> DesktopApplication::hostCurrent(const std::string& bundlePath) {
+    auto [controller, error] = shell::createController(bundlePath);
+    if (!controller) return error;
     widget_ =
         std::make_unique<HostedWidget>(std::move(controller), parentWidthForModel(machineModel()));
-    return true;
+    return std::nullopt;
+}
+
+std::optional<std::string> DesktopApplication::hostLegacy(const std::string& bundlePath) {
+    auto [controller, error] = shell::createLegacyController(bundlePath);
+    if (!controller) return error;
+    widget_ = std::make_unique<LegacyHostedWidget>(std::move(controller));
+    return std::nullopt;
 }
 
 int DesktopApplication::runWindow(GdkDisplay* display) {

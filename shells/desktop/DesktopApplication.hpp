@@ -2,7 +2,7 @@
 
 #include "backends/glib/GLibRunLoop.hpp"
 #include "shells/desktop/DesktopOptions.hpp"
-#include "shells/desktop/HostedWidget.hpp"
+#include "shells/desktop/PanelWidget.hpp"
 #include "shells/sound/SoundService.hpp"
 
 #include <memory>
@@ -22,6 +22,9 @@ class DesktopApplication {
 
  private:
     bool createWidget();
+    /// Answer why there is none; nullopt when there is.
+    std::optional<std::string> hostCurrent(const std::string& bundlePath);
+    std::optional<std::string> hostLegacy(const std::string& bundlePath);
     int runWindow(GdkDisplay* display);
     /// Without a display: a picture in the user's cache folder and the rows as text.
     int reportRows();
@@ -34,5 +37,5 @@ class DesktopApplication {
     const DesktopOptions& options_;
     GLibRunLoop runLoop_;
     std::unique_ptr<SoundService> sound_;
-    std::unique_ptr<HostedWidget> widget_;
+    std::unique_ptr<PanelWidget> widget_;
 };

@@ -7,6 +7,13 @@ std::vector<shell::Option> desktopOptions(DesktopOptions& target) {
              target.simulate = true;
              return std::nullopt;
          }},
+        {"--host", "current|legacy",
+         "the kind of host to be: the legacy one knows only taps, and is there on 32 bits alone",
+         [&target](const std::string& kind) -> std::optional<std::string> {
+             if (kind != "current" && kind != "legacy") return "the host is 'current' or 'legacy'";
+             target.host = kind == "legacy" ? HostKind::Legacy : HostKind::Current;
+             return std::nullopt;
+         }},
         {"--paint", "FILE", "write a picture (PNG) of the widget and leave; needs no display",
          [&target](const std::string& file) -> std::optional<std::string> {
              if (file.empty()) return "the value is empty";

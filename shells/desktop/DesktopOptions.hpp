@@ -2,10 +2,14 @@
 
 #include "shells/common/CommonOptions.hpp"
 
+/// The kinds of host that a widget can be shown under.
+enum class HostKind { Current, Legacy };
+
 /// What the user of the desktop program chose.
 struct DesktopOptions {
     shell::CommonOptions common;
-    bool simulate = false;             ///< A device without sound instead of the sound server.
+    bool simulate = false;  ///< A device without sound instead of the sound server.
+    HostKind host = HostKind::Current;
     std::optional<std::string> paint;  ///< The picture to write instead of opening a window.
 };
 

@@ -55,7 +55,7 @@ GdkWindow* DesktopWindow::newWindow(GdkDisplay* display, const CGSize& size) {
     return window;
 }
 
-DesktopWindow::DesktopWindow(GdkDisplay* display, GdkEvents& events, HostedWidget& widget,
+DesktopWindow::DesktopWindow(GdkDisplay* display, GdkEvents& events, PanelWidget& widget,
                              std::string accessibilityModule)
     : display_(display),
       screen_(gdk_display_get_default_screen(display)),

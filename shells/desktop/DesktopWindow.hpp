@@ -15,7 +15,7 @@ class DesktopWindow {
  public:
     /// All three must outlive the window. `accessibilityModule` is the file that is loaded where
     /// assistive technology is in use; empty for none.
-    DesktopWindow(GdkDisplay* display, GdkEvents& events, HostedWidget& widget,
+    DesktopWindow(GdkDisplay* display, GdkEvents& events, PanelWidget& widget,
                   std::string accessibilityModule);
     ~DesktopWindow();
     DesktopWindow(const DesktopWindow&) = delete;
@@ -64,7 +64,7 @@ class DesktopWindow {
     GdkDisplay* display_;
     GdkScreen* screen_;
     GdkEvents& events_;
-    HostedWidget& widget_;
+    PanelWidget& widget_;
     std::unique_ptr<GdkWindow, WindowEnd> window_;
     std::shared_ptr<UIWindow> content_;
     std::shared_ptr<PanelView> panel_;

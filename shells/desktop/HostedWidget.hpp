@@ -1,9 +1,10 @@
 #pragma once
 
 #include "platform/uikit/SBUIWidgetViewController.hpp"
+#include "shells/desktop/PanelWidget.hpp"
 
-#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 /// The width that a widget's parent has on that machine, in points.
@@ -11,24 +12,21 @@ CGFloat parentWidthForModel(const std::string& model);
 
 /// A widget under its host: gives its controller a parent and a host to talk to, loads its view,
 /// presents and dismisses it, and keeps its container as large as it prefers to be. Main thread.
-class HostedWidget {
+class HostedWidget : public PanelWidget {
  public:
     /// `parentWidth` is in points.
     HostedWidget(std::shared_ptr<_SBUIWidgetViewController> controller, CGFloat parentWidth);
     /// Dismisses it if it is presented.
-    ~HostedWidget();
-    HostedWidget(const HostedWidget&) = delete;
-    HostedWidget& operator=(const HostedWidget&) = delete;
+    ~HostedWidget() override;
 
-    /// The widget's container, loaded when first asked for.
-    std::shared_ptr<UIView> view() { return controller_->view(); }
-    /// Points. What the widget last said, or says when it has not been asked yet.
-    CGSize preferredSize();
-    void present();
-    void dismiss();
-    bool isPresented() const { return presented_; }
-    /// Called after the preferred size has become another one.
-    void setSizeHandler(std::function<void()> handler) { sizeHandler_ = std::move(handler); }
+    std::shared_ptr<UIView> view() override { return controller_->view(); }
+    CGSize preferredSize() override;
+    void present() override;
+    void dismiss() override;
+    bool isPresented() const override { return presented_; }
+    void setSizeHandler(std::function<void()> handler) override {
+        sizeHandler_ = std::move(handler);
+    }
 
  private:
     class Host;

@@ -3,7 +3,7 @@
 #include "platform/uikit/UIAccessibility.hpp"
 #include "shells/desktop/EmptyNotice.hpp"
 
-PanelContent panelContent(HostedWidget& widget) {
+PanelContent panelContent(PanelWidget& widget) {
     const CGSize wanted = widget.preferredSize();
     if (!accessibilityElements(widget.view()).empty()) return {widget.view(), wanted};
     const std::shared_ptr<UIView> notice = makeEmptyNotice(wanted.width);

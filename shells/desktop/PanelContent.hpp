@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shells/desktop/HostedWidget.hpp"
+#include "shells/desktop/PanelWidget.hpp"
 
 #include <memory>
 
@@ -11,4 +11,4 @@ struct PanelContent {
 };
 
 /// The presented widget's view; where there is nothing on it, a notice that says so.
-PanelContent panelContent(HostedWidget& widget);
+PanelContent panelContent(PanelWidget& widget);

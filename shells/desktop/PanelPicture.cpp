@@ -10,7 +10,7 @@ constexpr CGFloat scale = 2;            // pixels a point
 constexpr CGFloat longestSide = 16000;  // points; what a picture of that scale can hold
 }  // namespace
 
-bool paintPanelPicture(HostedWidget& widget, const NSString& notice, const std::string& path) {
+bool paintPanelPicture(PanelWidget& widget, const NSString& notice, const std::string& path) {
     widget.present();
     const auto panel = std::make_shared<PanelView>();
     panel->setNotice(notice);

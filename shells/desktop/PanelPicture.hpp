@@ -1,10 +1,10 @@
 #pragma once
 
-#include "shells/desktop/HostedWidget.hpp"
+#include "shells/desktop/PanelWidget.hpp"
 
 #include <string>
 
 /// Presents the widget, writes a picture (PNG) of it on its panel, two pixels a point, and
 /// dismisses it. `notice` is a line below it, nil for none. Needs no display. False when the file
 /// cannot be written.
-bool paintPanelPicture(HostedWidget& widget, const NSString& notice, const std::string& path);
+bool paintPanelPicture(PanelWidget& widget, const NSString& notice, const std::string& path);

@@ -1,0 +1,58 @@
+#include "shells/desktop/LegacyHostedWidget.hpp"
+
+#include <utility>
+
+LegacyHostedWidget::LegacyHostedWidget(std::shared_ptr<BBWeeAppController> controller)
+    : controller_(std::move(controller)) {
+    container_->setTapHandler([controller = std::weak_ptr(controller_)](const CGPoint& place) {
+        const auto strong = controller.lock();
+        if (strong && strong->respondsToSelector("launchURLForTapLocation:"))
+            strong->launchURLForTapLocation(place);
+    });
+}
+
+LegacyHostedWidget::~LegacyHostedWidget() {
+    sizeHandler_ = {};
+    dismiss();
+}
+
+std::shared_ptr<UIView> LegacyHostedWidget::view() {
+    if (!container_->subviews().empty()) return container_;
+    container_->addSubview(controller_->view());
+    measure();
+    if (responds("loadFullView")) controller_->loadFullView();
+    return container_;
+}
+
+CGSize LegacyHostedWidget::preferredSize() {
+    return view()->frame().size;
+}
+
+// The view says how wide it is, the controller how tall.
+void LegacyHostedWidget::measure() {
+    const auto loaded = controller_->view();
+    const CGSize before = container_->frame().size;
+    const CGFloat height = responds("viewHeight") ? static_cast<CGFloat>(controller_->viewHeight())
+                                                  : loaded->frame().size.height;
+    const CGRect frame = CGRectMake(0, 0, loaded->frame().size.width, height);
+    loaded->setFrame(frame);
+    container_->setFrame({container_->frame().origin, frame.size});
+    if (frame.size != before && presented_ && sizeHandler_) sizeHandler_();
+}
+
+void LegacyHostedWidget::present() {
+    if (std::exchange(presented_, true)) return;
+    view();
+    if (responds("viewWillAppear")) controller_->viewWillAppear();
+    measure();
+    if (responds("viewDidAppear")) controller_->viewDidAppear();
+}
+
+void LegacyHostedWidget::dismiss() {
+    if (!std::exchange(presented_, false)) return;
+    if (responds("viewWillDisappear")) controller_->viewWillDisappear();
+    if (responds("viewDidDisappear")) controller_->viewDidDisappear();
+    if (responds("unloadView")) controller_->unloadView();
+    for (const auto& shown : container_->subviews())
+        shown->removeFromSuperview();
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "platform/uikit/UIView.hpp"
+
+#include <functional>
+#include <memory>
+
+/// A widget as the panel sees it, whatever kind of host its controller wants. Main thread.
+class PanelWidget {
+ public:
+    PanelWidget() = default;
+    virtual ~PanelWidget() = default;
+    PanelWidget(const PanelWidget&) = delete;
+    PanelWidget& operator=(const PanelWidget&) = delete;
+
+    /// The widget's container, loaded when first asked for.
+    virtual std::shared_ptr<UIView> view() = 0;
+    /// Points. What the widget last said, or says when it has not been asked yet.
+    virtual CGSize preferredSize() = 0;
+    virtual void present() = 0;
+    virtual void dismiss() = 0;
+    virtual bool isPresented() const = 0;
+    /// Called after the preferred size has become another one.
+    virtual void setSizeHandler(std::function<void()> handler) = 0;
+};

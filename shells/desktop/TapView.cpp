@@ -1,0 +1,45 @@
+#include "shells/desktop/TapView.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+constexpr CGFloat farthestForATap = 10;  // Points.
+}
+
+std::shared_ptr<UIView> TapView::hitTest(const CGPoint& point, const UIEvent* event) {
+    if (telling_) return UIView::hitTest(point, event);
+    const bool takes = !isHidden() && isUserInteractionEnabled() && pointInside(point);
+    return takes ? strongSelf<UIView>() : nullptr;
+}
+
+void TapView::touchesBegan(const UITouchSet& touches, const std::shared_ptr<UIEvent>& /*event*/) {
+    if (!touch_.expired() || touches.empty()) return;  // One finger at a time.
+    touch_ = touches.front();
+    began_ = touches.front()->locationInView(this);
+}
+
+void TapView::touchesMoved(const UITouchSet& touches, const std::shared_ptr<UIEvent>& /*event*/) {
+    const auto touch = touch_.lock();
+    if (!touch || std::ranges::count(touches, touch) == 0) return;
+    const CGPoint now = touch->locationInView(this);
+    if (std::hypot(now.x - began_.x, now.y - began_.y) > farthestForATap) touch_.reset();
+}
+
+void TapView::touchesEnded(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event) {
+    touchesMoved(touches, event);
+    const auto touch = touch_.lock();
+    if (!touch || std::ranges::count(touches, touch) == 0) return;
+    touch_.reset();
+    if (!tapHandler_ || telling_) return;
+    const auto self = strongSelf<TapView>();
+    const auto handler = tapHandler_;
+    telling_ = true;
+    handler(touch->locationInView(this));
+    telling_ = false;
+}
+
+void TapView::touchesCancelled(const UITouchSet& touches,
+                               const std::shared_ptr<UIEvent>& /*event*/) {
+    if (std::ranges::count(touches, touch_.lock()) > 0) touch_.reset();
+}
