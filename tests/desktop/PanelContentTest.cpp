@@ -1,6 +1,7 @@
 #include "platform/foundation/PreferencesDirectory.hpp"
 #include "platform/uikit/UIAccessibility.hpp"
 #include "platform/uikit/UILabel.hpp"
+#include "shells/desktop/HostedWidget.hpp"
 #include "shells/desktop/PanelContent.hpp"
 #include "shells/desktop/RowReport.hpp"
 

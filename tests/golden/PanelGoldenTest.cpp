@@ -5,6 +5,7 @@
 #include "platform/uikit/UILabel.hpp"
 #include "shells/common/Backends.hpp"
 #include "shells/common/WidgetBundle.hpp"
+#include "shells/desktop/HostedWidget.hpp"
 #include "shells/desktop/PanelPicture.hpp"
 #include "tests/support/Golden.hpp"
 #include "tests/support/MixerFiles.hpp"
