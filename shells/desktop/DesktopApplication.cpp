@@ -57,7 +57,7 @@ class EndSignals {
 /// nullptr where there is no display to open.
 GdkDisplay* openDisplay() {
     g_set_prgname(applicationId);  // By this name a Wayland desktop finds its icon.
-    g_set_application_name("Tarnwick");
+    g_set_application_name(applicationName);
     if (gdk_init_check(nullptr, nullptr) == FALSE) return nullptr;
     gdk_set_program_class(applicationId);
     return gdk_display_get_default();
