@@ -220,7 +220,7 @@ TEST_F(ControlTest, CancelsATouchUnderWayWhenItLeavesTheWindow) {
 
 TEST_F(ControlTest, StandsItsDestructionInItsOwnTracking) {
     std::weak_ptr<TrackedControl> weak = control;
-    control->onEnd = [this, weak] { weak.lock()->removeFromSuperview(); };
+    control->onEnd = [weak] { weak.lock()->removeFromSuperview(); };
     control.reset();
     send(UITouchPhase::Began, 15);
     send(UITouchPhase::Ended, 15);
