@@ -31,21 +31,22 @@ CGSize LegacyHostedWidget::preferredSize() {
 // The view says how wide it is, the controller how tall.
 void LegacyHostedWidget::measure() {
     const auto loaded = controller_->view();
-    const CGSize before = container_->frame().size;
     const CGFloat height = responds("viewHeight") ? static_cast<CGFloat>(controller_->viewHeight())
                                                   : loaded->frame().size.height;
     const CGRect frame = CGRectMake(0, 0, loaded->frame().size.width, height);
-    loaded->setFrame(frame);
+    // In this order: a view of flexible width would follow its container.
     container_->setFrame({container_->frame().origin, frame.size});
-    if (frame.size != before && presented_ && sizeHandler_) sizeHandler_();
+    loaded->setFrame(frame);
 }
 
 void LegacyHostedWidget::present() {
     if (std::exchange(presented_, true)) return;
+    const CGSize before = container_->frame().size;
     view();
     if (responds("viewWillAppear")) controller_->viewWillAppear();
     measure();
     if (responds("viewDidAppear")) controller_->viewDidAppear();
+    if (container_->frame().size != before && sizeHandler_) sizeHandler_();
 }
 
 void LegacyHostedWidget::dismiss() {
