@@ -1,6 +1,5 @@
 #include "shells/control/Control.hpp"
 
-#include "mixer/Caption.hpp"
 #include "shells/control/Categories.hpp"
 #include "shells/control/LoopUntilEnd.hpp"
 #include "shells/control/Watcher.hpp"
@@ -30,9 +29,8 @@ std::vector<CategoryReport> reportsOf(const CategoryList& categories, AVSystemCo
 }
 
 std::vector<Row> rowsFrom(const std::vector<CategoryReport>& reports) {
-    std::vector<Row> rows;
-    for (const CategoryReport& report : reports)
-        rows.push_back(rowFrom(report));
+    std::vector<Row> rows(reports.size());
+    std::ranges::transform(reports, rows.begin(), rowFrom);
     return rows;
 }
 
