@@ -44,6 +44,13 @@ void NSNotificationCenter::removeObserver(const NSObject* observer) {
     }
 }
 
+bool NSNotificationCenter::isObserved(const std::string& name) const {
+    return std::ranges::any_of(registrations_, [&](const auto& registration) {
+        const bool concerned = !registration->name || *registration->name == name;
+        return concerned && !registration->observer.expired();
+    });
+}
+
 void NSNotificationCenter::postNotificationName(const std::string& name, const NSObject* object,
                                                 const PropertyValue& userInfo) {
     const NSNotification notification{name, object, userInfo};

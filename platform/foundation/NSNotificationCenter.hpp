@@ -51,6 +51,9 @@ class NSNotificationCenter {
     /// that observes nothing.
     void removeObserver(const NSObject* observer);
 
+    /// Whether anybody is registered who would get a notification of that name, from some sender.
+    bool isObserved(const std::string& name) const;
+
     void postNotificationName(const std::string& name, const NSObject* object,
                               const PropertyValue& userInfo = {});
 

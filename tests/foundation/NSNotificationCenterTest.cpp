@@ -294,6 +294,19 @@ TEST_F(NotificationCenter, AddsAndRemovesManyObserversInLinearTime) {
     EXPECT_EQ(observers.back()->count, 1);
 }
 
+TEST_F(NotificationCenter, TellsWhetherANameIsObserved) {
+    EXPECT_FALSE(center.isObserved("volume"));
+    auto observer = observe();
+    EXPECT_TRUE(center.isObserved("volume"));
+    EXPECT_FALSE(center.isObserved("other"));
+    center.removeObserver(observer.get());
+    EXPECT_FALSE(center.isObserved("volume"));
+    add(observer, std::nullopt);
+    EXPECT_TRUE(center.isObserved("other"));
+    observer.reset();
+    EXPECT_FALSE(center.isObserved("other")) << "by one that is gone";
+}
+
 TEST(DefaultNotificationCenter, IsAlwaysTheSame) {
     EXPECT_EQ(&NSNotificationCenter::defaultCenter(), &NSNotificationCenter::defaultCenter());
 }
