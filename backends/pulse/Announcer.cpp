@@ -2,18 +2,25 @@
 
 #include "platform/celestial/AVSystemController.hpp"
 
+#include <algorithm>
 #include <utility>
 
 namespace pulse {
 
 Announcer::Announcer(Look look) : look_(std::move(look)) {
     for (const std::string& category : knownCategories())
-        watch(category);
+        told_[placeOf(category)].state = look_(category);
 }
 
-void Announcer::watch(const std::string& category) {
-    const auto [found, isNew] = told_.try_emplace(category);
-    if (isNew) found->second = look_(category);
+Announcer::Place Announcer::placeOf(const std::string& category) {
+    const auto& known = knownCategories();
+    const auto found = std::ranges::find(known, category);
+    return {static_cast<std::size_t>(found - known.begin()), category};
+}
+
+void Announcer::answered(const std::string& category, const CategoryState& state) {
+    const auto [found, isNew] = told_.try_emplace(placeOf(category), Told{state});
+    if (!isNew && found->second.state != state) found->second.isAnsweredOtherwise = true;
 }
 
 void Announcer::changed() {
@@ -26,10 +33,12 @@ void Announcer::changedAtOnce() {
 
 void Announcer::compare() {
     bool mustReread = false;
-    for (auto& [category, before] : told_) {
+    for (auto& [place, told] : told_) {
+        const std::string& category = place.second;
         const CategoryState now = look_(category);
-        const Consequence consequence = consequenceOf(before, now);
-        before = now;
+        const Consequence consequence =
+            told.isAnsweredOtherwise ? consequenceOfAnswering(now) : consequenceOf(told.state, now);
+        told = {now};
         if (consequence == Consequence::Volume)
             toTell_.push_back([name = category, volume = *now.volume] {
                 postEffectiveVolumeDidChange(name, volume);

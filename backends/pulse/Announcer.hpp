@@ -7,13 +7,14 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <utility>
 
 namespace pulse {
 
 /// Tells what changed in what the categories show, by comparing with what was told last: the
 /// server's events come doubled, late and with passing values. Everything is told from the main
 /// run loop, and each may destroy the announcer. The known categories are compared always, others
-/// from when somebody watches them.
+/// from when somebody has asked for them.
 class Announcer {
  public:
     /// How long passing values are given to pass. A change right behind another doesn't prolong
@@ -25,8 +26,9 @@ class Announcer {
     /// `look` answers what a category shows now. What it shows at first counts as told.
     explicit Announcer(Look look);
 
-    /// Adds a category to those that are compared. What it shows now counts as told.
-    void watch(const std::string& category);
+    /// Somebody was answered that the category shows this. From then on it is compared; and where
+    /// the answer was ahead of what has been told, it is told anew even if it returns to that.
+    void answered(const std::string& category, const CategoryState& state);
 
     /// Something may have changed.
     void changed();
@@ -42,7 +44,16 @@ class Announcer {
 
     Look look_;
     std::function<void()> reread_;
-    std::map<std::string, CategoryState> told_;
+    /// The known categories in their order and the others behind them: of rows that are bound to
+    /// each other the media's volume, which everything sounds with, is told last and so is seen.
+    using Place = std::pair<std::size_t, std::string>;
+    struct Told {
+        CategoryState state;
+        bool isAnsweredOtherwise = false;
+    };
+    static Place placeOf(const std::string& category);
+
+    std::map<Place, Told> told_;
     std::deque<std::function<void()>> toTell_;
     OneShotTimer settling_;
     OneShotTimer telling_;

@@ -133,7 +133,10 @@ Found objectForCategory(const ServerMirror& mirror, const NSString& category) {
 }
 
 Consequence consequenceOf(const CategoryState& before, const CategoryState& now) {
-    if (before == now) return Consequence::None;
+    return before == now ? Consequence::None : consequenceOfAnswering(now);
+}
+
+Consequence consequenceOfAnswering(const CategoryState& now) {
     return now.volume ? Consequence::Volume : Consequence::Reread;
 }
 

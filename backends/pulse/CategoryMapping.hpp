@@ -34,5 +34,7 @@ enum class Consequence {
     Reread,  ///< No notification says it: it can't be read any more, or its route alone changed.
 };
 Consequence consequenceOf(const CategoryState& before, const CategoryState& now);
+/// The same where it may show anything now.
+Consequence consequenceOfAnswering(const CategoryState& now);
 
 }  // namespace pulse

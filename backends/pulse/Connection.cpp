@@ -1,5 +1,7 @@
 #include "backends/pulse/Connection.hpp"
 
+#include "backends/pulse/ServerSocket.hpp"
+
 #include <utility>
 
 namespace pulse {
@@ -33,6 +35,7 @@ void Connection::attempt() {
 void Connection::becameReady(std::uint64_t generation) {
     if (!machine_.becameReady(generation)) return;
     timer_.cancel();
+    socketWatch_.reset();
     handlers_.ready(*context_);
 }
 
@@ -41,6 +44,17 @@ void Connection::failed(std::uint64_t generation) {
     handlers_.lost();
     context_.reset();
     timer_.start(machine_.waitForRetry(), [this] { attempt(); });
+    watchForServer();
+}
+
+void Connection::watchForServer() {
+    if (socketWatch_) return;
+    const auto socket = serverSocket(server_);
+    if (socket) socketWatch_.emplace(*socket, [this] { serverAppeared(); });
+}
+
+void Connection::serverAppeared() {
+    if (machine_.serverAppeared()) attempt();
 }
 
 }  // namespace pulse

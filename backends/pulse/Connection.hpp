@@ -1,6 +1,7 @@
 #pragma once
 
 #include "backends/pulse/ConnectionMachine.hpp"
+#include "backends/pulse/FileWatch.hpp"
 #include "backends/pulse/OneShotTimer.hpp"
 #include "backends/pulse/PulseContext.hpp"
 
@@ -12,7 +13,8 @@
 
 namespace pulse {
 
-/// Connects to the server and connects anew whenever that fails or ends, for as long as it lives.
+/// Connects to the server and connects anew whenever that fails or ends, for as long as it lives:
+/// after a wait, and at once when a local server's socket appears.
 /// Runs on GLib's default main context and the main run loop.
 class Connection {
  public:
@@ -38,10 +40,13 @@ class Connection {
     void attempt();
     void becameReady(std::uint64_t generation);
     void failed(std::uint64_t generation);
+    void watchForServer();
+    void serverAppeared();
 
     NSString server_;
     Handlers handlers_;
     ConnectionMachine machine_;
+    std::optional<FileWatch> socketWatch_;  // While there is no connection.
     OneShotTimer timer_;  // While connecting its deadline, while retrying the wait.
     std::unique_ptr<pa_glib_mainloop, LoopDeleter> loop_;
     std::unique_ptr<PulseContext> context_;

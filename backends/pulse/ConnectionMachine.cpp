@@ -30,4 +30,9 @@ double ConnectionMachine::waitForRetry() {
     return delay;
 }
 
+bool ConnectionMachine::serverAppeared() {
+    retryDelaySeconds_ = firstRetryDelaySeconds;
+    return state_ == ConnectionState::Retrying;
+}
+
 }  // namespace pulse

@@ -29,6 +29,9 @@ class ConnectionMachine {
     /// After a failure: the seconds to wait before the next attempt, each time twice as many until
     /// a connection succeeds.
     double waitForRetry();
+    /// A server has come up: no failure counts any more. Answers whether to attempt now instead of
+    /// waiting.
+    bool serverAppeared();
 
  private:
     ConnectionState state_ = ConnectionState::Retrying;

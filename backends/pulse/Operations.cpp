@@ -1,7 +1,5 @@
 #include "backends/pulse/Operations.hpp"
 
-#include "platform/foundation/NSRunLoop.hpp"
-
 #include <algorithm>
 
 namespace pulse {
@@ -17,9 +15,8 @@ std::unique_ptr<PendingOperation> Operations::take(const PendingOperation* opera
 
 void Operations::await(PendingOperation& query, OperationPtr operation) {
     query.operation_ = std::move(operation);
-    query.sinceSeconds_ = NSRunLoop::mainRunLoop().currentTime();
     if (!query.operation_) refusal_.start(0, [this] { failRefused(); });
-    if (!watchdog_.isRunning()) watch(deadlineSeconds);
+    if (!watchdog_.isRunning()) watch();
 }
 
 // The library refuses at once what the server's protocol or the connection's state doesn't allow.
@@ -31,17 +28,18 @@ void Operations::failRefused() {
     (*refused)->fail();
 }
 
-void Operations::watch(double seconds) {
-    watchdog_.start(seconds, [this] { checkOldest(); });
+void Operations::watch() {
+    watchdog_.start(deadlineSeconds / looksUntilDeadline, [this] { look(); });
 }
 
-void Operations::checkOldest() {
+void Operations::look() {
     if (pending_.empty()) return;
-    const double age = NSRunLoop::mainRunLoop().currentTime() - pending_.front()->sinceSeconds_;
-    if (age >= deadlineSeconds)
+    for (const auto& each : pending_)
+        ++each->looks_;
+    if (pending_.front()->looks_ >= looksUntilDeadline)
         hung_();
     else
-        watch(deadlineSeconds - age);
+        watch();
 }
 
 }  // namespace pulse

@@ -78,7 +78,7 @@ void PulseContext::subscribe() {
     constexpr auto mask = static_cast<pa_subscription_mask_t>(
         PA_SUBSCRIPTION_MASK_SERVER | PA_SUBSCRIPTION_MASK_SINK | PA_SUBSCRIPTION_MASK_SOURCE |
         PA_SUBSCRIPTION_MASK_SINK_INPUT | PA_SUBSCRIPTION_MASK_SOURCE_OUTPUT |
-        PA_SUBSCRIPTION_MASK_CLIENT | PA_SUBSCRIPTION_MASK_CARD);
+        PA_SUBSCRIPTION_MASK_CARD);
     tell({}, [](pa_context* context, pa_context_success_cb_t answered, void* query) {
         return pa_context_subscribe(context, mask, answered, query);
     });
@@ -96,8 +96,6 @@ void PulseContext::announce(pa_subscription_event_type_t event) const {
             return handlers_.changed(Part::Sinks);
         case PA_SUBSCRIPTION_EVENT_SOURCE:
             return handlers_.changed(Part::Sources);
-        case PA_SUBSCRIPTION_EVENT_CLIENT:
-            return handlers_.changed(Part::Clients);
         case PA_SUBSCRIPTION_EVENT_SINK_INPUT:
             return handlers_.changed(Part::Streams);
         case PA_SUBSCRIPTION_EVENT_SOURCE_OUTPUT:

@@ -14,7 +14,8 @@
 
 namespace pulse {
 
-/// The parts of the server's state that are read and announced separately.
+/// The parts of the server's state that are read separately. Their changes are announced, but for
+/// the clients': each program that looks at a volume is one for a moment.
 enum class Part { Server, Sinks, Sources, Clients, Streams, Recordings, RoleEntries };
 inline constexpr std::size_t partCount = 7;
 

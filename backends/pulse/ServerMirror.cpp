@@ -71,6 +71,14 @@ const Client& ServerMirror::clientAt(std::uint32_t index) const {
     return found == clients.end() ? unknown : found->second;
 }
 
+bool ServerMirror::lacksClients() const {
+    const auto isUnknown = [&](const auto& described) {
+        return described.processId.empty() && described.clientIndex != PA_INVALID_INDEX &&
+               !clients.contains(described.clientIndex);
+    };
+    return std::ranges::any_of(streams, isUnknown) || std::ranges::any_of(recordings, isUnknown);
+}
+
 std::optional<ObjectVolume> ServerMirror::volumeOf(const Target& target) const {
     switch (target.kind) {
         case Target::Kind::Sink:

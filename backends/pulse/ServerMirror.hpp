@@ -118,6 +118,8 @@ struct ServerMirror {
         return described.processId.empty() ? clientAt(described.clientIndex).processId
                                            : described.processId;
     }
+    /// Whether something that doesn't name its process has a client that is not described.
+    bool lacksClients() const;
     const std::string& binaryOf(const Stream& stream) const {
         return stream.binary.empty() ? clientAt(stream.clientIndex).binary : stream.binary;
     }

@@ -60,7 +60,7 @@ std::optional<float> loudest(const std::vector<const Stream*>& streams) {
 std::optional<float> volumeOfRole(const ServerMirror& mirror, const VolumeObject& role) {
     if (!entrySpeaksForStreams(mirror, role))
         if (const auto live = loudest(streamsOf(mirror, role))) return live;
-    return fractionOf(mirror, entryOf(role));
+    return volumeOfEntry(mirror, role);
 }
 
 std::vector<Target> ifThere(const ServerMirror& mirror, Target target) {
@@ -101,6 +101,10 @@ std::optional<float> volumeOf(const ServerMirror& mirror, const VolumeObject& ob
         default:
             return loudest(streamsOf(mirror, object));
     }
+}
+
+std::optional<float> volumeOfEntry(const ServerMirror& mirror, const VolumeObject& role) {
+    return fractionOf(mirror, entryOf(role));
 }
 
 }  // namespace pulse

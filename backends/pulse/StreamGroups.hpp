@@ -18,4 +18,7 @@ std::vector<Target> targetsOf(const ServerMirror& mirror, const VolumeObject& ob
 /// there.
 std::optional<float> volumeOf(const ServerMirror& mirror, const VolumeObject& object);
 
+/// What the server keeps for the role's next stream; nullopt where it keeps nothing.
+std::optional<float> volumeOfEntry(const ServerMirror& mirror, const VolumeObject& role);
+
 }  // namespace pulse

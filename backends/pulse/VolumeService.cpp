@@ -2,6 +2,7 @@
 
 #include "backends/pulse/Routes.hpp"
 #include "backends/pulse/StreamGroups.hpp"
+#include "platform/foundation/NSRunLoop.hpp"
 
 #include <utility>
 
@@ -9,6 +10,10 @@ namespace pulse {
 
 VolumeService::VolumeService(NSString server)
     : writer_(mirror_, [this] { announcer_.changed(); }),
+      poller_(mirror_,
+              [this] {
+                  if (reader_) reader_->refresh(Part::RoleEntries);
+              }),
       connection_(std::move(server),
                   {[this](PulseContext& context) { becameReady(context); }, [this] { lost(); },
                    [this](Part part) {
@@ -17,8 +22,17 @@ VolumeService::VolumeService(NSString server)
       announcer_([this](const std::string& category) { return shownBy(category); }) {}
 
 CategoryState VolumeService::look(const NSString& category) {
-    if (isCategory(category)) announcer_.watch(*category);
-    return shownBy(category);
+    CategoryState shown = shownBy(category);
+    if (isCategory(category)) announcer_.answered(*category, shown);
+    const auto object = objectForCategory(mirror_, category);
+    if (object && object->kind == VolumeObject::Kind::Role) poller_.lookedAt();
+    return shown;
+}
+
+std::optional<float> VolumeService::volumeKnownOf(const VolumeObject& object) const {
+    const auto remembered = memory_.remembered(object);
+    if (remembered && streamsOf(mirror_, object).empty()) return remembered;
+    return volumeOf(mirror_, object);
 }
 
 // A volume on its way counts as the object's already, so that nothing of what it passes on the
@@ -27,7 +41,7 @@ CategoryState VolumeService::shownBy(const NSString& category) {
     CategoryState shown{std::nullopt, routeForCategory(mirror_, category)};
     if (!isReady()) return shown;
     const auto object = objectForCategory(mirror_, category);
-    const auto current = object ? volumeOf(mirror_, *object) : std::nullopt;
+    const auto current = object ? volumeKnownOf(*object) : std::nullopt;
     if (!current) return shown;
     const auto pending = writer_.pending(*object);
     shown.volume = pending ? pending : current;
@@ -37,8 +51,10 @@ CategoryState VolumeService::shownBy(const NSString& category) {
 bool VolumeService::set(const NSString& category, float fraction) {
     if (!isReady()) return false;
     const auto object = objectForCategory(mirror_, category);
-    if (!object || !volumeOf(mirror_, *object)) return false;
-    writer_.set(*object, fractionFromRaw(rawFromFraction(fraction)));
+    if (!object || !volumeKnownOf(*object)) return false;
+    const float wanted = fractionFromRaw(rawFromFraction(fraction));
+    memory_.remember(*object, wanted, mirror_, NSRunLoop::mainRunLoop().currentTime());
+    writer_.set(*object, wanted);
     announcer_.changed();
     return true;
 }
@@ -52,6 +68,8 @@ void VolumeService::becameReady(PulseContext& context) {
 // The mirror stays for the routes, which captions show also where the volume is unknown.
 void VolumeService::lost() {
     writer_.end();
+    memory_.forgetStreams();
+    poller_.stop();
     reader_.reset();
     setState(State::Unavailable);
     announcer_.changedAtOnce();
@@ -60,9 +78,20 @@ void VolumeService::lost() {
 void VolumeService::mirrorChanged(Part part) {
     if (!reader_->isComplete()) return;
     if (part == Part::Streams) writer_.streamsChanged();
+    if (part != Part::Clients && mirror_.lacksClients()) reader_->refresh(Part::Clients);
+    bringNewStreams();
     if (state_ == State::Ready) return announcer_.changed();
     setState(State::Ready);
     announcer_.changedAtOnce();
+    poller_.lookedAt();
+}
+
+void VolumeService::bringNewStreams() {
+    const auto due = memory_.observe(
+        mirror_, NSRunLoop::mainRunLoop().currentTime(),
+        [this](const VolumeObject& object) { return writer_.pending(object).has_value(); });
+    for (const VolumeObject& object : due)
+        writer_.set(object, *memory_.remembered(object), WriteQueue::Repeat::Send);
 }
 
 void VolumeService::setState(State state) {

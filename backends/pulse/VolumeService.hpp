@@ -5,7 +5,9 @@
 #include "backends/pulse/Connection.hpp"
 #include "backends/pulse/MirrorReader.hpp"
 #include "backends/pulse/PulseAudioController.hpp"
+#include "backends/pulse/RolePoller.hpp"
 #include "backends/pulse/ServerMirror.hpp"
+#include "backends/pulse/StreamMemory.hpp"
 #include "backends/pulse/VolumeWriter.hpp"
 
 #include <functional>
@@ -32,6 +34,9 @@ class VolumeService {
 
  private:
     bool isReady() { return connection_.context() && reader_ && reader_->isComplete(); }
+    /// Of what is there now, or will be moved when it comes.
+    std::optional<float> volumeKnownOf(const VolumeObject& object) const;
+    void bringNewStreams();
     CategoryState shownBy(const NSString& category);
     void becameReady(PulseContext& context);
     void lost();
@@ -46,6 +51,8 @@ class VolumeService {
 
     ServerMirror mirror_;
     VolumeWriter writer_;
+    StreamMemory memory_;
+    RolePoller poller_;
     std::optional<MirrorReader> reader_;
     // The last two: the connection's end withdraws every answer to the others.
     Connection connection_;

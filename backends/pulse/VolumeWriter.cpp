@@ -28,14 +28,10 @@ void VolumeWriter::end() {
     stale_.clear();
 }
 
-void VolumeWriter::set(const VolumeObject& object, float fraction) {
+void VolumeWriter::set(const VolumeObject& object, float fraction, WriteQueue::Repeat repeat) {
     if (!context_) return;
     if (!pending(object)) observeBalances(object);
-    writes_.set(object, fraction);
-}
-
-void VolumeWriter::setAgain(const VolumeObject& object, float fraction) {
-    if (context_) writes_.set(object, fraction, WriteQueue::Repeat::Send);
+    writes_.set(object, fraction, repeat);
 }
 
 void VolumeWriter::observeBalances(const VolumeObject& object) {

@@ -27,10 +27,10 @@ class VolumeWriter {
     /// Drops what is on its way.
     void end();
 
-    /// Moves the object and unmutes it. Nothing happens without a connection.
-    void set(const VolumeObject& object, float fraction);
-    /// The same for streams that have come to the object since its last write was sent.
-    void setAgain(const VolumeObject& object, float fraction);
+    /// Moves the object and unmutes it. Nothing happens without a connection. With Repeat::Send
+    /// also where the value is on its way already, for streams that have joined the object since.
+    void set(const VolumeObject& object, float fraction,
+             WriteQueue::Repeat repeat = WriteQueue::Repeat::Skip);
     /// What the object will be at once everything has arrived; nullopt when nothing is on its way.
     std::optional<float> pending(const VolumeObject& object) const {
         return writes_.pending(object);

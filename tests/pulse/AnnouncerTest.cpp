@@ -71,6 +71,27 @@ TEST_F(AnnouncerTest, TellsNothingOfAValueThatPassed) {
     EXPECT_EQ(posted, Names{});
 }
 
+TEST_F(AnnouncerTest, TellsACategoryThatSomebodyAskedForOnceItChanges) {
+    announcer->answered("app:Game", {});
+    states["app:Game"].volume = 0.5F;
+    states["app:Other"].volume = 0.5F;
+    announcer->changedAtOnce();
+    advance(0);
+    EXPECT_EQ(posted, Names{"app:Game"});
+}
+
+TEST_F(AnnouncerTest, TellsAPassingValueThatSomebodyWasAnswered) {
+    states["Ringtone"].volume = 0.5F;
+    announcer->changed();
+    announcer->answered("Ringtone", states["Ringtone"]);
+    states["Ringtone"].volume.reset();
+    advance(100);
+    EXPECT_EQ(posted, Names{"reread"});
+    announcer->changed();
+    advance(100);
+    EXPECT_EQ(posted, Names{"reread"});
+}
+
 TEST_F(AnnouncerTest, IsNotHeldUpByAFlood) {
     for (int i = 1; i <= 50; ++i) {
         states["Audio/Video"].volume = static_cast<float>(i) / 100;
@@ -87,7 +108,16 @@ TEST_F(AnnouncerTest, TellsEachCategoryThatChangedAndNoOther) {
     announcer->changedAtOnce();
     EXPECT_EQ(posted, Names{}) << "told from inside the call";
     advance(0);
-    EXPECT_EQ(posted, (Names{"PhoneCall", "Ringtone"}));
+    EXPECT_EQ(posted, (Names{"Ringtone", "PhoneCall"}));
+}
+
+TEST_F(AnnouncerTest, TellsMediaAfterTheRingtoneThatMayBeBoundToIt) {
+    announcer->answered("app:Game", {});
+    for (const char* category : {"app:Game", "Audio/Video", "Ringtone"})
+        states[category].volume = 0.5F;
+    announcer->changedAtOnce();
+    advance(0);
+    EXPECT_EQ(posted, (Names{"Ringtone", "Audio/Video", "app:Game"}));
 }
 
 TEST_F(AnnouncerTest, AsksOnceForARereadWhateverTheNumberOfUnreadableCategories) {
@@ -108,7 +138,7 @@ TEST_F(AnnouncerTest, MayBeDestroyedByAnObserver) {
     onPost = [this] { announcer.reset(); };
     announcer->changedAtOnce();
     advance(100);
-    EXPECT_EQ(posted, Names{"PhoneCall"});
+    EXPECT_EQ(posted, Names{"Ringtone"});
 }
 
 TEST_F(AnnouncerTest, MayBeDestroyedByTheRereadHandler) {
@@ -130,5 +160,5 @@ TEST_F(AnnouncerTest, TellsTheRestAfterAnObserverThrew) {
     EXPECT_THROW(advance(0), std::out_of_range);
     onPost = {};
     advance(0);
-    EXPECT_EQ(posted, (Names{"PhoneCall", "Ringtone"}));
+    EXPECT_EQ(posted, (Names{"Ringtone", "PhoneCall"}));
 }

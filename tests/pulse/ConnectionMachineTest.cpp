@@ -53,6 +53,30 @@ TEST(ConnectionMachine, DoublesTheWaitFromTenMillisecondsToTwoSeconds) {
     }
 }
 
+TEST(ConnectionMachine, AttemptsAtOnceWhenAServerAppearsWhileItWaits) {
+    ConnectionMachine machine;
+    for (int i = 0; i < 20; ++i) {
+        machine.failed(machine.attempt());
+        machine.waitForRetry();
+    }
+    EXPECT_TRUE(machine.serverAppeared());
+    machine.failed(machine.attempt());
+    EXPECT_DOUBLE_EQ(machine.waitForRetry(), 0.01);
+}
+
+TEST(ConnectionMachine, GoesOnWithAnAttemptOrAConnectionWhenAServerAppears) {
+    ConnectionMachine machine;
+    machine.failed(machine.attempt());
+    machine.waitForRetry();
+    const auto attempt = machine.attempt();
+    EXPECT_FALSE(machine.serverAppeared());
+    EXPECT_TRUE(machine.becameReady(attempt));
+    EXPECT_FALSE(machine.serverAppeared());
+    EXPECT_EQ(machine.state(), ConnectionState::Ready);
+    machine.failed(attempt);
+    EXPECT_FALSE(machine.serverAppeared());
+}
+
 TEST(ConnectionMachine, WaitsShortlyAgainAfterAConnection) {
     ConnectionMachine machine;
     for (int i = 0; i < 5; ++i) {

@@ -59,6 +59,18 @@ TEST(ServerMirror, AnswersAStreamByItsIndexAndItsDeviceByThat) {
     EXPECT_FALSE(mirror.sinkOf(mirror.streams[2]));
 }
 
+TEST(ServerMirror, LacksTheClientsOfWhatDoesNotNameItsProcess) {
+    ServerMirror mirror = oneDevice();
+    mirror.streams = {{.processId = "10", .clientIndex = 1}, {}};
+    EXPECT_FALSE(mirror.lacksClients());
+    mirror.recordings = {{.clientIndex = 2}};
+    EXPECT_TRUE(mirror.lacksClients());
+    mirror.clients[2] = {};
+    EXPECT_FALSE(mirror.lacksClients());
+    mirror.streams.push_back({.clientIndex = 3});
+    EXPECT_TRUE(mirror.lacksClients());
+}
+
 TEST(ServerMirror, TakesARoleThatNobodyTouchedAsFullInStereo) {
     ServerMirror mirror = oneDevice();
     const auto found = mirror.volumeOf(event);

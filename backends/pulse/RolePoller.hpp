@@ -1,0 +1,35 @@
+#pragma once
+
+#include "backends/pulse/OneShotTimer.hpp"
+#include "backends/pulse/ServerMirror.hpp"
+
+#include <functional>
+#include <utility>
+
+namespace pulse {
+
+/// Asks for the role entries again and again on servers that don't announce their changes, while
+/// somebody observes the volume notification. Nothing wakes up otherwise.
+class RolePoller {
+ public:
+    static constexpr double intervalSeconds = 0.25;
+
+    /// `mirror` outlives the poller. `poll` asks the server.
+    RolePoller(const ServerMirror& mirror, std::function<void()> poll)
+        : mirror_(mirror), poll_(std::move(poll)) {}
+
+    /// Somebody asks for a role's volume: what is known may be old, and he may go on observing.
+    void lookedAt();
+    void stop() { timer_.cancel(); }
+
+ private:
+    void tick();
+    void poll();
+
+    const ServerMirror& mirror_;
+    std::function<void()> poll_;
+    double polledSeconds_ = 0;  // On the run loop's clock.
+    OneShotTimer timer_;
+};
+
+}  // namespace pulse

@@ -1,0 +1,202 @@
+#include "backends/pulse/StreamMemory.hpp"
+
+#include <gtest/gtest.h>
+
+using namespace pulse;
+
+using Kind = VolumeObject::Kind;
+
+namespace {
+
+const VolumeObject browser{Kind::Application, "Firefox"};
+const VolumeObject conference{Kind::Conference, ""};
+using Objects = std::vector<VolumeObject>;
+
+constexpr pa_volume_t half = 32768;
+constexpr pa_volume_t quarter = 16384;
+
+}  // namespace
+
+class StreamMemoryTest : public testing::Test {
+ protected:
+    void play(std::uint32_t index, pa_volume_t raw) {
+        mirror.streams.push_back({.index = index,
+                                  .volume = {2, {raw, raw}},
+                                  .applicationName = "Firefox",
+                                  .processId = "10"});
+    }
+    void setVolume(std::uint32_t index, pa_volume_t raw) {
+        for (Stream& stream : mirror.streams)
+            if (stream.index == index) stream.volume = {2, {raw, raw}};
+    }
+    Objects observe() {
+        return memory.observe(mirror, now, [this](const VolumeObject&) { return moving; });
+    }
+    void remember(const VolumeObject& object, float fraction) {
+        memory.remember(object, fraction, mirror, now);
+    }
+
+    double now = 100;
+    bool moving = false;
+    ServerMirror mirror;
+    StreamMemory memory;
+};
+
+TEST_F(StreamMemoryTest, RemembersNothingThatTheUserDidNotMove) {
+    play(1, half);
+    EXPECT_EQ(observe(), Objects{});
+    EXPECT_EQ(memory.remembered(browser), std::nullopt);
+}
+
+TEST_F(StreamMemoryTest, LeavesDevicesToTheServerAndRolesToPulseAudio) {
+    for (const Kind kind : {Kind::Sink, Kind::Source, Kind::Role}) {
+        remember({kind, "x"}, 0.5F);
+        EXPECT_EQ(memory.remembered({kind, "x"}), std::nullopt);
+    }
+    mirror.server.pipeWire = Version{};
+    for (const Kind kind : {Kind::Sink, Kind::Source}) {
+        remember({kind, "x"}, 0.5F);
+        EXPECT_EQ(memory.remembered({kind, "x"}), std::nullopt);
+    }
+}
+
+TEST_F(StreamMemoryTest, RemembersARoleUntilWhatPipeWireKeepsBecomesSomethingElse) {
+    const VolumeObject phone{Kind::Role, "phone"};
+    const auto setEntry = [&](pa_volume_t raw) {
+        (*mirror.roleEntries)[roleEntryName("phone")] = {.volume = {2, {raw, raw}}};
+    };
+    mirror.server.pipeWire = Version{};
+    mirror.roleEntries.emplace();
+    moving = true;
+    remember(phone, 0.02F);
+    observe();
+    EXPECT_EQ(memory.remembered(phone), 0.02F) << "the entry is on its way";
+    moving = false;
+    setEntry(1311 + 20);  // As near as its decimals get.
+    mirror.streams.push_back({.index = 1, .volume = {2, {half, half}}, .role = "phone"});
+    EXPECT_EQ(observe(), Objects{phone});
+    EXPECT_EQ(memory.remembered(phone), 0.02F);
+    setEntry(1311 + 200);
+    EXPECT_EQ(observe(), Objects{});
+    EXPECT_EQ(memory.remembered(phone), std::nullopt);
+}
+
+TEST_F(StreamMemoryTest, RemembersARoleOfWhichPipeWireKeepsNothing) {
+    mirror.server.pipeWire = Version{};
+    remember({Kind::Role, "phone"}, 0.25F);
+    observe();
+    EXPECT_EQ(memory.remembered({Kind::Role, "phone"}), 0.25F);
+}
+
+TEST_F(StreamMemoryTest, BringsAStreamThatComesLater) {
+    play(1, half);
+    remember(browser, 0.25F);
+    setVolume(1, quarter);
+    EXPECT_EQ(observe(), Objects{});
+    play(2, PA_VOLUME_NORM);
+    EXPECT_EQ(observe(), Objects{browser});
+    setVolume(2, quarter);
+    EXPECT_EQ(observe(), Objects{});
+    EXPECT_EQ(memory.remembered(browser), 0.25F);
+}
+
+TEST_F(StreamMemoryTest, RemembersWhileNothingPlays) {
+    play(1, half);
+    remember(browser, 0.25F);
+    mirror.streams.clear();
+    EXPECT_EQ(observe(), Objects{});
+    EXPECT_EQ(memory.remembered(browser), 0.25F);
+    remember(browser, 0.5F);
+    play(2, PA_VOLUME_NORM);
+    EXPECT_EQ(observe(), Objects{browser});
+    EXPECT_EQ(memory.remembered(browser), 0.5F);
+}
+
+TEST_F(StreamMemoryTest, LeavesANewStreamAloneThatHasTheVolume) {
+    remember(browser, 0.25F);
+    play(1, quarter + 2);
+    EXPECT_EQ(observe(), Objects{});
+    play(2, quarter + 3);
+    EXPECT_EQ(observe(), Objects{browser});
+}
+
+TEST_F(StreamMemoryTest, BringsANewStreamAgainThatTheServerMovedBack) {
+    remember(browser, 0.25F);
+    play(1, quarter);
+    EXPECT_EQ(observe(), Objects{});
+    now += 0.29;
+    setVolume(1, half);
+    EXPECT_EQ(observe(), Objects{browser});
+    EXPECT_EQ(memory.remembered(browser), 0.25F);
+}
+
+TEST_F(StreamMemoryTest, WaitsForItsOwnMoveBeforeItBringsAStreamAgain) {
+    remember(browser, 0.25F);
+    play(1, half);
+    moving = true;
+    EXPECT_EQ(observe(), Objects{browser});
+    EXPECT_EQ(observe(), Objects{});
+    moving = false;
+    EXPECT_EQ(observe(), Objects{browser});
+}
+
+TEST_F(StreamMemoryTest, LearnsWhatSomebodyElseSetsOnAStreamThatIsNotNew) {
+    remember(browser, 0.25F);
+    play(1, quarter);
+    observe();
+    now += 0.31;
+    setVolume(1, half);
+    EXPECT_EQ(observe(), Objects{});
+    EXPECT_EQ(memory.remembered(browser), 0.5F);
+}
+
+TEST_F(StreamMemoryTest, DoesNotLearnFromItsOwnMove) {
+    play(1, half);
+    remember(browser, 0.25F);
+    moving = true;
+    setVolume(1, 20000);
+    observe();
+    setVolume(1, quarter + 1);
+    observe();
+    moving = false;
+    observe();
+    EXPECT_EQ(memory.remembered(browser), 0.25F);
+}
+
+TEST_F(StreamMemoryTest, DoesNotLearnSilenceFromMuting) {
+    play(1, half);
+    remember(browser, 0.5F);
+    mirror.streams[0].mute = Mute::On;
+    observe();
+    EXPECT_EQ(memory.remembered(browser), 0.5F);
+}
+
+TEST_F(StreamMemoryTest, TakesEveryStreamAsNewAfterTheConnectionsEnd) {
+    play(1, quarter);
+    remember(browser, 0.25F);
+    memory.forgetStreams();
+    setVolume(1, half);
+    EXPECT_EQ(observe(), Objects{browser});
+    EXPECT_EQ(memory.remembered(browser), 0.25F);
+}
+
+TEST_F(StreamMemoryTest, TakesAStreamAsNewThatJoinsAConference) {
+    mirror.recordings = {{.processId = "10"}};
+    remember(conference, 0.25F);
+    mirror.recordings.clear();
+    play(1, half);
+    EXPECT_EQ(observe(), Objects{});
+    mirror.recordings = {{.processId = "10"}};
+    EXPECT_EQ(observe(), Objects{conference});
+}
+
+TEST_F(StreamMemoryTest, LetsOneObjectAloneMoveANewStreamOfTwo) {
+    mirror.recordings = {{.processId = "10"}};
+    remember(browser, 0.25F);
+    remember(conference, 0.5F);
+    play(1, PA_VOLUME_NORM);
+    EXPECT_EQ(observe(), Objects{browser});
+    setVolume(1, quarter);
+    EXPECT_EQ(observe(), Objects{});
+    EXPECT_EQ(memory.remembered(conference), 0.25F) << "which is what it is at now";
+}
