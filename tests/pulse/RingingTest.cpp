@@ -52,12 +52,7 @@ TEST_P(PulseRinging, FollowsAndUnmutesAStreamThatRings) {
     EXPECT_EQ(ringing->volumes(), (Channels{32768, 32768}));
 }
 
-class PulseRingtoneSetElsewhere : public OnBothServers {};
-// PipeWire announces nothing of what it remembers.
-INSTANTIATE_TEST_SUITE_P(On, PulseRingtoneSetElsewhere, testing::Values(ServerKind::PulseAudio),
-                         serverName);
-
-TEST_P(PulseRingtoneSetElsewhere, ReadsTheRingtoneFromTheEventEntryAndFollowsIt) {
+TEST_P(PulseRinging, FollowsWhatAnotherProgramSetsForTheNextSound) {
     startBoth();
     auto other = std::make_shared<PulseAudioController>(server_->address());
     ASSERT_TRUE(waitUntil([&] { return other->state() == PulseAudioController::State::Ready; }));
