@@ -10,6 +10,7 @@ namespace pulse {
 VolumeWriter::VolumeWriter(const ServerMirror& mirror, std::function<void()> confirmed)
     : mirror_(mirror),
       confirmed_(std::move(confirmed)),
+      arrivals_(mirror),
       writes_([this](const auto& object, float fraction,
                      std::uint64_t ticket) { send(object, fraction, ticket); },
               [this](const auto& object, std::uint64_t ticket) { confirmInTime(object, ticket); }) {
@@ -25,6 +26,7 @@ void VolumeWriter::end() {
     reader_ = nullptr;
     writes_.clear();
     balances_.clear();
+    arrivals_.clear();
     stale_.clear();
 }
 
@@ -48,8 +50,16 @@ void VolumeWriter::send(const VolumeObject& object, float fraction, std::uint64_
         writes.push_back({target, balances_.volumeAt(target, rawFromFraction(fraction)),
                           current.mute, mirror_.rememberedDevice(target.name)});
     }
-    writeVolumes(*context_, writes,
-                 [this, object, ticket] { writes_.acknowledged(object, ticket); });
+    arrivals_.expect(object, writes);
+    writeVolumes(*context_, writes, [this, object, ticket] { acknowledged(object, ticket); });
+}
+
+void VolumeWriter::acknowledged(const VolumeObject& object, std::uint64_t ticket) {
+    if (!mirror_.server.pipeWire) return writes_.acknowledged(object, ticket);
+    arrivals_.await(
+        object,
+        [this, object](std::function<void()> afterwards) { read(object, std::move(afterwards)); },
+        [this, object, ticket] { writes_.acknowledged(object, ticket); });
 }
 
 void VolumeWriter::confirmInTime(const VolumeObject& object, std::uint64_t ticket) {
@@ -59,16 +69,19 @@ void VolumeWriter::confirmInTime(const VolumeObject& object, std::uint64_t ticke
 }
 
 void VolumeWriter::confirm(const VolumeObject& object, std::uint64_t ticket) {
-    const auto finished = [this, object, ticket] { finish(object, ticket); };
+    read(object, [this, object, ticket] { finish(object, ticket); });
+}
+
+void VolumeWriter::read(const VolumeObject& object, std::function<void()> afterwards) {
     switch (object.kind) {
         case VolumeObject::Kind::Sink:
-            return reader_->refresh({Part::Sinks}, finished);
+            return reader_->refresh({Part::Sinks}, std::move(afterwards));
         case VolumeObject::Kind::Source:
-            return reader_->refresh({Part::Sources}, finished);
+            return reader_->refresh({Part::Sources}, std::move(afterwards));
         case VolumeObject::Kind::Role:
-            return reader_->refresh({Part::RoleEntries, Part::Streams}, finished);
+            return reader_->refresh({Part::RoleEntries, Part::Streams}, std::move(afterwards));
         default:
-            return reader_->refresh({Part::Streams}, finished);
+            return reader_->refresh({Part::Streams}, std::move(afterwards));
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "backends/pulse/Arrivals.hpp"
 #include "backends/pulse/BalanceMemory.hpp"
 #include "backends/pulse/MirrorReader.hpp"
 #include "backends/pulse/OneShotTimer.hpp"
@@ -42,8 +43,10 @@ class VolumeWriter {
  private:
     void observeBalances(const VolumeObject& object);
     void send(const VolumeObject& object, float fraction, std::uint64_t ticket);
+    void acknowledged(const VolumeObject& object, std::uint64_t ticket);
     void confirmInTime(const VolumeObject& object, std::uint64_t ticket);
     void confirm(const VolumeObject& object, std::uint64_t ticket);
+    void read(const VolumeObject& object, std::function<void()> afterwards);
     void finish(const VolumeObject& object, std::uint64_t ticket);
 
     const ServerMirror& mirror_;
@@ -51,6 +54,7 @@ class VolumeWriter {
     PulseContext* context_ = nullptr;
     MirrorReader* reader_ = nullptr;
     BalanceMemory balances_;
+    Arrivals arrivals_;
     WriteQueue writes_;
     std::map<VolumeObject, OneShotTimer> stale_;  // Of roles.
 };
