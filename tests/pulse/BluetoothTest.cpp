@@ -150,3 +150,26 @@ TEST_P(PulseBluetooth, FillsAndEmptiesItsRowsAtOnce) {
     EXPECT_TRUE(waitUntil([&] { return mixer.caption(0) == "HeadphonesBT: unknown"; }))
         << mixer.caption(0);
 }
+
+// One server has every new Bluetooth device at full for a moment. The headset's own is less than
+// half, and so is what the other's session manager gives it before.
+TEST_P(PulseBluetooth, IsNeverToldAtFullBeforeItsOwnVolume) {
+    startControllerAndWait();
+    headset_.connect();
+    ASSERT_TRUE(waitUntilReadable("HeadphonesBT"));
+    runFor(0.2);
+    ASSERT_FALSE(volumesPosted("HeadphonesBT").empty());
+    for (const float volume : volumesPosted("HeadphonesBT"))
+        EXPECT_LT(volume, 0.5F);
+}
+
+// One server says of it that it is intended for calls, which other devices for a role say too.
+TEST_P(PulseBluetooth, IsNoDeviceOfARoleForCalls) {
+    connectAndShow();
+    ASSERT_TRUE(waitUntilReadable("HeadphonesBT"));
+    const float before = volumeOf("HeadphonesBT");
+    ASSERT_TRUE(controller_->setVolumeTo(0.875F, "PhoneCall"));
+    ASSERT_TRUE(waitToRead("PhoneCall", 0.875F));
+    runFor(0.1);
+    EXPECT_EQ(volumeOf("HeadphonesBT"), before);
+}

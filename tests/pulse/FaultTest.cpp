@@ -177,3 +177,31 @@ TEST_P(PulseFaults, TakesAServerFromTheEnvironment) {
     EXPECT_TRUE(waitForVolume("Audio/Video", 1));
     unsetenv("PULSE_SERVER");
 }
+
+TEST_P(PulseFaults, StartsNoServerOfItsOwn) {
+    startControllerWatched();
+    ASSERT_TRUE(waitUntil([&] { return !states_.empty(); }));
+    runFor(0.1);
+    EXPECT_EQ(folder_.programs(), 0);
+}
+
+class PipeWireFaults : public OnPipeWire {};
+
+// There the default device is a word without a meaning, and what is set for roles is dropped.
+TEST_F(PipeWireFaults, ReadsNothingWhereNoSessionManagerIs) {
+    pipeWire().setSessionManager(rigs::PipeWireServer::SessionManager::None);
+    pipeWire().setSinks({});
+    // Without a priority, by which the server itself would take it for the default.
+    pipeWire().addObject(
+        "{ factory = adapter args = { factory.name = support.null-audio-sink node.name = plain"
+        " media.class = Audio/Sink object.linger = true audio.position = [ FL FR ] } }");
+    server_->start();
+    startController();
+    ASSERT_TRUE(waitUntil([&] { return isReady(); }));
+    ASSERT_NE(server_->pactl({"info"}).find("@DEFAULT_SINK@"), std::string::npos);
+    EXPECT_EQ(server_->sinkVolumes("plain"), (Channels{65536, 65536}));
+    runFor(0.1);
+    EXPECT_EQ(volumeOf("Audio/Video"), unreadable);
+    EXPECT_EQ(volumeOf("Ringtone"), unreadable);
+    EXPECT_FALSE(controller_->setVolumeTo(0.5F, "Ringtone"));
+}

@@ -137,3 +137,29 @@ TEST_P(PulseMoving, MovesTheNewDefaultDeviceAfterAChangeInADrag) {
     EXPECT_TRUE(waitForSink("hp", {16384, 16384}));
     EXPECT_TRUE(waitForSink("spk", {32768, 32768}));
 }
+
+// Sets in one go, the last of them what the server believes to have: one drops it then.
+TEST_P(PulseMoving, EndsOnTheLastOfThreeSetsInOneGo) {
+    startBoth();
+    for (int i = 0; i < 20; ++i) {
+        for (const float volume : {0.75F, 0.25F, 0.75F})
+            controller_->setVolumeTo(volume, "Audio/Video");
+        ASSERT_TRUE(waitForSink("spk", {49152, 49152})) << i;
+        ASSERT_TRUE(waitToRead("Audio/Video", 0.75F)) << i;
+        for (const float volume : {0.25F, 0.75F, 0.25F})
+            controller_->setVolumeTo(volume, "Audio/Video");
+        ASSERT_TRUE(waitForSink("spk", {16384, 16384})) << i;
+        ASSERT_TRUE(waitToRead("Audio/Video", 0.25F)) << i;
+    }
+}
+
+TEST_P(PulseMoving, EndsOnTheLastSetHoweverSoonItFollows) {
+    startBoth();
+    for (int i = 0; i < 40; ++i) {
+        controller_->setVolumeTo(0.75F, "Audio/Video");
+        runFor(0.0001 * i);
+        controller_->setVolumeTo(0.25F, "Audio/Video");
+        ASSERT_TRUE(waitForSink("spk", {16384, 16384})) << i;
+        ASSERT_TRUE(waitToRead("Audio/Video", 0.25F)) << i;
+    }
+}

@@ -5,12 +5,13 @@
 ServiceFixture::ServiceFixture(ServerKind kind) : server_(rigs::makeServer(kind, folder_)) {
     const auto record = [this](const NSNotification& notification) {
         const PropertyValue& info = notification.userInfo;
-        posted_.push_back(
-            {describe(
-                 info.objectForKey(AVSystemController_EffectiveVolumeNotificationParameter_Category)
-                     .string()),
-             info.objectForKey(AVSystemController_EffectiveVolumeNotificationParameter_Volume)
-                 .floatValue()});
+        const std::string category = describe(
+            info.objectForKey(AVSystemController_EffectiveVolumeNotificationParameter_Category)
+                .string());
+        const float volume =
+            info.objectForKey(AVSystemController_EffectiveVolumeNotificationParameter_Volume)
+                .floatValue();
+        posted_.push_back({category, volume, controller_ ? routeOf(category) : ""});
     };
     NSNotificationCenter::defaultCenter().add(
         observer_, record, AVSystemController_EffectiveVolumeDidChangeNotification, nullptr);
@@ -62,6 +63,14 @@ bool ServiceFixture::waitForSink(const std::string& sink, const Channels& channe
 
 bool ServiceFixture::waitForStream(const rigs::PlayingStream& stream, const Channels& channels) {
     return waitUntil([&] { return stream.volumes() == channels; });
+}
+
+std::unique_ptr<rigs::PlayingStream> ServiceFixture::play(const std::string& role,
+                                                          const Channels& volume) {
+    program_ = std::make_unique<rigs::OtherProgram>(server_->address());
+    auto stream = program_->play({.role = role});
+    EXPECT_TRUE(waitForStream(*stream, volume));
+    return stream;
 }
 
 std::vector<float> ServiceFixture::volumesPosted(const std::string& category) const {

@@ -26,6 +26,7 @@ class ServiceFixture : public testing::Test {
     struct Posted {
         std::string category;
         float volume = 0;
+        std::string route{};  ///< At that moment.
     };
 
     explicit ServiceFixture(ServerKind kind);
@@ -59,6 +60,10 @@ class ServiceFixture : public testing::Test {
     static bool waitForStream(const rigs::PlayingStream& stream, const Channels& channels);
     /// The volumes told of the category, in their order.
     std::vector<float> volumesPosted(const std::string& category) const;
+    /// Plays in that role, as a program of its own, and waits until the server has the stream at
+    /// that volume.
+    std::unique_ptr<rigs::PlayingStream> play(const std::string& role,
+                                              const Channels& volume = {65536, 65536});
     const Posted* lastPosted(const std::string& category) const;
 
     rigs::ServerFolder folder_;
@@ -66,6 +71,7 @@ class ServiceFixture : public testing::Test {
     GLibRunLoop loop_;
     std::shared_ptr<PulseAudioController> controller_;
     std::vector<Posted> posted_;
+    std::unique_ptr<rigs::OtherProgram> program_;
     std::shared_ptr<NSObject> observer_ = std::make_shared<NSObject>();
 };
 

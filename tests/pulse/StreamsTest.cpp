@@ -1,5 +1,7 @@
 #include "tests/pulse/ServiceFixture.hpp"
 
+#include <algorithm>
+
 // Streams that really play, and what the service does to them; the volume that a stream has in the
 // end, and that both of its channels are heard.
 
@@ -91,6 +93,23 @@ TEST_P(PulseStreams, AreHeardInBothChannelsAfterEveryWayOfMovingThem) {
             EXPECT_TRUE(waitUntil(bothAreHeard)) << category;
         }
         ASSERT_TRUE(waitUntil([&] { return ear->left() == 0; }));
+    }
+}
+
+TEST_P(PulseStreams, GoToEveryPlaceOfTheScaleAndBack) {
+    startBoth();
+    const Program phone = play("phone");
+    for (const unsigned raw : {0U, 1U, 328U, 24642U, 65536U}) {
+        const float fraction = static_cast<float>(raw) / 65536;
+        ASSERT_TRUE(controller_->setVolumeTo(fraction, "PhoneCall"));
+        EXPECT_TRUE(waitForStream(*phone.stream, {raw, raw})) << raw;
+        EXPECT_TRUE(waitToRead("PhoneCall", fraction)) << raw;
+    }
+    runFor(0.4);  // What happens to a stream that has only begun is no wish of anybody's.
+    for (const unsigned raw : {24642U, 1U, 65537U, 98304U, 0U}) {
+        setStream(*phone.stream, std::to_string(raw));
+        EXPECT_TRUE(waitToRead("PhoneCall", static_cast<float>(std::min(raw, 65536U)) / 65536))
+            << raw;
     }
 }
 

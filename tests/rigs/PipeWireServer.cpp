@@ -69,7 +69,7 @@ void PipeWireServer::start() {
     const std::filesystem::path core = folder_.path() / "pipewire-0";
     if (!waitUntil([&] { return isListening(core); }))
         throw std::runtime_error("PipeWire takes no connection: " + folder_.logged());
-    sessionManager_ = startProgram("wireplumber");
+    if (manager_ == SessionManager::WirePlumber) sessionManager_ = startProgram("wireplumber");
     pulseServer_ = startProgram("pipewire-pulse");
 }
 
@@ -83,8 +83,12 @@ void PipeWireServer::stop(int signal) {
 
 bool PipeWireServer::isReady() const {
     if (!SoundServer::isReady()) return false;
-    const std::string metadata = outputOf({"pw-cli", "ls", "Metadata"}, folder_.environment());
-    return metadata.find("\"route-settings\"") != std::string::npos;
+    try {
+        const std::string list = outputOf({"pw-cli", "ls", "Metadata"}, folder_.environment());
+        return list.find("\"route-settings\"") != std::string::npos;
+    } catch (const std::runtime_error&) {
+        return false;  // It ended in between.
+    }
 }
 
 void PipeWireServer::suspend() {

@@ -11,12 +11,15 @@ namespace rigs {
 class PipeWireServer : public SoundServer {
  public:
     enum class Bluetooth { Off, On };
+    enum class SessionManager { None, WirePlumber };
 
     using SoundServer::SoundServer;
     ServerKind kind() const override { return ServerKind::PipeWire; }
 
     /// Before start(): look for Bluetooth devices on the system bus of the environment.
     void setBluetooth(Bluetooth bluetooth) { bluetooth_ = bluetooth; }
+    /// Before start(): without one, isReady() is never true.
+    void setSessionManager(SessionManager manager) { manager_ = manager; }
     /// Before start(): one more object of the core, in the form of its configuration.
     void addObject(const std::string& object) { extraObjects_ += object + "\n"; }
 
@@ -36,6 +39,7 @@ class PipeWireServer : public SoundServer {
     ChildProcess startProgram(const std::string& name) const;
 
     Bluetooth bluetooth_ = Bluetooth::Off;
+    SessionManager manager_ = SessionManager::WirePlumber;
     std::string extraObjects_;
     ChildProcess core_;
     ChildProcess sessionManager_;

@@ -30,6 +30,18 @@ std::string ServerFolder::logged() const {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
+std::ptrdiff_t ServerFolder::programs() const {
+    const std::string home = "HOME=" + path_.string();
+    std::ptrdiff_t count = 0;
+    for (const auto& process : std::filesystem::directory_iterator("/proc")) {
+        std::ifstream file(process.path() / "environ");
+        std::string variable;
+        while (std::getline(file, variable, '\0'))
+            count += variable == home;
+    }
+    return count;
+}
+
 Environment ServerFolder::environment() const {
     const std::string folder = path_.string();
     // Not only unset: without the variable, programs look for a bus at its usual place.

@@ -2,6 +2,7 @@
 
 #include "tests/rigs/ChildProcess.hpp"
 
+#include <cstddef>
 #include <filesystem>
 #include <string>
 
@@ -24,6 +25,9 @@ class ServerFolder {
     std::filesystem::path log() const { return path_ / "log"; }
     /// What the programs have said, for a failure's message.
     std::string logged() const;
+
+    /// How many programs run with the folder as their home.
+    std::ptrdiff_t programs() const;
 
     /// For programs that live in the folder: no bus, no screen, nothing of the user's.
     Environment environment() const;
