@@ -27,15 +27,10 @@ std::shared_ptr<UISlider> sliderOf(gpointer element) {
     return std::dynamic_pointer_cast<UISlider>(stateOf(element).view.lock());
 }
 
-double percentOf(const UISlider& slider) {
-    const double range = double{slider.maximumValue()} - double{slider.minimumValue()};
-    return range > 0 ? 100 * (double{slider.value()} - double{slider.minimumValue()}) / range : 0;
-}
-
 void getValueAndText(AtkValue* element, double* value, char** text) {
     const std::shared_ptr<UISlider> slider = sliderOf(element);
     if (value) *value = slider ? double{slider->value()} : 0;
-    if (text) *text = slider ? g_strdup_printf("%.0f%%", percentOf(*slider)) : nullptr;
+    if (text) *text = nullptr;
 }
 
 AtkRange* getRange(AtkValue* element) {
