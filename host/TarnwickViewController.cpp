@@ -27,6 +27,7 @@ constexpr Selector<Controller> selectors[] = {
     selector<&Controller::viewHeight, Controller>("viewHeight"),
     selector<&Controller::preferredViewSize, Controller>("preferredViewSize"),
     selector<&Controller::visibleCategoriesCount, Controller>("visibleCategoriesCount"),
+    selector<&Controller::updateValues, Controller>("updateValues"),
     selector<&Controller::viewWillAppear, Controller>("viewWillAppear"),
     selector<&Controller::viewDidAppear, Controller>("viewDidAppear"),
     selector<&Controller::viewWillDisappear, Controller>("viewWillDisappear"),
@@ -126,4 +127,8 @@ std::shared_ptr<NSObject> TarnwickViewController::launchURLForTapLocation(const 
     touch->setPhase(UITouchPhase::Ended);
     forward(touch);
     return nullptr;
+}
+
+void TarnwickViewController::updateValues() {
+    if (_view) _view->updateValues();
 }

@@ -30,6 +30,9 @@ class TarnwickViewController : public BBWeeAppController {
     CGSize preferredViewSize();
     /// Also finds out what kind of device this is.
     std::int32_t visibleCategoriesCount();
+    /// Optional for a host: volumes may be known, or not be known any more, without a notification.
+    /// Fills every row from the service.
+    void updateValues();
     void viewWillAppear() override {}
     void viewDidAppear() override {}
     void viewWillDisappear() override;

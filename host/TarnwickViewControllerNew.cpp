@@ -26,6 +26,7 @@ constexpr Selector<Controller> selectors[] = {
     selector<&Controller::destroyMixer, Controller>("destroyMixer"),
     selector<&Controller::hostWillPresent, Controller>("hostWillPresent"),
     selector<&Controller::unloadView, Controller>("unloadView"),
+    selector<&Controller::updateValues, Controller>("updateValues"),
     selector<&Controller::bundle, Controller>("bundle"),
 };
 
@@ -132,4 +133,8 @@ void TarnwickViewControllerNew::unloadView() {
 TarnwickViewControllerNew::~TarnwickViewControllerNew() {
     NSLog("TW: dealloc");
     destroyMixer();
+}
+
+void TarnwickViewControllerNew::updateValues() {
+    if (twview) twview->updateValues();
 }

@@ -30,6 +30,9 @@ class TarnwickViewControllerNew : public _SBUIWidgetViewController {
     void destroyMixer();
     void hostWillPresent() override;
     void unloadView() override;
+    /// Optional for a host: volumes may be known, or not be known any more, without a notification.
+    /// Fills every row from the service.
+    void updateValues();
 
     std::shared_ptr<NSBundle> bundle() const { return _bundle; }
     void setBundle(const std::shared_ptr<NSBundle>& bundle) { _bundle = bundle; }

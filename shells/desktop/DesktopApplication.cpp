@@ -121,12 +121,14 @@ int DesktopApplication::runWindow(GdkDisplay* display) {
         widget_->dismiss();
         widget_->present();
     });
+    sound_->setAvailabilityHandler([this] { widget_->readAgain(); });
     sound_->setSilenceHandler([this, &window] { window.setNotice(soundNotice()); });
     window.setFirstFrameHandler([this] { sound_->connect(); });
     const EndSignals signals(window);
     window.show();
     g_main_loop_run(loop.get());
     sound_->setChangeHandler({});
+    sound_->setAvailabilityHandler({});
     sound_->setSilenceHandler({});
     letVolumesArrive();
     return EXIT_SUCCESS;

@@ -28,6 +28,9 @@ class HostedWidget : public PanelWidget {
         sizeHandler_ = std::move(handler);
     }
 
+ protected:
+    NSObject& controller() override { return *controller_; }
+
  private:
     class Host;
 

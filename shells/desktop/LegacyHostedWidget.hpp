@@ -23,6 +23,9 @@ class LegacyHostedWidget : public PanelWidget {
         sizeHandler_ = std::move(handler);
     }
 
+ protected:
+    NSObject& controller() override { return *controller_; }
+
  private:
     bool responds(const char* selector) const { return controller_->respondsToSelector(selector); }
     void measure();

@@ -20,6 +20,12 @@ class PanelWidget {
     virtual void present() = 0;
     virtual void dismiss() = 0;
     virtual bool isPresented() const = 0;
+    /// Lets a presented widget read its volumes again: by the message "updateValues" where its
+    /// controller responds to that, else by presenting it anew.
+    void readAgain();
     /// Called after the preferred size has become another one.
     virtual void setSizeHandler(std::function<void()> handler) = 0;
+
+ protected:
+    virtual NSObject& controller() = 0;
 };

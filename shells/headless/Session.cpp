@@ -63,11 +63,13 @@ void Session::finish() {
 
 void Session::watchServer() {
     device_->observeServer([this](Device::ServerEvent event) {
-        if (event == Device::ServerEvent::AvailabilityChanged)
+        if (event == Device::ServerEvent::AvailabilityChanged) {
             events_.write({{"event", "availability"}});
-        else
-            events_.write(
-                {{"event", "server"}, {"answers", event == Device::ServerEvent::BeganToAnswer}});
+            stage_.readAgain();
+            return;
+        }
+        const bool answers = event == Device::ServerEvent::BeganToAnswer;
+        events_.write({{"event", "server"}, {"answers", answers}});
     });
 }
 

@@ -35,6 +35,13 @@ Failure Stage::release() {
     return std::nullopt;
 }
 
+void Stage::readAgain() {
+    constexpr const char* selector = "updateValues";
+    const auto controller = controller_;  // It may be released on the way.
+    if (controller && controller->respondsToSelector(selector))
+        controller->performSelector(selector, {});
+}
+
 void Stage::setParentWidth(const std::optional<double>& width) {
     if (const auto controller = viewController()) controller->removeFromParentViewController();
     parent_ = nullptr;

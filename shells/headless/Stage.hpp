@@ -25,6 +25,9 @@ class Stage {
     /// nullptr when there is none.
     const std::shared_ptr<NSObject>& controller() const { return controller_; }
 
+    /// Sends the controller "updateValues", if there is one that responds to it.
+    void readAgain();
+
     /// Points; nullopt: no parent view controller.
     void setParentWidth(const std::optional<double>& width);
     WidgetHost& host() { return *host_; }

@@ -53,7 +53,7 @@ void SoundService::connect() {
     server_ = std::move(server);
     server_->setAnswersHandler([this](SoundServer::Answers answers) { serverAnswers(answers); });
     server_->setAvailabilityHandler([this] {
-        if (changeHandler_) changeHandler_();
+        if (availabilityHandler_) availabilityHandler_();
     });
     beginToWait();
     install(server_->service());

@@ -33,9 +33,12 @@ class SoundService {
     /// Whether a volume that was set is still on its way.
     bool isWriting() const { return server_ && server_->isWriting(); }
 
-    /// Called when the widget has to be assembled anew: another service was installed, or what
-    /// can be read has changed.
+    /// Called when the widget has to be assembled anew: another service was installed.
     void setChangeHandler(std::function<void()> handler) { changeHandler_ = std::move(handler); }
+    /// Called when its rows have to be read again, as no notification says what has changed.
+    void setAvailabilityHandler(std::function<void()> handler) {
+        availabilityHandler_ = std::move(handler);
+    }
     /// Called when isSilent() has become another.
     void setSilenceHandler(std::function<void()> handler) { silenceHandler_ = std::move(handler); }
 
@@ -54,5 +57,6 @@ class SoundService {
     /// What the waiting under way holds: a new one, or the end of this, makes it forget.
     std::shared_ptr<const bool> waiting_;
     std::function<void()> changeHandler_;
+    std::function<void()> availabilityHandler_;
     std::function<void()> silenceHandler_;
 };

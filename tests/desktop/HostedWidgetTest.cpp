@@ -35,10 +35,19 @@ class RecordingController : public _SBUIWidgetViewController {
         if (tellsItsSize) widgetHost()->delegate()->widget(widgetHost(), size);
     }
     void hostDidDismiss() override { log_.emplace_back("dismiss"); }
+    bool respondsToSelector(std::string_view selector) const override {
+        return updatesValues && selector == "updateValues";
+    }
+    std::optional<PropertyValue> performSelector(
+        std::string_view selector, std::span<const PropertyValue> /*arguments*/) override {
+        log_.emplace_back(selector);
+        return PropertyValue();
+    }
 
     CGSize size = {560, 270};
     CGFloat parentWidth = 0;
     bool tellsItsSize = false;
+    bool updatesValues = false;
     int asked = 0;
 
  private:
@@ -94,6 +103,21 @@ TEST_F(HostedWidgetTest, TellsOfPresentationAndDismissalInTurns) {
     EXPECT_FALSE(widget->isPresented());
     widget->dismiss();
     widget->present();
+    EXPECT_EQ(log, (Log{"load", "present", "dismiss", "present"}));
+}
+
+TEST_F(HostedWidgetTest, ReadsItsVolumesAgainWithoutANewPresentation) {
+    controller->updatesValues = true;
+    widget->readAgain();
+    EXPECT_EQ(log, Log{}) << "it is not presented";
+    widget->present();
+    widget->readAgain();
+    EXPECT_EQ(log, (Log{"load", "present", "updateValues"}));
+}
+
+TEST_F(HostedWidgetTest, IsPresentedAnewToReadItsVolumesWhereItKnowsNoOtherWay) {
+    widget->present();
+    widget->readAgain();
     EXPECT_EQ(log, (Log{"load", "present", "dismiss", "present"}));
 }
 

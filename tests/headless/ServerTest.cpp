@@ -100,6 +100,8 @@ TEST_F(RealServer, TellsThatItIsGoneAndBack) {
     server.stop(SIGKILL);
     EXPECT_TRUE(waitFor("server false"));
     EXPECT_TRUE(waitFor("availability"));
+    EXPECT_EQ(captionOf(0), "Bell: unknown");
+    EXPECT_EQ(captionOf(1), "Music (Speaker): unknown");
     server.startAndWait();
     EXPECT_TRUE(waitFor("server true"));
     EXPECT_TRUE(waitFor("volume-notification Audio/Video 1"));

@@ -71,6 +71,36 @@ TEST_F(WidgetControllerMixer, IsPutIntoTheContainerOfTheFirstPresentation) {
     EXPECT_EQ(mixer().at("subviews").at(2).at("frame").dump(), "[0,110,320,50]");
 }
 
+TEST_F(WidgetControllerMixer, ReadsItsRowsAgainWhenAHostAsksForIt) {
+    show();
+    expectOk("volume Audio/Video 0.25");
+    expectOk("readable Ringtone no");
+    expectOk("route Audio/Video Headphones");
+    EXPECT_EQ(captionOf(0), "Ringtone: 50%");
+    EXPECT_TRUE(resultOf("call updateValues").is_null());
+    EXPECT_EQ(captionOf(0), "Ringtone: unknown");
+    EXPECT_EQ(captionOf(1), "Audio/Video (Headphones): 25%");
+    EXPECT_TRUE(viewWithTag(2000).at("animating").get<bool>()) << "on its way to nothing";
+    EXPECT_EQ(viewWithTag(2000).at("value"), 0);
+    expectOk("advance 1000");
+    EXPECT_FALSE(viewWithTag(2000).at("animating").get<bool>());
+    expectOk("call hostDidDismiss");
+    EXPECT_TRUE(resultOf("call updateValues").is_null())
+        << "without a mixer there is nothing to do";
+}
+
+TEST_F(WidgetControllerMixer, KeepsASliderInTheHandWhileItReadsItsRowsAgain) {
+    show();
+    expectOk("touch began 160 45");
+    expectOk("touch moved 250 45");
+    const Json held = viewWithTag(2000).at("value");
+    expectOk("readable HeadsetBT no");
+    expectOk("call updateValues");
+    EXPECT_EQ(viewWithTag(2000).at("value"), held);
+    EXPECT_TRUE(viewWithTag(2000).at("highlighted").get<bool>());
+    EXPECT_EQ(expectOk("touch moved 5000 45").front(), "set Ringtone 1");
+}
+
 TEST_F(WidgetControllerMixer, WritesTheCategoryFileAtItsFirstAssembly) {
     start({"--parent-width", "320"});
     expectOk("create");

@@ -52,6 +52,15 @@ TEST_F(LegacyHost, TapsASliderToTheVolumeUnderTheFinger) {
     EXPECT_FALSE(viewWithTag(2001).at("highlighted").get<bool>());
 }
 
+TEST_F(LegacyHost, HasTheRowsReadAgain) {
+    show();
+    expectOk("readable Ringtone no");
+    expectOk("call updateValues");
+    EXPECT_EQ(viewWithTag(1000).at("text"), "Ringtone: unknown");
+    expectOk("call unloadView");
+    expectOk("call updateValues");
+}
+
 TEST_F(LegacyHost, ReachesTheEndsOfTheSlider) {
     show();
     expectOk("call launchURLForTapLocation: " + onSlider(0, 0.88));
