@@ -58,7 +58,12 @@ bool ServiceFixture::waitForRoute(const std::string& category, const std::string
 }
 
 bool ServiceFixture::waitForSink(const std::string& sink, const Channels& channels) {
-    return waitUntil([&] { return server_->sinkVolumes(sink) == channels; });
+    return waitUntil([&] {
+        // The loop stands still while the command line client runs.
+        constexpr double betweenSeconds = 0.003;
+        runFor(betweenSeconds);
+        return server_->sinkVolumes(sink) == channels;
+    });
 }
 
 bool ServiceFixture::waitForStream(const rigs::PlayingStream& stream, const Channels& channels) {
