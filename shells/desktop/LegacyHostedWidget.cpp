@@ -2,6 +2,11 @@
 
 #include <utility>
 
+namespace {
+// Points. Such a widget's height counts its rows alone, and the last one reaches past it.
+constexpr CGFloat roomBelow = 20;
+}  // namespace
+
 LegacyHostedWidget::LegacyHostedWidget(std::shared_ptr<BBWeeAppController> controller)
     : controller_(std::move(controller)) {
     container_->setTapHandler([controller = std::weak_ptr(controller_)](const CGPoint& place) {
@@ -33,10 +38,10 @@ void LegacyHostedWidget::measure() {
     const auto loaded = controller_->view();
     const CGFloat height = responds("viewHeight") ? static_cast<CGFloat>(controller_->viewHeight())
                                                   : loaded->frame().size.height;
-    const CGRect frame = CGRectMake(0, 0, loaded->frame().size.width, height);
+    const CGFloat width = loaded->frame().size.width;
     // In this order: a view of flexible width would follow its container.
-    container_->setFrame({container_->frame().origin, frame.size});
-    loaded->setFrame(frame);
+    container_->setFrame({container_->frame().origin, {width, height + roomBelow}});
+    loaded->setFrame(CGRectMake(0, 0, width, height));
 }
 
 void LegacyHostedWidget::present() {

@@ -65,8 +65,8 @@ class LegacyHostedWidgetTest : public testing::Test {
     std::unique_ptr<LegacyHostedWidget> widget;
 };
 
-TEST_F(LegacyHostedWidgetTest, IsAsLargeAsItsControllerSays) {
-    EXPECT_EQ(widget->preferredSize(), (CGSize{320, 250}));
+TEST_F(LegacyHostedWidgetTest, IsAsLargeAsItsControllerSaysWithRoomForTheLastRow) {
+    EXPECT_EQ(widget->preferredSize(), (CGSize{320, 270}));
     EXPECT_EQ(announced, std::vector<std::string>{"org.tarnwick.mixer.isvisible"});
 }
 
@@ -138,7 +138,7 @@ TEST_F(LegacyHostedWidgetTest, AsksForTheRowsAnewWhenItComesBack) {
     widget->dismiss();
     files.writeShownCategories(2);
     widget->present();
-    EXPECT_EQ(widget->preferredSize(), (CGSize{320, 100}));
+    EXPECT_EQ(widget->preferredSize(), (CGSize{320, 120}));
     EXPECT_EQ(sizes, 1);
 }
 
