@@ -24,6 +24,11 @@ class VolumeService;
 /// its program's file name, in any case of letters. What is not there cannot be read. Of several
 /// streams the loudest is shown, and all are moved to the same volume.
 ///
+/// The volume that the user gave to an application or to conferences is remembered for as long as
+/// the controller lives: it is shown while nothing plays, every stream that comes later gets it,
+/// and what somebody else sets on one of the streams takes its place. What the user never moved
+/// is never touched.
+///
 /// It connects by itself and again whenever the connection ends. While there is none, no volume
 /// can be read and a volume set is dropped: the server that comes back may be a different one.
 /// Changes are announced as the differences of what the categories show, about 10 ms after the
