@@ -7,13 +7,15 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <fstream>
+#include <iterator>
 #include <stdexcept>
 
 namespace rigs {
 
 Conversation::Conversation(const std::vector<std::string>& words,
                            const ChildProcess::Setting& setting)
-    : name_(words[0]) {
+    : name_(words[0]), log_(setting.log) {
     std::signal(SIGPIPE, SIG_IGN);  // Writing to a program that has left is a failed write.
     int input[2];
     int output[2];
@@ -44,6 +46,11 @@ std::string Conversation::ask(const std::string& line) {
     return said;
 }
 
+std::string Conversation::logged() const {
+    std::ifstream file(log_);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
 std::string Conversation::answer() {
     std::size_t end = 0;
     while ((end = unread_.find('\n')) == std::string::npos) {
@@ -51,7 +58,7 @@ std::string Conversation::answer() {
         char bytes[4096];
         const bool came = poll(&watched, 1, static_cast<int>(patienceSeconds * 1000)) == 1;
         const ssize_t count = came ? read(output_, bytes, sizeof bytes) : 0;
-        if (count <= 0) throw std::runtime_error(name_ + " says nothing");
+        if (count <= 0) throw std::runtime_error(name_ + " says nothing; the log: " + logged());
         unread_.append(bytes, static_cast<std::size_t>(count));
     }
     std::string line = unread_.substr(0, end);

@@ -2,6 +2,7 @@
 
 #include "tests/rigs/ChildProcess.hpp"
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -22,8 +23,10 @@ class Conversation {
 
  private:
     std::string answer();
+    std::string logged() const;
 
     std::string name_;
+    std::filesystem::path log_;
     int input_ = -1;
     int output_ = -1;
     std::string unread_;
