@@ -24,7 +24,8 @@ void MirrorReader::refresh(Part part) {
     if (reading.stage == Reading::Stage::Idle) beginSoon(part);
 }
 
-void MirrorReader::refresh(std::initializer_list<Part> parts, std::function<void()> afterwards) {
+void MirrorReader::refresh(std::initializer_list<Part> parts,
+                           const std::function<void()>& afterwards) {
     const auto left = std::make_shared<std::size_t>(parts.size());
     for (const Part part : parts) {
         Reading& reading = readingOf(part);

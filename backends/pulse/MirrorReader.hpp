@@ -29,7 +29,7 @@ class MirrorReader {
     void refresh(Part part);
     /// Reads the parts without a pause. `afterwards` is called when reads that began after this
     /// call are through.
-    void refresh(std::initializer_list<Part> parts, std::function<void()> afterwards);
+    void refresh(std::initializer_list<Part> parts, const std::function<void()>& afterwards);
     /// Whether each part has been read.
     bool isComplete() const;
 

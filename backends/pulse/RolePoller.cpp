@@ -10,7 +10,7 @@ namespace {
 constexpr Version firstThatAnnounces{1, 2, 0};
 
 bool announcesRoles(const ServerInfo& server) {
-    return !server.pipeWire || *server.pipeWire >= firstThatAnnounces;
+    return !server.pipeWire || !(*server.pipeWire < firstThatAnnounces);
 }
 
 }  // namespace

@@ -5,11 +5,11 @@
 
 #include <pulse/def.h>
 
-#include <compare>
 #include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace pulse {
@@ -77,7 +77,10 @@ struct Version {
     int major = 0;
     int minor = 0;
     int micro = 0;
-    auto operator<=>(const Version&) const = default;
+    bool operator==(const Version&) const = default;
+    bool operator<(const Version& other) const {
+        return std::tie(major, minor, micro) < std::tie(other.major, other.minor, other.micro);
+    }
 };
 
 struct ServerInfo {

@@ -67,7 +67,7 @@ void write(PulseContext& context, const TargetWrite& write, const Answered& answ
 }  // namespace
 
 void writeVolumes(PulseContext& context, const std::vector<TargetWrite>& writes,
-                  std::function<void()> written) {
+                  const std::function<void()>& written) {
     if (writes.empty()) return written();
     const auto left = std::make_shared<std::size_t>(writes.size());
     for (const TargetWrite& each : writes)

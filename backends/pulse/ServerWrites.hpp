@@ -19,6 +19,6 @@ struct TargetWrite {
 /// Sends them all and unmutes what was muted. `written` comes when the server has answered the
 /// last one, whatever it said; from inside when there is none.
 void writeVolumes(PulseContext& context, const std::vector<TargetWrite>& writes,
-                  std::function<void()> written);
+                  const std::function<void()>& written);
 
 }  // namespace pulse

@@ -58,7 +58,7 @@ void VolumeWriter::acknowledged(const VolumeObject& object, std::uint64_t ticket
     if (!mirror_.server.pipeWire) return writes_.acknowledged(object, ticket);
     arrivals_.await(
         object,
-        [this, object](std::function<void()> afterwards) { read(object, std::move(afterwards)); },
+        [this, object](const std::function<void()>& afterwards) { read(object, afterwards); },
         [this, object, ticket] { writes_.acknowledged(object, ticket); });
 }
 
@@ -72,16 +72,16 @@ void VolumeWriter::confirm(const VolumeObject& object, std::uint64_t ticket) {
     read(object, [this, object, ticket] { finish(object, ticket); });
 }
 
-void VolumeWriter::read(const VolumeObject& object, std::function<void()> afterwards) {
+void VolumeWriter::read(const VolumeObject& object, const std::function<void()>& afterwards) {
     switch (object.kind) {
         case VolumeObject::Kind::Sink:
-            return reader_->refresh({Part::Sinks}, std::move(afterwards));
+            return reader_->refresh({Part::Sinks}, afterwards);
         case VolumeObject::Kind::Source:
-            return reader_->refresh({Part::Sources}, std::move(afterwards));
+            return reader_->refresh({Part::Sources}, afterwards);
         case VolumeObject::Kind::Role:
-            return reader_->refresh({Part::RoleEntries, Part::Streams}, std::move(afterwards));
+            return reader_->refresh({Part::RoleEntries, Part::Streams}, afterwards);
         default:
-            return reader_->refresh({Part::Streams}, std::move(afterwards));
+            return reader_->refresh({Part::Streams}, afterwards);
     }
 }
 

@@ -46,7 +46,7 @@ class VolumeWriter {
     void acknowledged(const VolumeObject& object, std::uint64_t ticket);
     void confirmInTime(const VolumeObject& object, std::uint64_t ticket);
     void confirm(const VolumeObject& object, std::uint64_t ticket);
-    void read(const VolumeObject& object, std::function<void()> afterwards);
+    void read(const VolumeObject& object, const std::function<void()>& afterwards);
     void finish(const VolumeObject& object, std::uint64_t ticket);
 
     const ServerMirror& mirror_;
