@@ -12,7 +12,7 @@ CGFloat parentWidthForModel(const std::string& model);
 
 /// A widget under its host: gives its controller a parent and a host to talk to, loads its view,
 /// presents and dismisses it, and keeps its container as large as it prefers to be. Main thread.
-class HostedWidget : public PanelWidget {
+class HostedWidget final : public PanelWidget {
  public:
     /// `parentWidth` is in points.
     HostedWidget(std::shared_ptr<_SBUIWidgetViewController> controller, CGFloat parentWidth);

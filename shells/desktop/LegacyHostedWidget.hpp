@@ -8,7 +8,7 @@
 
 /// A widget under the legacy host: the controller's own view in a container that passes on taps
 /// only, as their places. Loaded when it is presented, unloaded when it is dismissed. Main thread.
-class LegacyHostedWidget : public PanelWidget {
+class LegacyHostedWidget final : public PanelWidget {
  public:
     explicit LegacyHostedWidget(std::shared_ptr<BBWeeAppController> controller);
     /// Dismisses it if it is presented.
