@@ -3,14 +3,14 @@
 #include "platform/foundation/MachineModel.hpp"
 #include "platform/foundation/NSRunLoop.hpp"
 #include "platform/uikit/UILabel.hpp"
+#include "shells/common/ApplicationId.hpp"
 #include "shells/common/BundleLocation.hpp"
 #include "shells/common/WidgetBundle.hpp"
-#include "shells/desktop/ApplicationId.hpp"
 #include "shells/desktop/DesktopWindow.hpp"
-#include "shells/desktop/HostedWidget.hpp"
-#include "shells/desktop/LegacyHostedWidget.hpp"
 #include "shells/desktop/PanelPicture.hpp"
-#include "shells/desktop/RowReport.hpp"
+#include "shells/panel/HostedWidget.hpp"
+#include "shells/panel/LegacyHostedWidget.hpp"
+#include "shells/panel/RowReport.hpp"
 
 #include <glib-unix.h>
 

@@ -2,7 +2,7 @@
 
 #include "backends/glib/GLibRunLoop.hpp"
 #include "shells/desktop/DesktopOptions.hpp"
-#include "shells/desktop/PanelWidget.hpp"
+#include "shells/panel/PanelWidget.hpp"
 #include "shells/sound/SoundService.hpp"
 
 #include <memory>

@@ -1,7 +1,7 @@
 #include "shells/desktop/DesktopWindow.hpp"
 
 #include "backends/gdk/GdkDesktopSettings.hpp"
-#include "shells/desktop/ApplicationId.hpp"
+#include "shells/common/ApplicationId.hpp"
 
 #include <gdk/gdkkeysyms.h>
 

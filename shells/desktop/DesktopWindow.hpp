@@ -3,8 +3,8 @@
 #include "backends/gdk/AccessibilityLoader.hpp"
 #include "backends/gdk/GdkEvents.hpp"
 #include "backends/gdk/GdkViewHost.hpp"
-#include "shells/desktop/PanelContent.hpp"
-#include "shells/desktop/PanelView.hpp"
+#include "shells/panel/PanelContent.hpp"
+#include "shells/panel/PanelView.hpp"
 
 #include <functional>
 #include <memory>

@@ -1,5 +1,5 @@
 #include "backends/gdk/GdkWindowShadow.hpp"
-#include "shells/desktop/ApplicationId.hpp"
+#include "shells/common/ApplicationId.hpp"
 #include "shells/desktop/DesktopWindow.hpp"
 #include "shells/desktop/WindowOutline.hpp"
 

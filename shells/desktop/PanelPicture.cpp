@@ -2,8 +2,8 @@
 
 #include "backends/cairo/CairoPicture.hpp"
 #include "platform/uikit/UIWindow.hpp"
-#include "shells/desktop/PanelContent.hpp"
-#include "shells/desktop/PanelView.hpp"
+#include "shells/panel/PanelContent.hpp"
+#include "shells/panel/PanelView.hpp"
 
 namespace {
 constexpr CGFloat scale = 2;            // pixels a point

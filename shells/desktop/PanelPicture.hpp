@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shells/desktop/PanelWidget.hpp"
+#include "shells/panel/PanelWidget.hpp"
 
 #include <string>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shells/desktop/PanelLayout.hpp"
+#include "shells/panel/PanelLayout.hpp"
 
 #include <gdk/gdk.h>
 

@@ -4,7 +4,7 @@
 #include "platform/celestial/SimulatedAudioDevice.hpp"
 #include "platform/uikit/UISlider.hpp"
 #include "shells/desktop/DesktopWindow.hpp"
-#include "shells/desktop/HostedWidget.hpp"
+#include "shells/panel/HostedWidget.hpp"
 #include "tests/desktop/MainLoop.hpp"
 #include "tests/desktop/XServer.hpp"
 #include "tests/support/MixerFiles.hpp"

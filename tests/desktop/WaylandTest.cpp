@@ -6,7 +6,7 @@
 #include "shells/common/Backends.hpp"
 #include "shells/common/WidgetBundle.hpp"
 #include "shells/desktop/DesktopWindow.hpp"
-#include "shells/desktop/HostedWidget.hpp"
+#include "shells/panel/HostedWidget.hpp"
 #include "tests/desktop/MainLoop.hpp"
 #include "tests/desktop/WaylandServer.hpp"
 #include "tests/support/MixerFiles.hpp"

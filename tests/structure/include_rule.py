@@ -36,7 +36,7 @@ LIBRARIES = {
     "backends/gdk/": r"gdk/.*|glib.*\.h|gio/.*|atk.*|cairo.*\.h|gmodule\.h|(dlfcn|unistd)\.h",
     "shells/headless/": r"nlohmann/.*|glib.*\.h|(poll|unistd|fcntl|signal)\.h|sys/[a-z]+\.h",
     "shells/desktop/": r"gdk/.*|glib.*\.h|gio/.*|cairo.*\.h|(unistd|getopt|signal)\.h|sys/[a-z]+\.h",
-    "shells/sound/": r"dlfcn\.h",
+    "shells/panel/": r"glib\.h",
     "shells/common/": r"nlohmann/.*|(unistd|getopt)\.h",
     "shells/control/": r"glib.*\.h|(unistd|fcntl)\.h",
     "shells/sound/": r"(dlfcn|unistd)\.h|glib.*\.h",

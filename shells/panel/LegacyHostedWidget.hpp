@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/uikit/BBWeeAppController.hpp"
-#include "shells/desktop/PanelWidget.hpp"
-#include "shells/desktop/TapView.hpp"
+#include "shells/panel/PanelWidget.hpp"
+#include "shells/panel/TapView.hpp"
 
 #include <memory>
 

@@ -1,4 +1,4 @@
-#include "shells/desktop/LegacyHostedWidget.hpp"
+#include "shells/panel/LegacyHostedWidget.hpp"
 
 #include <utility>
 

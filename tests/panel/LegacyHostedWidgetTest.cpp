@@ -7,7 +7,7 @@
 #include "platform/uikit/UIWindow.hpp"
 #include "shells/common/Backends.hpp"
 #include "shells/common/WidgetBundle.hpp"
-#include "shells/desktop/LegacyHostedWidget.hpp"
+#include "shells/panel/LegacyHostedWidget.hpp"
 #include "tests/support/MixerFiles.hpp"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "shells/desktop/PanelView.hpp"
+#include "shells/panel/PanelView.hpp"
 
 #include "platform/uikit/UIControl.hpp"
 

@@ -1,7 +1,7 @@
-#include "shells/desktop/PanelContent.hpp"
+#include "shells/panel/PanelContent.hpp"
 
 #include "platform/uikit/UIAccessibility.hpp"
-#include "shells/desktop/EmptyNotice.hpp"
+#include "shells/panel/EmptyNotice.hpp"
 
 PanelContent panelContent(PanelWidget& widget) {
     const CGSize wanted = widget.preferredSize();

@@ -1,4 +1,4 @@
-#include "shells/desktop/PanelLayout.hpp"
+#include "shells/panel/PanelLayout.hpp"
 
 #include <algorithm>
 #include <cmath>

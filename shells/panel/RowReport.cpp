@@ -1,4 +1,4 @@
-#include "shells/desktop/RowReport.hpp"
+#include "shells/panel/RowReport.hpp"
 
 #include "platform/uikit/UIAccessibility.hpp"
 

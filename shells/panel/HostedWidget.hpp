@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/uikit/SBUIWidgetViewController.hpp"
-#include "shells/desktop/PanelWidget.hpp"
+#include "shells/panel/PanelWidget.hpp"
 
 #include <memory>
 #include <optional>

@@ -1,4 +1,4 @@
-#include "shells/desktop/TapView.hpp"
+#include "shells/panel/TapView.hpp"
 
 #include <algorithm>
 #include <cmath>

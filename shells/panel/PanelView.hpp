@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/uikit/UIView.hpp"
-#include "shells/desktop/CentredLabel.hpp"
-#include "shells/desktop/ScrollingView.hpp"
+#include "shells/panel/CentredLabel.hpp"
+#include "shells/panel/ScrollingView.hpp"
 
 #include <functional>
 

@@ -1,9 +1,9 @@
 #include "platform/foundation/PreferencesDirectory.hpp"
 #include "platform/uikit/UIAccessibility.hpp"
 #include "platform/uikit/UILabel.hpp"
-#include "shells/desktop/HostedWidget.hpp"
-#include "shells/desktop/PanelContent.hpp"
-#include "shells/desktop/RowReport.hpp"
+#include "shells/panel/HostedWidget.hpp"
+#include "shells/panel/PanelContent.hpp"
+#include "shells/panel/RowReport.hpp"
 
 #include <glib.h>
 #include <gtest/gtest.h>

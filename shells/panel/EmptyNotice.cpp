@@ -1,8 +1,8 @@
-#include "shells/desktop/EmptyNotice.hpp"
+#include "shells/panel/EmptyNotice.hpp"
 
 #include "platform/foundation/PreferencesDirectory.hpp"
-#include "shells/desktop/ApplicationId.hpp"
-#include "shells/desktop/CentredLabel.hpp"
+#include "shells/common/ApplicationId.hpp"
+#include "shells/panel/CentredLabel.hpp"
 
 #include <glib.h>
 

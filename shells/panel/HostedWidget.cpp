@@ -1,4 +1,4 @@
-#include "shells/desktop/HostedWidget.hpp"
+#include "shells/panel/HostedWidget.hpp"
 
 #include "platform/foundation/NSRunLoop.hpp"
 

@@ -6,7 +6,7 @@
 #include "platform/uikit/UIAccessibility.hpp"
 #include "shells/common/Backends.hpp"
 #include "shells/common/WidgetBundle.hpp"
-#include "shells/desktop/HostedWidget.hpp"
+#include "shells/panel/HostedWidget.hpp"
 #include "tests/support/MixerFiles.hpp"
 #include "tests/support/VirtualClock.hpp"
 

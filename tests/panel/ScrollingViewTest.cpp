@@ -1,6 +1,6 @@
 #include "platform/uikit/UISlider.hpp"
 #include "platform/uikit/UIWindow.hpp"
-#include "shells/desktop/PanelView.hpp"
+#include "shells/panel/PanelView.hpp"
 
 #include <gtest/gtest.h>
 

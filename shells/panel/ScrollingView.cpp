@@ -1,4 +1,4 @@
-#include "shells/desktop/ScrollingView.hpp"
+#include "shells/panel/ScrollingView.hpp"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "shells/desktop/PanelWidget.hpp"
+#include "shells/panel/PanelWidget.hpp"
 
 void PanelWidget::readAgain() {
     constexpr const char* selector = "updateValues";

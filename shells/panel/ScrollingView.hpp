@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/uikit/UIView.hpp"
-#include "shells/desktop/PanelLayout.hpp"
+#include "shells/panel/PanelLayout.hpp"
 
 /// Shows one view through an opening, moved up and down when it is taller than that, with a thin
 /// indicator of where it stands.
