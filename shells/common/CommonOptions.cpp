@@ -16,6 +16,14 @@ auto storeIn(std::optional<std::string>& target) {
     };
 }
 
+auto addTo(std::vector<std::string>& target) {
+    return [&target](const std::string& value) -> std::optional<std::string> {
+        if (value.empty()) return "the value is empty";
+        target.push_back(value);
+        return std::nullopt;
+    };
+}
+
 auto raise(bool& flag) {
     return [&flag](const std::string&) -> std::optional<std::string> {
         flag = true;
@@ -35,7 +43,7 @@ std::vector<Option> commonOptions(CommonOptions& target) {
          storeIn(target.preferences)},
         {"--model", "NAME", "the machine model, such as iPhone6,1 or iPad4,1",
          storeIn(target.model)},
-        {"--bundle", "DIR", "the folder of the widget's bundle", storeIn(target.bundle)},
+        {"--bundle", "DIR", "the folder of a widget's bundle", addTo(target.bundles)},
         {"--help", "", "print this and leave", raise(target.help)},
         {"--version", "", "print the version and leave", raise(target.version)},
     };

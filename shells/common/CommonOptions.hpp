@@ -13,7 +13,7 @@ namespace shell {
 struct CommonOptions {
     std::optional<std::string> preferences;  ///< The folder of both files of the mixer.
     std::optional<std::string> model;        ///< The machine model, such as "iPad4,1".
-    std::optional<std::string> bundle;       ///< The folder of the widget's bundle.
+    std::vector<std::string> bundles;        ///< The folders of widgets' bundles.
     bool help = false;
     bool version = false;
 };

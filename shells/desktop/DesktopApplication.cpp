@@ -5,11 +5,10 @@
 #include "platform/uikit/UILabel.hpp"
 #include "shells/common/ApplicationId.hpp"
 #include "shells/common/BundleLocation.hpp"
-#include "shells/common/WidgetBundle.hpp"
 #include "shells/desktop/DesktopWindow.hpp"
 #include "shells/desktop/PanelPicture.hpp"
 #include "shells/panel/HostedWidget.hpp"
-#include "shells/panel/LegacyHostedWidget.hpp"
+#include "shells/panel/OpenWidgets.hpp"
 #include "shells/panel/RowReport.hpp"
 
 #include <glib-unix.h>
@@ -83,33 +82,21 @@ int DesktopApplication::run() {
     sound_ = std::make_unique<SoundService>(
         options_.simulate ? SoundSource::Simulated : SoundSource::Server,
         modulePath(soundServerModule));
-    if (!createWidget()) return EXIT_FAILURE;
+    if (!openWidget()) return EXIT_FAILURE;
     if (options_.paint) return paint(*options_.paint);
     return display ? runWindow(display) : reportRows();
 }
 
-bool DesktopApplication::createWidget() {
-    const std::string path = shell::bundlePath(options_.common.bundle, shell::programDirectory());
+bool DesktopApplication::openWidget() {
     // A machine that says nothing of itself, and has a desktop, has a larger screen.
     if (machineModel().empty()) setMachineModel("iPad");
-    const auto error = options_.host == HostKind::Legacy ? hostLegacy(path) : hostCurrent(path);
-    if (error) complain(*error);
-    return !error;
-}
-
-std::optional<std::string> DesktopApplication::hostCurrent(const std::string& bundlePath) {
-    auto [controller, error] = shell::createController(bundlePath);
-    if (!controller) return error;
-    widget_ =
-        std::make_unique<HostedWidget>(std::move(controller), parentWidthForModel(machineModel()));
-    return std::nullopt;
-}
-
-std::optional<std::string> DesktopApplication::hostLegacy(const std::string& bundlePath) {
-    auto [controller, error] = shell::createLegacyController(bundlePath);
-    if (!controller) return error;
-    widget_ = std::make_unique<LegacyHostedWidget>(std::move(controller));
-    return std::nullopt;
+    OpenedWidgets opened =
+        openWidgets(shell::bundlePaths(options_.common.bundles, shell::programDirectory()),
+                    options_.host, parentWidthForModel(machineModel()));
+    for (const std::string& complaint : opened.complaints)
+        complain(complaint);
+    widget_ = std::move(opened.widget);
+    return opened.anyLoaded;
 }
 
 int DesktopApplication::runWindow(GdkDisplay* display) {

@@ -21,10 +21,8 @@ class DesktopApplication {
     int run();
 
  private:
-    bool createWidget();
-    /// Answer why there is none; nullopt when there is.
-    std::optional<std::string> hostCurrent(const std::string& bundlePath);
-    std::optional<std::string> hostLegacy(const std::string& bundlePath);
+    /// Says what could not be loaded; answers whether anything could.
+    bool openWidget();
     int runWindow(GdkDisplay* display);
     /// Without a display: a picture in the user's cache folder and the rows as text.
     int reportRows();

@@ -1,9 +1,7 @@
 #pragma once
 
 #include "shells/common/CommonOptions.hpp"
-
-/// The kinds of host that a widget can be shown under.
-enum class HostKind { Current, Legacy };
+#include "shells/panel/OpenWidgets.hpp"
 
 /// What the user of the desktop program chose.
 struct DesktopOptions {

@@ -55,7 +55,9 @@ int converse(const SessionOptions& options, std::unique_ptr<Device> device) {
 
 int host(const HeadlessOptions& chosen) {
     SessionOptions options;
-    options.bundlePath = shell::bundlePath(chosen.common.bundle, shell::programDirectory());
+    const auto& bundles = chosen.common.bundles;
+    options.bundlePath =
+        bundles.empty() ? shell::bundlePath(shell::programDirectory()) : bundles.back();
     options.parentWidth = chosen.parentWidth;
     options.clock = chosen.clock();
     if (chosen.server == ServerKind::Simulated) return converse(options, makeSimulatedDevice());

@@ -62,7 +62,7 @@ HostedWidget::HostedWidget(std::shared_ptr<_SBUIWidgetViewController> controller
 }
 
 HostedWidget::~HostedWidget() {
-    sizeHandler_ = {};
+    setSizeHandler({});
     dismiss();
     host_->silence();
 }
@@ -76,18 +76,18 @@ CGSize HostedWidget::preferredSize() {
 }
 
 void HostedWidget::present() {
-    if (std::exchange(presented_, true)) return;
+    if (!becomesPresented()) return;
     view();
     // It says its size before it has its rows: who is told wants to see both.
     const std::optional<CGSize> before = size_;
     presenting_ = true;
     controller_->hostWillPresent();
     presenting_ = false;
-    if (size_ != before && sizeHandler_) sizeHandler_();
+    if (size_ != before) sizeHasChanged();
 }
 
 void HostedWidget::dismiss() {
-    if (std::exchange(presented_, false)) controller_->hostDidDismiss();
+    if (becomesDismissed()) controller_->hostDidDismiss();
 }
 
 void HostedWidget::preferredSizeIs(const CGSize& size) {
@@ -95,7 +95,7 @@ void HostedWidget::preferredSizeIs(const CGSize& size) {
     container->setFrame({container->frame().origin, size});
     const bool isNews = size_ != size;
     size_ = size;
-    if (isNews && !presenting_ && sizeHandler_) sizeHandler_();
+    if (isNews && !presenting_) sizeHasChanged();
 }
 
 void HostedWidget::askForSizeLater() {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/uikit/SBUIWidgetViewController.hpp"
-#include "shells/panel/PanelWidget.hpp"
+#include "shells/panel/ControllerWidget.hpp"
 
 #include <memory>
 #include <optional>
@@ -12,7 +12,7 @@ CGFloat parentWidthForModel(const std::string& model);
 
 /// A widget under its host: gives its controller a parent and a host to talk to, loads its view,
 /// presents and dismisses it, and keeps its container as large as it prefers to be. Main thread.
-class HostedWidget final : public PanelWidget {
+class HostedWidget final : public ControllerWidget {
  public:
     /// `parentWidth` is in points.
     HostedWidget(std::shared_ptr<_SBUIWidgetViewController> controller, CGFloat parentWidth);
@@ -23,10 +23,6 @@ class HostedWidget final : public PanelWidget {
     CGSize preferredSize() override;
     void present() override;
     void dismiss() override;
-    bool isPresented() const override { return presented_; }
-    void setSizeHandler(std::function<void()> handler) override {
-        sizeHandler_ = std::move(handler);
-    }
 
  protected:
     NSObject& controller() override { return *controller_; }
@@ -41,7 +37,5 @@ class HostedWidget final : public PanelWidget {
     std::shared_ptr<UIViewController> parent_;
     std::shared_ptr<Host> host_;
     std::optional<CGSize> size_;
-    bool presented_ = false;
     bool presenting_ = false;  ///< Within the widget's own hostWillPresent.
-    std::function<void()> sizeHandler_;
 };

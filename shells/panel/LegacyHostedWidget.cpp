@@ -17,7 +17,7 @@ LegacyHostedWidget::LegacyHostedWidget(std::shared_ptr<BBWeeAppController> contr
 }
 
 LegacyHostedWidget::~LegacyHostedWidget() {
-    sizeHandler_ = {};
+    setSizeHandler({});
     dismiss();
 }
 
@@ -45,17 +45,17 @@ void LegacyHostedWidget::measure() {
 }
 
 void LegacyHostedWidget::present() {
-    if (std::exchange(presented_, true)) return;
+    if (!becomesPresented()) return;
     const CGSize before = container_->frame().size;
     view();
     if (responds("viewWillAppear")) controller_->viewWillAppear();
     measure();
     if (responds("viewDidAppear")) controller_->viewDidAppear();
-    if (container_->frame().size != before && sizeHandler_) sizeHandler_();
+    if (container_->frame().size != before) sizeHasChanged();
 }
 
 void LegacyHostedWidget::dismiss() {
-    if (!std::exchange(presented_, false)) return;
+    if (!becomesDismissed()) return;
     if (responds("viewWillDisappear")) controller_->viewWillDisappear();
     if (responds("viewDidDisappear")) controller_->viewDidDisappear();
     if (responds("unloadView")) controller_->unloadView();

@@ -1,14 +1,14 @@
 #pragma once
 
 #include "platform/uikit/BBWeeAppController.hpp"
-#include "shells/panel/PanelWidget.hpp"
+#include "shells/panel/ControllerWidget.hpp"
 #include "shells/panel/TapView.hpp"
 
 #include <memory>
 
 /// A widget under the legacy host: the controller's own view in a container that passes on taps
 /// only, as their places. Loaded when it is presented, unloaded when it is dismissed. Main thread.
-class LegacyHostedWidget final : public PanelWidget {
+class LegacyHostedWidget final : public ControllerWidget {
  public:
     explicit LegacyHostedWidget(std::shared_ptr<BBWeeAppController> controller);
     /// Dismisses it if it is presented.
@@ -18,10 +18,6 @@ class LegacyHostedWidget final : public PanelWidget {
     CGSize preferredSize() override;
     void present() override;
     void dismiss() override;
-    bool isPresented() const override { return presented_; }
-    void setSizeHandler(std::function<void()> handler) override {
-        sizeHandler_ = std::move(handler);
-    }
 
  protected:
     NSObject& controller() override { return *controller_; }
@@ -32,6 +28,4 @@ class LegacyHostedWidget final : public PanelWidget {
 
     std::shared_ptr<BBWeeAppController> controller_;
     std::shared_ptr<TapView> container_ = std::make_shared<TapView>();
-    std::function<void()> sizeHandler_;
-    bool presented_ = false;
 };

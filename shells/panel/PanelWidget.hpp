@@ -20,12 +20,8 @@ class PanelWidget {
     virtual void present() = 0;
     virtual void dismiss() = 0;
     virtual bool isPresented() const = 0;
-    /// Lets a presented widget read its volumes again: by the message "updateValues" where its
-    /// controller responds to that, else by presenting it anew.
-    void readAgain();
+    /// Lets it read its volumes again, while it is presented.
+    virtual void readAgain() = 0;
     /// Called after the preferred size has become another one.
     virtual void setSizeHandler(std::function<void()> handler) = 0;
-
- protected:
-    virtual NSObject& controller() = 0;
 };

@@ -164,6 +164,15 @@ TEST_F(ProgramTest, MissingBundleIsAClearFailure) {
     EXPECT_EQ(ended.output, "");
 }
 
+TEST_F(ProgramTest, MissingBundleLeavesTheOtherOneStanding) {
+    const Ended ended = run({"--simulate", "--bundle", TARNWICK_BUNDLE_DIR, "--bundle",
+                             "/nowhere/Radio.bundle", "--paint", picture.string()});
+    EXPECT_EQ(ended.status, 0) << ended.complaints;
+    EXPECT_TRUE(contains(ended.complaints, "/nowhere/Radio.bundle")) << ended.complaints;
+    const int alone = 2 * (270 + 50);  // pixels, with the shadow
+    EXPECT_EQ(pictureSize(picture).second, alone + 2 * 50) << "with a line that says so";
+}
+
 TEST_F(ProgramTest, BrokenBundleIsAClearFailure) {
     const std::filesystem::path bundle = files.folder() / "Broken.bundle";
     std::filesystem::create_directory(bundle);

@@ -81,19 +81,19 @@ TEST_F(CommonOptionsTest, AreEmptyUntilChosen) {
     EXPECT_EQ(read({}), std::nullopt);
     EXPECT_EQ(chosen.preferences, std::nullopt);
     EXPECT_EQ(chosen.model, std::nullopt);
-    EXPECT_EQ(chosen.bundle, std::nullopt);
+    EXPECT_TRUE(chosen.bundles.empty());
     EXPECT_FALSE(chosen.help);
     EXPECT_FALSE(chosen.version);
 }
 
 TEST_F(CommonOptionsTest, ReachThePlatform) {
-    EXPECT_EQ(read({"--preferences", "/some/where", "--model", "iPad4,1", "--bundle", "b", "--help",
-                    "--version"}),
+    EXPECT_EQ(read({"--preferences", "/some/where", "--model", "iPad4,1", "--bundle", "b",
+                    "--bundle", "c", "--help", "--version"}),
               std::nullopt);
     applyOptions(chosen);
     EXPECT_EQ(machineModel(), "iPad4,1");
     EXPECT_EQ(preferencesDirectory(), "/some/where/");
-    EXPECT_EQ(chosen.bundle, "b");
+    EXPECT_EQ(chosen.bundles, (std::vector<std::string>{"b", "c"}));
     EXPECT_TRUE(chosen.help);
     EXPECT_TRUE(chosen.version);
 }

@@ -1,6 +1,6 @@
-#include "shells/panel/PanelWidget.hpp"
+#include "shells/panel/ControllerWidget.hpp"
 
-void PanelWidget::readAgain() {
+void ControllerWidget::readAgain() {
     constexpr const char* selector = "updateValues";
     if (!isPresented()) return;
     if (controller().respondsToSelector(selector)) {
