@@ -1,0 +1,41 @@
+#include "tests/wayland/PrivateBus.hpp"
+
+#include "tests/rigs/Waiting.hpp"
+
+#include <stdexcept>
+
+namespace test {
+namespace {
+
+std::string configuration(const std::string& address) {
+    return "<busconfig><type>session</type><listen>" + address +
+           "</listen><auth>EXTERNAL</auth><policy context=\"default\">"
+           "<allow send_destination=\"*\" eavesdrop=\"true\"/><allow eavesdrop=\"true\"/>"
+           "<allow own=\"*\"/></policy></busconfig>\n";
+}
+
+}  // namespace
+
+PrivateBus::PrivateBus(rigs::ServerFolder& folder) : socket_(folder.path() / "session-bus") {
+    folder.write("session-bus.conf", configuration(address()));
+    daemon_ = rigs::ChildProcess(
+        {"dbus-daemon", "--config-file=" + (folder.path() / "session-bus.conf").string(),
+         "--nofork", "--nopidfile", "--nosyslog"},
+        {.environment = folder.environment(), .log = folder.log()});
+    const auto answers = [this] {
+        try {
+            rigs::outputOf({"gdbus", "call", "--address", address(), "--dest",
+                            "org.freedesktop.DBus", "--object-path", "/org/freedesktop/DBus",
+                            "--method", "org.freedesktop.DBus.GetId"},
+                           {});
+            return true;
+        } catch (const std::runtime_error&) {
+            return false;
+        }
+    };
+    const auto isThere = [this] { return std::filesystem::exists(socket_); };
+    if (!rigs::waitUntil(isThere) || !rigs::waitUntil(answers))
+        throw std::runtime_error("no bus: " + folder.logged());
+}
+
+}  // namespace test
