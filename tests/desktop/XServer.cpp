@@ -8,6 +8,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <set>
 #include <stdexcept>
@@ -20,8 +21,10 @@ namespace {
     prctl(PR_SET_PDEATHSIG, SIGTERM);
     dup2(open("/dev/null", O_RDWR), STDERR_FILENO);
     const std::string descriptor = std::to_string(answer);
+    const std::string screen =
+        std::to_string(XServer::width) + "x" + std::to_string(XServer::height) + "x24";
     execlp("Xvfb", "Xvfb", "-noreset", "-nolisten", "tcp", "-displayfd", descriptor.c_str(),
-           "-screen", "0", "1280x900x24", static_cast<char*>(nullptr));
+           "-screen", "0", screen.c_str(), static_cast<char*>(nullptr));
     _exit(127);
 }
 
@@ -131,6 +134,10 @@ std::uint32_t XUser::pixelAt(double x, double y) {
 std::size_t XUser::coloursIn(const CGRect& rect) {
     const std::vector<std::uint32_t> pixels = pixelsIn(rect);
     return std::set<std::uint32_t>(pixels.begin(), pixels.end()).size();
+}
+
+std::size_t XUser::countOf(std::uint32_t colour, const CGRect& rect) {
+    return static_cast<std::size_t>(std::ranges::count(pixelsIn(rect), colour));
 }
 
 }  // namespace test

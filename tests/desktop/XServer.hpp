@@ -22,6 +22,10 @@ class XServer {
     XServer(const XServer&) = delete;
     XServer& operator=(const XServer&) = delete;
 
+    /// Pixels.
+    static constexpr int width = 1280;
+    static constexpr int height = 900;
+
     /// Empty when it could not be started.
     const std::string& displayName() const { return displayName_; }
 
@@ -54,6 +58,8 @@ class XUser {
     std::uint32_t pixelAt(double x, double y);
     /// How many different colours there are in a rectangle of the screen.
     std::size_t coloursIn(const CGRect& rect);
+    /// How many pixels of a rectangle of the screen have that colour.
+    std::size_t countOf(std::uint32_t colour, const CGRect& rect);
 
  private:
     struct Close {
