@@ -25,6 +25,25 @@ GdkRectangle wholePoints(const CGRect& rect) {
 using ClipRectangles =
     std::unique_ptr<cairo_rectangle_list_t, ReleaseWith<cairo_rectangle_list_destroy>>;
 
+/// The rectangles of the clip; of one that has another shape, as in the middle of a transition, the
+/// rectangle around it.
+std::vector<CGRect> clippedAreas(cairo_t* context) {
+    std::vector<CGRect> areas;
+    const ClipRectangles clip(cairo_copy_clip_rectangle_list(context));
+    if (clip->status == CAIRO_STATUS_SUCCESS) {
+        for (int i = 0; i < clip->num_rectangles; ++i)
+            areas.push_back(rectOf(clip->rectangles[i]));
+        return areas;
+    }
+    double left = 0;
+    double top = 0;
+    double right = 0;
+    double bottom = 0;
+    cairo_clip_extents(context, &left, &top, &right, &bottom);
+    areas.push_back(rectOf({left, top, right - left, bottom - top}));
+    return areas;
+}
+
 }  // namespace
 
 GdkViewHost::GdkViewHost(std::shared_ptr<UIWindow> content, GdkWindow* window)
@@ -96,11 +115,9 @@ void GdkViewHost::expose(const cairo_region_t* region) {
 }
 
 void GdkViewHost::paint(cairo_t* context) {
-    const ClipRectangles clip(cairo_copy_clip_rectangle_list(context));
-    if (clip->status != CAIRO_STATUS_SUCCESS) return;
-    CairoCanvas canvas(context, static_cast<CGFloat>(scale_));
-    for (int i = 0; i < clip->num_rectangles; ++i) {
-        const CGRect area = rectOf(clip->rectangles[i]);
+    // Asked anew: a toolkit that paints by itself may keep the events that tell of another scale.
+    CairoCanvas canvas(context, static_cast<CGFloat>(gdk_window_get_scale_factor(window_)));
+    for (const CGRect& area : clippedAreas(context)) {
         canvas.save();
         canvas.clip(area);
         content_->layoutAndPaint(canvas, area);
