@@ -75,6 +75,13 @@ CGSize HostedWidget::preferredSize() {
     return *size_;
 }
 
+void HostedWidget::setParentWidth(CGFloat width) {
+    const CGRect frame = parent_->view()->frame();
+    if (frame.size.width == width) return;
+    parent_->view()->setFrame({frame.origin, {width, frame.size.height}});
+    if (!isPresented()) size_.reset();
+}
+
 void HostedWidget::present() {
     if (!becomesPresented()) return;
     view();

@@ -21,6 +21,7 @@ class HostedWidget final : public ControllerWidget {
 
     std::shared_ptr<UIView> view() override { return controller_->view(); }
     CGSize preferredSize() override;
+    void setParentWidth(CGFloat width) override;
     void present() override;
     void dismiss() override;
 

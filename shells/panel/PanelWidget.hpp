@@ -17,6 +17,9 @@ class PanelWidget {
     virtual std::shared_ptr<UIView> view() = 0;
     /// Points. What the widget last said, or says when it has not been asked yet.
     virtual CGSize preferredSize() = 0;
+    /// From the next presentation on: the width of the view that the widget is put into, in points.
+    /// Of no concern to one that has a width of its own.
+    virtual void setParentWidth(CGFloat /*width*/) {}
     virtual void present() = 0;
     virtual void dismiss() = 0;
     virtual bool isPresented() const = 0;

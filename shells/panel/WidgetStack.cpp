@@ -93,6 +93,11 @@ bool WidgetStack::stack() {
     return before != whole;
 }
 
+void WidgetStack::setParentWidth(CGFloat width) {
+    for (const auto& widget : widgets_)
+        widget->setParentWidth(width);
+}
+
 void WidgetStack::present() {
     if (std::exchange(presented_, true)) return;
     const bool wasLoaded = view_ != nullptr;

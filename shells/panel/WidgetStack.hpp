@@ -16,6 +16,7 @@ class WidgetStack final : public PanelWidget {
     std::shared_ptr<UIView> view() override;
     /// What a widget asks for beyond 10,000 points, and sizes that are none, count as nothing.
     CGSize preferredSize() override;
+    void setParentWidth(CGFloat width) override;
     void present() override;
     void dismiss() override;
     bool isPresented() const override { return presented_; }
