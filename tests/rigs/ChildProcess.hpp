@@ -37,6 +37,8 @@ class ChildProcess {
     ~ChildProcess();
 
     explicit operator bool() const { return id_ != 0; }
+    /// 0 when there is none.
+    pid_t id() const { return id_; }
     void signal(int number) const;
     /// Waits for its end and answers its exit status; -1 when there was none.
     int wait();

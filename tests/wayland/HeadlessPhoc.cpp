@@ -70,10 +70,13 @@ void HeadlessPhoc::click(int x, int y) {
 }
 
 void HeadlessPhoc::drag(int fromX, int fromY, int toX, int toY, int steps) {
+    constexpr double frameSeconds = 0.02;  // Programs make one movement of those in one frame.
     moveTo(fromX, fromY);
     press();
-    for (int i = 1; i <= steps; ++i)
+    for (int i = 1; i <= steps; ++i) {
+        rigs::runFor(frameSeconds);
         moveTo(fromX + (toX - fromX) * i / steps, fromY + (toY - fromY) * i / steps);
+    }
     release();
 }
 

@@ -40,7 +40,8 @@ class HeadlessPhoc {
     void press();
     void release();
     void click(int x, int y);
-    /// Pressed at the one place, moved to the other in that many steps and released there.
+    /// Pressed at the one place, moved to the other in that many steps, one a frame, and released
+    /// there.
     void drag(int fromX, int fromY, int toX, int toY, int steps = 10);
     /// Two fingers on a touchpad, with the pointer where it stands; one of both must be 0. The
     /// content moves against them: a negative dx shows what lies to the left.
