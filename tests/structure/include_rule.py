@@ -37,6 +37,7 @@ LIBRARIES = {
     "shells/headless/": r"nlohmann/.*|glib.*\.h|(poll|unistd|fcntl|signal)\.h|sys/[a-z]+\.h",
     "shells/desktop/": r"gdk/.*|glib.*\.h|gio/.*|cairo.*\.h|(unistd|getopt|signal)\.h|sys/[a-z]+\.h",
     "shells/panel/": r"glib\.h",
+    "shells/phosh/": r"gtk/.*|gdk/.*|gio/.*|glib.*\.h|dlfcn\.h",
     "shells/common/": r"nlohmann/.*|(unistd|getopt)\.h",
     "shells/control/": r"glib.*\.h|(unistd|fcntl)\.h",
     "shells/sound/": r"(dlfcn|unistd)\.h|glib.*\.h",
@@ -108,6 +109,7 @@ def self_test() -> int:
         ("shells/desktop/A.cpp", '#include "mixer/B.hpp"'),
         ("shells/desktop/A.cpp", '#include "config/B.hpp"'),
         ("shells/desktop/A.cpp", "#include <gtk/gtk.h>"),
+        ("shells/panel/A.cpp", "#include <gtk/gtk.h>"),
         ("shells/control/A.cpp", '#include "mixer/TarnwickView.hpp"'),
         ("shells/control/A.cpp", "#include <gdk/gdk.h>"),
         ("mixer/A.cpp", '#include "B.hpp"'),
@@ -117,6 +119,7 @@ def self_test() -> int:
         ("backends/plist/A.cpp", "#include <plist/plist.h>"),
         ("backends/gdk/A.cpp", '#include "backends/cairo/B.hpp"'),
         ("shells/desktop/A.cpp", '#include "backends/gdk/B.hpp"'),
+        ("shells/phosh/A.cpp", '#include <gtk/gtk.h>\n#include "backends/gdk/B.hpp"'),
         ("shells/control/A.cpp", '#include "config/B.hpp"\n#include "mixer/Caption.hpp"'),
     ]
     wrong = [case for case in refused if not list(violations(*case))]

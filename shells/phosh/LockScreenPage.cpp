@@ -1,0 +1,154 @@
+#include "shells/phosh/LockScreenPage.hpp"
+
+#include "platform/foundation/NSLog.hpp"
+#include "shells/panel/OpenWidgets.hpp"
+#include "shells/phosh/PluginSetting.hpp"
+
+#include <cmath>
+#include <utility>
+
+namespace {
+
+// Points: of the phones' screens for which the lock screen is made.
+constexpr CGFloat usualWidth = 360;
+
+OpenedWidgets openAll(const std::vector<std::string>& bundles) {
+    OpenedWidgets opened = openWidgets(bundles, HostKind::Current, usualWidth);
+    for (const std::string& complaint : opened.complaints)
+        NSLog("tarnwick: " + complaint);
+    return opened;
+}
+
+/// Turns the lock screen's pages, and no slider.
+bool goesSideways(const GdkEventScroll& event) {
+    if (event.direction == GDK_SCROLL_SMOOTH)
+        return std::abs(event.delta_x) > std::abs(event.delta_y);
+    return event.direction == GDK_SCROLL_LEFT || event.direction == GDK_SCROLL_RIGHT;
+}
+
+}  // namespace
+
+LockScreenPage::LockScreenPage() {
+    preparePlatform();
+    const PluginSetting setting = pluginSetting();
+    session_ = LockSession::shared(setting.soundModule);
+    OpenedWidgets opened = openAll(setting.bundles);
+    widget_ = std::move(opened.widget);
+    needsSound_ = opened.anyLoaded;
+    session_->add(*this);
+    content_->addSubview(page_);
+    widget_->setSizeHandler([this] { showContent(); });
+}
+
+LockScreenPage::~LockScreenPage() {
+    session_->remove(*this);
+    leaveWindow();
+    page_->setContent(nullptr);
+    widget_.reset();
+    LockSession::release(std::move(session_));
+}
+
+void LockScreenPage::enterWindow(GdkWindow* window) {
+    host_ = std::make_unique<GdkViewHost>(content_, window);
+}
+
+void LockScreenPage::leaveWindow() {
+    leaveSight();
+    host_.reset();
+}
+
+void LockScreenPage::setSize(const CGSize& size) {
+    content_->setFrame({{0, 0}, size});
+    page_->setFrame({{0, 0}, size});
+    page_->setNeedsLayout();
+    if (size.width == presentedWidth_) return;
+    widget_->dismiss();  // Rows are made as wide as they are needed.
+    if (inSight_) comeIntoSight();
+}
+
+void LockScreenPage::comeIntoSight() {
+    inSight_ = true;
+    // It has no size before the page has been laid out for the first time.
+    if (widget_->isPresented() || page_->frame().size.width <= 1) return;
+    if (needsSound_) session_->connect();
+    present();
+}
+
+void LockScreenPage::present() {
+    presentedWidth_ = page_->frame().size.width;
+    widget_->setParentWidth(presentedWidth_);
+    widget_->present();
+    showNotice();
+    showContent();
+}
+
+void LockScreenPage::leaveSight() {
+    inSight_ = false;
+    taken_.clear();
+    content_->cancelTouches();
+    widget_->dismiss();
+}
+
+void LockScreenPage::showContent() {
+    const PanelContent shown = panelContent(*widget_);
+    shown.view->setFrame({shown.view->frame().origin, shown.size});
+    page_->setContent(shown.view);
+}
+
+void LockScreenPage::showNotice() {
+    page_->setNotice(session_->isSilent() ? NSString("No sound server answers") : std::nullopt);
+}
+
+void LockScreenPage::serviceChanged() {
+    if (!widget_->isPresented()) return;
+    widget_->dismiss();
+    present();
+}
+
+void LockScreenPage::paint(cairo_t* context) {
+    if (host_) host_->paint(context);
+}
+
+bool LockScreenPage::handleEvent(const GdkEvent& event) {
+    if (!host_) return false;
+    switch (event.type) {
+        case GDK_EXPOSE:  // The toolkit asks for a paint.
+            return false;
+        case GDK_VISIBILITY_NOTIFY:
+            if (event.visibility.state == GDK_VISIBILITY_FULLY_OBSCURED)
+                leaveSight();
+            else
+                comeIntoSight();
+            return false;
+        case GDK_SCROLL:
+            return !goesSideways(event.scroll) && host_->handleEvent(event);
+        default:
+            return handleTouch(event);
+    }
+}
+
+/// What begins on no control goes on to the lock screen too, until it turns out to scroll.
+bool LockScreenPage::handleTouch(const GdkEvent& event) {
+    const GdkEventSequence* finger = gdk_event_get_event_sequence(&event);
+    gdouble x = 0;
+    gdouble y = 0;
+    switch (event.type) {
+        case GDK_BUTTON_PRESS:
+        case GDK_TOUCH_BEGIN:
+            gdk_event_get_coords(&event, &x, &y);
+            if (page_->takesTouchAt({static_cast<CGFloat>(x), static_cast<CGFloat>(y)}))
+                taken_.insert(finger);
+            return host_->handleEvent(event) && taken_.contains(finger);
+        case GDK_MOTION_NOTIFY:
+        case GDK_TOUCH_UPDATE:
+            host_->handleEvent(event);
+            return taken_.contains(finger) || page_->isScrolling();
+        case GDK_BUTTON_RELEASE:
+        case GDK_TOUCH_END:
+        case GDK_TOUCH_CANCEL:
+            host_->handleEvent(event);
+            return taken_.erase(finger) > 0;
+        default:
+            return host_->handleEvent(event);
+    }
+}

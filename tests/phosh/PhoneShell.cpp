@@ -1,0 +1,132 @@
+#include "tests/phosh/PhoneShell.hpp"
+
+#include "tests/rigs/Waiting.hpp"
+
+#include <csignal>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+namespace test {
+namespace {
+
+constexpr const char* program = "/usr/libexec/phosh";
+
+/// A folder with both plugins, told of as a cache of what modules bring.
+void writePlugins(const rigs::ServerFolder& folder, PhoneShell::Pages pages) {
+    const std::filesystem::path plugins = folder.path() / "plugins";
+    std::filesystem::create_directory(plugins);
+    std::string cache;
+    for (const std::filesystem::path plugin : {TEST_PHOSH_PLUGIN, TEST_PHOSH_HAND}) {
+        std::filesystem::create_symlink(plugin, plugins / plugin.filename());
+        cache += plugin.filename().string() + ": phosh-lockscreen-widget\n";
+    }
+    folder.write("plugins/giomodule.cache", cache);
+    folder.write("config/glib-2.0/settings/keyfile",
+                 std::string("[sm/puri/phosh/plugins]\nlock-screen=") +
+                     (pages == PhoneShell::Pages::Mixer ? "['tarnwick']" : "['tarnwick','empty']") +
+                     "\n");
+}
+
+}  // namespace
+
+PhoneShell::PhoneShell(HeadlessPhoc& compositor, const rigs::Environment& variables, Pages pages)
+    : compositor_(compositor), bus_(compositor.folder()) {
+    const rigs::ServerFolder& folder = compositor.folder();
+    writePlugins(folder, pages);
+    variables_ = compositor.environment();
+    variables_["DBUS_SESSION_BUS_ADDRESS"] = bus_.address();
+    variables_["GIO_EXTRA_MODULES"] = (folder.path() / "plugins").string();
+    variables_["NO_AT_BRIDGE"] = "1";
+    variables_["LC_ALL"] = "C.UTF-8";
+    // The plugin's run-time checks must come before the shell's first allocation.
+    variables_["LD_PRELOAD"] = TEST_SANITIZERS;
+    variables_["ASAN_OPTIONS"] = "detect_leaks=0";
+    for (const auto& [name, value] : variables)
+        variables_[name] = value;
+    process_ =
+        rigs::ChildProcess({program, "--locked"}, {.environment = variables_, .log = folder.log()});
+    if (!rigs::waitUntil([this] { return !isRunning() || isLocked(); }) || !isRunning())
+        throw std::runtime_error("the shell is not locked: " + folder.logged());
+}
+
+PhoneShell::~PhoneShell() {
+    process_.signal(SIGTERM);
+    process_.wait();
+}
+
+bool PhoneShell::isRunning() {
+    return !process_.hasEnded();
+}
+
+std::string PhoneShell::call(const std::string& method) const {
+    rigs::Environment variables = variables_;
+    variables["LD_PRELOAD"] = "";
+    return rigs::outputOf(
+        {"gdbus", "call", "--session", "--dest", "org.gnome.ScreenSaver", "--object-path",
+         "/org/gnome/ScreenSaver", "--method", "org.gnome.ScreenSaver." + method},
+        variables);
+}
+
+bool PhoneShell::isLocked() const {
+    try {
+        return call("GetActive") == "(true,)\n";
+    } catch (const std::runtime_error&) {
+        return false;  // It has not come so far yet.
+    }
+}
+
+void PhoneShell::lock() {
+    call("Lock");
+    if (!rigs::waitUntil([this] { return isLocked(); }))
+        throw std::runtime_error("the shell does not lock: " + compositor_.folder().logged());
+}
+
+void PhoneShell::unlock() {
+    process_.signal(SIGUSR2);
+    if (!rigs::waitUntil([this] { return !isLocked(); }))
+        throw std::runtime_error("the shell does not unlock: " + compositor_.folder().logged());
+}
+
+/// A lock screen that has just come takes no fingers yet.
+void PhoneShell::swipeToWidgets() {
+    constexpr double patienceSeconds = 2;
+    constexpr int attempts = 10;
+    for (int i = 0; i < attempts; ++i) {
+        compositor_.moveTo(180, 60);
+        compositor_.swipe(-15, 0, 20);
+        compositor_.moveTo(compositor_.width() - 1, compositor_.height() - 1);
+        if (rigs::waitUntil([this] { return showsWidgets(); }, patienceSeconds)) return;
+    }
+    throw std::runtime_error("the page does not come: " + compositor_.folder().logged());
+}
+
+/// Has the button that leads back to the clock, in its place, and stands still: the clock's page
+/// never does.
+bool PhoneShell::showsWidgets() const {
+    constexpr int buttonX = 48;  // Pixels, beside the arrow on it.
+    constexpr int buttonY = 128;
+    constexpr double stillSeconds = 0.1;
+    const Screenshot before = compositor_.screenshot();
+    if (before.at(buttonX, buttonY) == 0) return false;
+    rigs::runFor(stillSeconds);
+    return compositor_.screenshot() == before;
+}
+
+std::size_t PhoneShell::descriptors() const {
+    const std::filesystem::directory_iterator open("/proc/" + std::to_string(process_.id()) +
+                                                   "/fd");
+    return static_cast<std::size_t>(std::distance(begin(open), end(open)));
+}
+
+std::size_t PhoneShell::memory() const {
+    std::ifstream file("/proc/" + std::to_string(process_.id()) + "/smaps_rollup");
+    std::size_t kilobytes = 0;
+    for (std::string word; file >> word;) {
+        std::size_t value = 0;
+        if (word == "Private_Dirty:" && file >> value) kilobytes += value;
+    }
+    return kilobytes;
+}
+
+}  // namespace test
