@@ -27,6 +27,10 @@ bool PulseAudioController::isWriting() const {
     return service_->isWriting();
 }
 
+void PulseAudioController::setAttention(Attention attention) {
+    service_->setAttention(attention);
+}
+
 PulseAudioController::State PulseAudioController::state() const {
     return service_->state();
 }

@@ -66,6 +66,12 @@ class PulseAudioController : public AVSystemController {
     /// the connection ended meanwhile, which state() tells. For a program that ends right after.
     bool isWriting() const;
 
+    /// Whether somebody looks at the volumes, or no more than hears of them: while nobody does, the
+    /// server is asked for nothing that it doesn't announce, and nothing wakes up. Watched at
+    /// first.
+    enum class Attention { Resting, Watched };
+    void setAttention(Attention attention);
+
     State state() const;
     /// Called with each new state, before the notifications that come of it.
     void setStateHandler(std::function<void(State)> handler);

@@ -19,7 +19,16 @@ void RolePoller::lookedAt() {
     if (announcesRoles(mirror_.server) || timer_.isRunning()) return;
     const double age = NSRunLoop::mainRunLoop().currentTime() - polledSeconds_;
     if (age >= intervalSeconds) poll();
+    if (attention_ == Attention::Resting) return;
     timer_.start(intervalSeconds, [this] { tick(); });
+}
+
+void RolePoller::setAttention(Attention attention) {
+    if (std::exchange(attention_, attention) == attention) return;
+    if (attention == Attention::Resting)
+        timer_.cancel();
+    else
+        lookedAt();
 }
 
 void RolePoller::tick() {

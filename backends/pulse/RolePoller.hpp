@@ -1,6 +1,7 @@
 #pragma once
 
 #include "backends/pulse/OneShotTimer.hpp"
+#include "backends/pulse/PulseAudioController.hpp"
 #include "backends/pulse/ServerMirror.hpp"
 
 #include <functional>
@@ -9,7 +10,8 @@
 namespace pulse {
 
 /// Asks for the role entries again and again on servers that don't announce their changes, while
-/// somebody observes the volume notification. Nothing wakes up otherwise.
+/// somebody observes the volume notification and looks at what it tells. Nothing wakes up
+/// otherwise.
 class RolePoller {
  public:
     static constexpr double intervalSeconds = 0.25;
@@ -20,6 +22,8 @@ class RolePoller {
 
     /// Somebody asks for a role's volume: what is known may be old, and he may go on observing.
     void lookedAt();
+    using Attention = PulseAudioController::Attention;
+    void setAttention(Attention attention);
     void stop() { timer_.cancel(); }
 
  private:
@@ -29,6 +33,7 @@ class RolePoller {
     const ServerMirror& mirror_;
     std::function<void()> poll_;
     double polledSeconds_ = 0;  // On the run loop's clock.
+    Attention attention_ = Attention::Watched;
     OneShotTimer timer_;
 };
 

@@ -27,6 +27,10 @@ class VolumeService {
     bool set(const NSString& category, float fraction);
 
     bool isWriting() const { return !writer_.isIdle(); }
+    void setAttention(PulseAudioController::Attention attention) {
+        poller_.setAttention(attention);
+        if (!isReady()) poller_.stop();
+    }
 
     State state() const { return state_; }
     void setStateHandler(std::function<void(State)> handler) { stateHandler_ = std::move(handler); }

@@ -1,57 +1,23 @@
 #include "shells/desktop/DesktopApplication.hpp"
 
 #include "platform/foundation/MachineModel.hpp"
-#include "platform/foundation/NSRunLoop.hpp"
 #include "platform/uikit/UILabel.hpp"
 #include "shells/common/ApplicationId.hpp"
 #include "shells/common/BundleLocation.hpp"
-#include "shells/desktop/DesktopWindow.hpp"
+#include "shells/desktop/DesktopSession.hpp"
 #include "shells/desktop/PanelPicture.hpp"
 #include "shells/panel/HostedWidget.hpp"
 #include "shells/panel/OpenWidgets.hpp"
 #include "shells/panel/RowReport.hpp"
 
-#include <glib-unix.h>
-
-#include <array>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 
 namespace {
 
-struct LoopEnd {
-    void operator()(GMainLoop* loop) const { g_main_loop_unref(loop); }
-};
-using MainLoop = std::unique_ptr<GMainLoop, LoopEnd>;
-
 void complain(const std::string& what) {
     std::fprintf(stderr, "tarnwick: %s\n", what.c_str());
 }
-
-/// Closes the window when the program is told to end, as by Ctrl-C in its terminal: the widget is
-/// dismissed and the last volume arrives.
-class EndSignals {
- public:
-    explicit EndSignals(DesktopWindow& window) {
-        const auto close = +[](gpointer closed) -> gboolean {
-            static_cast<DesktopWindow*>(closed)->close();
-            return G_SOURCE_CONTINUE;
-        };
-        for (std::size_t i = 0; i < signals.size(); ++i)
-            sources_[i] = g_unix_signal_add(signals[i], close, &window);
-    }
-    ~EndSignals() {
-        for (const guint source : sources_)
-            g_source_remove(source);
-    }
-    EndSignals(const EndSignals&) = delete;
-    EndSignals& operator=(const EndSignals&) = delete;
-
- private:
-    static constexpr std::array signals = {SIGINT, SIGTERM, SIGHUP};
-    std::array<guint, signals.size()> sources_{};
-};
 
 /// nullptr where there is no display to open.
 GdkDisplay* openDisplay() {
@@ -77,8 +43,13 @@ std::string pictureInCache() {
 }  // namespace
 
 int DesktopApplication::run() {
+    if (options_.quit) return quitOther();
+    if (!options_.standsAlone()) instance_.begin();
     UILabel::setDefaultTextColor(UIColor::whiteColor());
     GdkDisplay* display = options_.paint ? nullptr : openDisplay();
+    // The bus may have answered by now; what is asked of it next is answered meanwhile.
+    while (display && g_main_context_iteration(nullptr, FALSE) != FALSE) {
+    }
     sound_ = std::make_unique<SoundService>(
         options_.simulate ? SoundSource::Simulated : SoundSource::Server,
         modulePath(soundServerModule));
@@ -99,40 +70,29 @@ bool DesktopApplication::openWidget() {
     return opened.anyLoaded;
 }
 
+bool DesktopApplication::isTakenOver() {
+    if (instance_.waitForStanding() != SingleInstance::Standing::Later) return false;
+    if (!options_.background && !instance_.ask(InstanceRequest::Toggle))
+        complain("another one runs in this session, and does not answer");
+    return true;
+}
+
+int DesktopApplication::quitOther() {
+    constexpr double patienceSeconds = 5;  // Nobody waits for a picture.
+    instance_.begin();
+    if (instance_.waitForStanding(patienceSeconds) != SingleInstance::Standing::Later)
+        return EXIT_SUCCESS;
+    if (instance_.ask(InstanceRequest::Quit)) return EXIT_SUCCESS;
+    complain("the one that runs does not answer");
+    return EXIT_FAILURE;
+}
+
 int DesktopApplication::runWindow(GdkDisplay* display) {
-    const MainLoop loop(g_main_loop_new(nullptr, FALSE));
-    GdkEvents events;
-    DesktopWindow window(display, events, *widget_, modulePath(accessibilityModuleFile));
-    window.setCloseHandler([&loop] { g_main_loop_quit(loop.get()); });
-    sound_->setChangeHandler([this] {
-        widget_->dismiss();
-        widget_->present();
-    });
-    sound_->setAvailabilityHandler([this] { widget_->readAgain(); });
-    sound_->setSilenceHandler([this, &window] { window.setNotice(soundNotice()); });
-    window.setFirstFrameHandler([this] { sound_->connect(); });
-    const EndSignals signals(window);
-    window.show();
-    g_main_loop_run(loop.get());
-    sound_->setChangeHandler({});
-    sound_->setAvailabilityHandler({});
-    sound_->setSilenceHandler({});
-    letVolumesArrive();
+    if (!options_.standsAlone() && isTakenOver()) return EXIT_SUCCESS;
+    DesktopSession session(display, options_, *widget_, *sound_, instance_,
+                           modulePath(accessibilityModuleFile));
+    session.run();
     return EXIT_SUCCESS;
-}
-
-/// A server may lose what is on its way when the connection ends.
-void DesktopApplication::letVolumesArrive() {
-    constexpr double patienceSeconds = 0.5;
-    const NSRunLoop& loop = NSRunLoop::mainRunLoop();
-    const double end = loop.currentTime() + patienceSeconds;
-    NSRunLoop::mainRunLoop().performAfterDelay(patienceSeconds, [] {});
-    while (sound_->isWriting() && loop.currentTime() < end)
-        g_main_context_iteration(nullptr, TRUE);
-}
-
-NSString DesktopApplication::soundNotice() const {
-    return sound_->isSilent() ? NSString("No sound server answers") : std::nullopt;
 }
 
 int DesktopApplication::reportRows() {
@@ -149,7 +109,7 @@ int DesktopApplication::reportRows() {
 
 int DesktopApplication::paint(const std::string& path) {
     waitForSound();
-    if (paintPanelPicture(*widget_, soundNotice(), path)) return EXIT_SUCCESS;
+    if (paintPanelPicture(*widget_, soundNotice(*sound_), path)) return EXIT_SUCCESS;
     complain("cannot write " + path);
     return EXIT_FAILURE;
 }

@@ -2,6 +2,7 @@
 
 #include "backends/glib/GLibRunLoop.hpp"
 #include "shells/desktop/DesktopOptions.hpp"
+#include "shells/desktop/SingleInstance.hpp"
 #include "shells/panel/PanelWidget.hpp"
 #include "shells/sound/SoundService.hpp"
 
@@ -24,16 +25,18 @@ class DesktopApplication {
     /// Says what could not be loaded; answers whether anything could.
     bool openWidget();
     int runWindow(GdkDisplay* display);
+    /// Whether another one runs, which then has been told what to do.
+    bool isTakenOver();
+    /// Tells the one that runs to end.
+    int quitOther();
     /// Without a display: a picture in the user's cache folder and the rows as text.
     int reportRows();
     int paint(const std::string& path);
     void waitForSound();
-    void letVolumesArrive();
-    /// What the panel says of the sound server; nil for nothing.
-    NSString soundNotice() const;
 
     const DesktopOptions& options_;
     GLibRunLoop runLoop_;
+    SingleInstance instance_;
     std::unique_ptr<SoundService> sound_;
     std::unique_ptr<PanelWidget> widget_;
 };

@@ -2,6 +2,7 @@
 
 #include "backends/gdk/GdkDesktopSettings.hpp"
 #include "shells/common/ApplicationId.hpp"
+#include "shells/desktop/OrdinaryPlace.hpp"
 
 #include <gdk/gdkkeysyms.h>
 
@@ -19,8 +20,7 @@ DesktopWindow::DesktopWindow(GdkDisplay* display, GdkEvents& events, PanelWidget
     applyDesktopSettings(screen_);
     content_->addSubview(panel_);
     panel_->setMoveHandler([this] { beginMove(); });
-    widget_.setSizeHandler([this] { layout(); });
-    makeWindow();
+    widget_.setSizeHandler([this] { layoutIfShown(); });
     events_.setOtherHandler([this](const GdkEvent& event) { handleOtherEvent(event); });
     const auto changed =
         +[](GdkScreen*, gpointer window) { static_cast<DesktopWindow*>(window)->screenChanged(); };
@@ -37,33 +37,44 @@ DesktopWindow::~DesktopWindow() {
     g_signal_handlers_disconnect_by_data(screen_, this);
     widget_.setSizeHandler({});
     events_.setOtherHandler({});
-    events_.setHandler(window_.get(), {});
+    dropWindow();
     panel_->setWidgetView(nullptr);
 }
 
 void DesktopWindow::makeWindow() {
-    host_.reset();
-    if (window_) events_.setHandler(window_.get(), {});
-    window_.reset(newWindow(display_, wantedLayout().window));
+    window_.reset(place_->newWindow(wantedLayout().window));
     host_ = std::make_unique<GdkViewHost>(content_, window_.get());
     events_.setHandler(window_.get(), [this](const GdkEvent& event) { handleEvent(event); });
     if (accessibility_) tellOfFrames();
 }
 
+void DesktopWindow::dropWindow() {
+    host_.reset();
+    if (window_) events_.setHandler(window_.get(), {});
+    window_.reset();
+}
+
 void DesktopWindow::show() {
+    show(std::make_unique<OrdinaryPlace>(display_));
+}
+
+/// In a new window: one that was shown before would be mapped in its former size first.
+void DesktopWindow::show(std::unique_ptr<WindowPlace> place) {
     if (isShown()) return;
+    dropWindow();
+    place_ = std::move(place);
+    place_->setDismissHandler([this] { close(); });
     widget_.preferredSize();
     widget_.present();
-    // A window that was shown before would be mapped in its former size first.
-    if (std::exchange(wasShown_, true)) makeWindow();
+    makeWindow();
     layout();
-    gdk_window_show(window_.get());
+    place_->show(window_.get());
 }
 
 void DesktopWindow::close() {
     if (!isShown()) return;
     content_->cancelTouches();
-    gdk_window_hide(window_.get());
+    place_->hide(window_.get());
     widget_.dismiss();
     // A copy: the handler may destroy this window.
     if (const std::function<void()> handler = closeHandler_) handler();
@@ -71,10 +82,11 @@ void DesktopWindow::close() {
 
 void DesktopWindow::setNotice(const NSString& text) {
     panel_->setNotice(text);
-    if (isShown()) layout();
+    layoutIfShown();
 }
 
 void DesktopWindow::handleEvent(const GdkEvent& event) {
+    if (place_->takesEvent(event)) return;
     switch (event.type) {
         case GDK_DELETE:
             close();
@@ -141,7 +153,7 @@ void DesktopWindow::handleOtherEvent(const GdkEvent& event) {
 void DesktopWindow::screenChanged() {
     applyDesktopSettings(screen_);  // How text is smoothed depends on what shows through.
     content_->setNeedsDisplay();
-    layout();
+    layoutIfShown();
 }
 
 bool DesktopWindow::handleKey(const GdkEventKey& event) {
@@ -163,7 +175,7 @@ void DesktopWindow::showFocus() {
 
 void DesktopWindow::beginMove() {
     const GdkPress& press = host_->lastPress();
-    if (press.device == nullptr) return;
+    if (press.device == nullptr || !place_->isMovable()) return;
     // The window manager has the pointer from here on: no release will come.
     content_->cancelTouches();
     gdk_window_begin_move_drag_for_device(window_.get(), press.device, press.button, press.rootX,

@@ -3,6 +3,7 @@
 #include "backends/gdk/AccessibilityLoader.hpp"
 #include "backends/gdk/GdkEvents.hpp"
 #include "backends/gdk/GdkViewHost.hpp"
+#include "shells/desktop/WindowPlace.hpp"
 #include "shells/panel/PanelContent.hpp"
 #include "shells/panel/PanelView.hpp"
 
@@ -21,7 +22,9 @@ class DesktopWindow {
     DesktopWindow(const DesktopWindow&) = delete;
     DesktopWindow& operator=(const DesktopWindow&) = delete;
 
+    /// Does nothing while it is shown. Without a place, as a window among others.
     void show();
+    void show(std::unique_ptr<WindowPlace> place);
     void close();
     bool isShown() const { return widget_.isPresented(); }
     /// Called after the window was closed, by whomever. It may destroy the window.
@@ -33,7 +36,7 @@ class DesktopWindow {
         firstFrameHandler_ = std::move(handler);
     }
 
-    /// Another one each time the window is shown again.
+    /// Another one each time the window is shown; none before the first time.
     GdkViewHost& host() { return *host_; }
     const std::shared_ptr<UIWindow>& content() const { return content_; }
 
@@ -42,9 +45,8 @@ class DesktopWindow {
         void operator()(GdkWindow* window) const { gdk_window_destroy(window); }
     };
 
-    static GdkWindow* newWindow(GdkDisplay* display, const CGSize& size);
-    /// In place of the one before, if there is one.
     void makeWindow();
+    void dropWindow();
     void framePainted();
     void afterFirstFrame();
     void watchForAccessibility();
@@ -57,6 +59,10 @@ class DesktopWindow {
     PanelLayout wantedLayout();
     /// Follows the widget's size and the screen.
     void layout();
+    /// The same, from outside of show(): the screen may tell of a change while the window is made.
+    void layoutIfShown() {
+        if (isShown() && window_) layout();
+    }
     void applyLayout(const PanelLayout& layout);
     void beginMove();
     void showFocus();
@@ -65,6 +71,7 @@ class DesktopWindow {
     GdkScreen* screen_;
     GdkEvents& events_;
     PanelWidget& widget_;
+    std::unique_ptr<WindowPlace> place_;
     std::unique_ptr<GdkWindow, WindowEnd> window_;
     std::shared_ptr<UIWindow> content_;
     std::shared_ptr<PanelView> panel_;
@@ -77,7 +84,6 @@ class DesktopWindow {
     WindowActivity activity_ = WindowActivity::Inactive;
     std::string accessibilityModule_;
     std::unique_ptr<AccessibilityLoader> accessibility_;
-    bool wasShown_ = false;
     bool painted_ = false;
     guint idle_ = 0;  ///< The source that waits for the end of the first frame.
 };

@@ -12,6 +12,10 @@ class PulseServer : public SoundServer {
 
     std::shared_ptr<AVSystemController> service() override { return controller_; }
     bool isWriting() const override { return controller_->isWriting(); }
+    void setAttention(Attention attention) override {
+        using Kind = PulseAudioController::Attention;
+        controller_->setAttention(attention == Attention::Watched ? Kind::Watched : Kind::Resting);
+    }
     void setAnswersHandler(std::function<void(Answers)> handler) override {
         using State = PulseAudioController::State;
         controller_->setStateHandler([handler = std::move(handler)](State state) {

@@ -12,11 +12,15 @@
 class SoundServer {
  public:
     enum class Answers { No, Yes };
+    /// Whether somebody looks at the volumes, or no more than hears of them.
+    enum class Attention { Resting, Watched };
 
     virtual ~SoundServer() = default;
     virtual std::shared_ptr<AVSystemController> service() = 0;
     /// Whether what was set has not been confirmed by the server yet.
     virtual bool isWriting() const = 0;
+    /// Watched at first. Resting: nothing wakes up that waits for no announcement.
+    virtual void setAttention(Attention attention) = 0;
     /// Called whenever the server has begun to answer or has ceased to, before the notifications
     /// that come of it. Until the first call it does not answer.
     virtual void setAnswersHandler(std::function<void(Answers)> handler) = 0;

@@ -55,8 +55,14 @@ void SoundService::connect() {
     server_->setAvailabilityHandler([this] {
         if (availabilityHandler_) availabilityHandler_();
     });
+    server_->setAttention(attention_);
     beginToWait();
     install(server_->service());
+}
+
+void SoundService::setAttention(SoundServer::Attention attention) {
+    attention_ = attention;
+    if (server_) server_->setAttention(attention);
 }
 
 void SoundService::serverAnswers(SoundServer::Answers answers) {

@@ -33,6 +33,9 @@ class SoundService {
     /// Whether a volume that was set is still on its way.
     bool isWriting() const { return server_ && server_->isWriting(); }
 
+    /// Whether the widget is on the screen. While it is not, nothing is asked now and then.
+    void setAttention(SoundServer::Attention attention);
+
     /// Called when the widget has to be assembled anew: another service was installed.
     void setChangeHandler(std::function<void()> handler) { changeHandler_ = std::move(handler); }
     /// Called when its rows have to be read again, as no notification says what has changed.
@@ -52,6 +55,7 @@ class SoundService {
 
     std::string serverModule_;
     std::unique_ptr<SoundServer> server_;
+    SoundServer::Attention attention_ = SoundServer::Attention::Watched;
     bool connecting_ = false;
     Stage stage_ = Stage::Awaited;
     /// What the waiting under way holds: a new one, or the end of this, makes it forget.

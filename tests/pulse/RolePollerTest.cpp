@@ -76,6 +76,22 @@ TEST_F(RolePollerTest, LetsTheLoopRestOnceNobodyObserves) {
     EXPECT_EQ(NSRunLoop::mainRunLoop().nextDue(), std::nullopt);
 }
 
+TEST_F(RolePollerTest, LetsTheLoopRestWhileNobodyLooksThoughSomebodyObserves) {
+    observe();
+    poller.lookedAt();
+    poller.setAttention(RolePoller::Attention::Resting);
+    EXPECT_EQ(NSRunLoop::mainRunLoop().nextDue(), std::nullopt);
+    advance(1);
+    poller.lookedAt();
+    EXPECT_EQ(polls, 2) << "one answer for one look";
+    advance(1);
+    EXPECT_EQ(polls, 2);
+    poller.setAttention(RolePoller::Attention::Watched);
+    EXPECT_EQ(polls, 3) << "what is known is old";
+    advance(0.3);
+    EXPECT_EQ(polls, 4);
+}
+
 TEST_F(RolePollerTest, DoesNotPollAServerThatAnnouncesByItself) {
     observe();
     for (const auto& announcing : {std::optional<Version>(), std::optional(Version{1, 2, 0})}) {

@@ -18,6 +18,7 @@ class FakeServer : public SoundServer {
 
     std::shared_ptr<AVSystemController> service() override { return device_; }
     bool isWriting() const override { return false; }
+    void setAttention(Attention attention) override { attended = attention; }
     void setAnswersHandler(std::function<void(Answers)> handler) override {
         answers = std::move(handler);
     }
@@ -25,6 +26,7 @@ class FakeServer : public SoundServer {
         availability = std::move(handler);
     }
 
+    Attention attended = Attention::Watched;
     std::function<void(Answers)> answers;
     std::function<void()> availability;
 
@@ -40,6 +42,9 @@ SoundServer* tarnwick_sound_server_open(const char* /*address*/) {
 }
 SoundServer* fake_sound_server() {
     return current;
+}
+bool fake_sound_server_rests() {
+    return current->attended == SoundServer::Attention::Resting;
 }
 void fake_sound_server_answers() {
     current->answers(SoundServer::Answers::Yes);

@@ -52,6 +52,18 @@ class SoundServiceTest : public testing::Test {
     std::unique_ptr<SoundService> service;
 };
 
+TEST_F(SoundServiceTest, TellsTheServerWhetherSomebodyLooks) {
+    void* module = dlopen(FAKE_SOUND_SERVER, RTLD_NOW | RTLD_LOCAL);
+    const auto rests = reinterpret_cast<bool (*)()>(dlsym(module, "fake_sound_server_rests"));
+    make(SoundSource::Server).setAttention(SoundServer::Attention::Resting);
+    service->connect();
+    EXPECT_TRUE(rests()) << "also one that comes later";
+    service->setAttention(SoundServer::Attention::Watched);
+    EXPECT_FALSE(rests());
+    service->setAttention(SoundServer::Attention::Resting);
+    EXPECT_TRUE(rests());
+}
+
 TEST_F(SoundServiceTest, SimulatedDeviceIsThereAtOnceAndLoadsNothing) {
     make(SoundSource::Simulated);
     EXPECT_TRUE(service->isSettled());

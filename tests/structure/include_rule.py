@@ -33,7 +33,7 @@ LIBRARIES = {
     "backends/glib/": r"glib.*\.h",
     "backends/cairo/": r"cairo/.*|cairo.*\.h|pango/.*|fontconfig/.*|glib.*\.h|sys/stat\.h|(fcntl|unistd|png)\.h",
     "backends/pulse/": r"pulse/.*|glib.*\.h|unistd\.h|sys/inotify\.h",
-    "backends/gdk/": r"gdk/.*|glib.*\.h|gio/.*|atk.*|cairo.*\.h|gmodule\.h|(dlfcn|unistd)\.h",
+    "backends/gdk/": r"gdk/.*|glib.*\.h|gio/.*|atk.*|cairo.*\.h|gmodule\.h|(dlfcn|unistd)\.h|wlr-layer-shell-.*",
     "shells/headless/": r"nlohmann/.*|glib.*\.h|(poll|unistd|fcntl|signal)\.h|sys/[a-z]+\.h",
     "shells/desktop/": r"gdk/.*|glib.*\.h|gio/.*|cairo.*\.h|(unistd|getopt|signal)\.h|sys/[a-z]+\.h",
     "shells/panel/": r"glib\.h",

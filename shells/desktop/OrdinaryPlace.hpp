@@ -1,0 +1,15 @@
+#pragma once
+
+#include "shells/desktop/WindowPlace.hpp"
+
+/// Where the window manager puts it, and the user after that.
+class OrdinaryPlace final : public WindowPlace {
+ public:
+    using WindowPlace::WindowPlace;
+    GdkWindow* newWindow(const CGSize& size) override;
+    CGSize availableSize(GdkWindow* window, PanelEdge edge) const override;
+    void arrange(GdkWindow* window, const PanelLayout& layout, PanelEdge edge) override;
+    void show(GdkWindow* window) override { gdk_window_show(window); }
+    void hide(GdkWindow* window) override { gdk_window_hide(window); }
+    bool isMovable() const override { return true; }
+};

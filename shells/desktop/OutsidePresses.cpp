@@ -1,0 +1,63 @@
+#include "shells/desktop/OutsidePresses.hpp"
+
+namespace {
+
+constexpr int eventMask = GDK_BUTTON_PRESS_MASK | GDK_TOUCH_MASK | GDK_EXPOSURE_MASK;
+
+GdkWindow* newSheet(GdkDisplay* display) {
+    GdkScreen* screen = gdk_display_get_default_screen(display);
+    GdkWindowAttr attributes = {};
+    attributes.event_mask = eventMask;
+    attributes.width = 1;
+    attributes.height = 1;
+    attributes.wclass = GDK_INPUT_OUTPUT;
+    attributes.visual = gdk_screen_get_rgba_visual(screen);
+    attributes.window_type = GDK_WINDOW_TOPLEVEL;
+    return gdk_window_new(gdk_screen_get_root_window(screen), &attributes,
+                          attributes.visual ? GDK_WA_VISUAL : 0);
+}
+
+void paintNothing(GdkWindow* window, const cairo_region_t* region) {
+    GdkDrawingContext* frame = gdk_window_begin_draw_frame(window, region);
+    cairo_t* context = gdk_drawing_context_get_cairo_context(frame);
+    cairo_set_operator(context, CAIRO_OPERATOR_CLEAR);
+    cairo_paint(context);
+    gdk_window_end_draw_frame(window, frame);
+}
+
+}  // namespace
+
+OutsidePresses::OutsidePresses(GdkDisplay* display, GdkEvents& events, GdkLayerShell& shell,
+                               std::function<void()> pressed)
+    : events_(events), pressed_(std::move(pressed)) {
+    for (int i = 0; i < gdk_display_get_n_monitors(display); ++i)
+        sheets_.push_back(sheetOver(gdk_display_get_monitor(display, i), shell));
+}
+
+OutsidePresses::~OutsidePresses() {
+    for (Sheet& sheet : sheets_) {
+        events_.setHandler(sheet.window.get(), {});
+        sheet.surface.reset();
+    }
+}
+
+OutsidePresses::Sheet OutsidePresses::sheetOver(GdkMonitor* monitor, GdkLayerShell& shell) {
+    Sheet sheet;
+    sheet.window.reset(newSheet(gdk_monitor_get_display(monitor)));
+    GdkLayerSurface::prepare(sheet.window.get());
+    events_.setHandler(sheet.window.get(), [this](const GdkEvent& event) { handleEvent(event); });
+    LayerSetting setting;
+    setting.layer = Layer::Top;
+    setting.edges = LayerEdges::All;
+    setting.panels = LayerSetting::Panels::Cover;
+    setting.monitor = monitor;
+    sheet.surface = std::make_unique<GdkLayerSurface>(shell, sheet.window.get(), setting, 0, 0);
+    return sheet;
+}
+
+void OutsidePresses::handleEvent(const GdkEvent& event) {
+    if (event.type == GDK_EXPOSE) return paintNothing(event.any.window, event.expose.region);
+    if (event.type != GDK_BUTTON_PRESS && event.type != GDK_TOUCH_BEGIN) return;
+    const auto pressed = pressed_;  // A copy: it may end this.
+    pressed();
+}

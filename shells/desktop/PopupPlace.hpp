@@ -1,0 +1,30 @@
+#pragma once
+
+#include "backends/gdk/GdkPopupInput.hpp"
+#include "shells/desktop/DrawerPlacement.hpp"
+#include "shells/desktop/WindowPlace.hpp"
+
+#include <optional>
+
+/// Beside an icon on an X11 screen, out of the window manager's hands. A press anywhere else
+/// dismisses it.
+class PopupPlace final : public WindowPlace {
+ public:
+    /// `icon` is on the screen, `gap` what is kept between the drawer and what is around it;
+    /// points.
+    PopupPlace(GdkDisplay* display, const CGPoint& icon, CGFloat gap);
+
+    GdkWindow* newWindow(const CGSize& size) override;
+    CGSize availableSize(GdkWindow* window, PanelEdge edge) const override;
+    void arrange(GdkWindow* window, const PanelLayout& layout, PanelEdge edge) override;
+    void show(GdkWindow* window) override;
+    void hide(GdkWindow* window) override;
+    bool takesEvent(const GdkEvent& event) override;
+
+ private:
+    MonitorArea monitor_;
+    CGPoint icon_;
+    CGFloat gap_;
+    CGRect panel_;  ///< In the window.
+    std::optional<GdkPopupInput> input_;
+};

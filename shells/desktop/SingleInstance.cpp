@@ -1,0 +1,175 @@
+#include "shells/desktop/SingleInstance.hpp"
+
+#include "shells/common/ApplicationId.hpp"
+
+#include <string_view>
+#include <utility>
+
+namespace {
+
+constexpr const char* objectPath = "/org/tarnwick/mixer";
+constexpr const char* applicationInterface = "org.freedesktop.Application";
+constexpr const char* description = R"xml(<node>
+  <interface name="org.freedesktop.Application">
+    <method name="Activate"><arg type="a{sv}" direction="in"/></method>
+    <method name="Open"><arg type="as" direction="in"/><arg type="a{sv}" direction="in"/></method>
+    <method name="ActivateAction">
+      <arg type="s" direction="in"/><arg type="av" direction="in"/>
+      <arg type="a{sv}" direction="in"/>
+    </method>
+  </interface>
+</node>)xml";
+
+constexpr const char* toggleAction = "toggle";
+constexpr const char* quitAction = "quit";
+
+/// Without one the library would start a bus of its own.
+bool isSessionBusSet() {
+    const std::string_view address = g_getenv("DBUS_SESSION_BUS_ADDRESS") != nullptr
+                                         ? g_getenv("DBUS_SESSION_BUS_ADDRESS")
+                                         : std::string_view();
+    if (!address.empty()) return true;
+    const char* folder = g_getenv("XDG_RUNTIME_DIR");
+    if (folder == nullptr) return false;
+    const std::string socket = std::string(folder) + "/bus";
+    return g_file_test(socket.c_str(), G_FILE_TEST_EXISTS) != FALSE;
+}
+
+bool isCancelled(const GError* error) {
+    return g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED) != FALSE;
+}
+
+std::optional<InstanceRequest> requestOf(std::string_view method, GVariant* arguments) {
+    if (method != "ActivateAction") return InstanceRequest::Show;
+    const char* action = nullptr;
+    g_variant_get_child(arguments, 0, "&s", &action);
+    if (std::string_view(action) == toggleAction) return InstanceRequest::Toggle;
+    if (std::string_view(action) == quitAction) return InstanceRequest::Quit;
+    return std::nullopt;
+}
+
+}  // namespace
+
+SingleInstance::~SingleInstance() {
+    cancellable_.reset();
+    if (!bus_) return;
+    g_signal_handler_disconnect(bus_.get(), closedHandler_);
+    // Who asked it to end waits for the answer.
+    if (standing_ == Standing::First) g_dbus_connection_flush_sync(bus_.get(), nullptr, nullptr);
+}
+
+void SingleInstance::begin() {
+    if (!isSessionBusSet()) return setStanding(Standing::Alone);
+    const auto answered = +[](GObject*, GAsyncResult* result, gpointer instance) {
+        GError* error = nullptr;
+        BusConnection bus(g_bus_get_finish(result, &error));
+        const BusError owned(error);
+        if (!isCancelled(error)) static_cast<SingleInstance*>(instance)->connected(std::move(bus));
+    };
+    g_bus_get(G_BUS_TYPE_SESSION, cancellable_.get(), answered, this);
+}
+
+void SingleInstance::connected(BusConnection bus) {
+    if (!bus) return setStanding(Standing::Alone);
+    bus_ = std::move(bus);
+    // A session's end is told by a signal; the end of its bus alone is no reason to drop a window.
+    g_dbus_connection_set_exit_on_close(bus_.get(), FALSE);
+    const auto closed = +[](GDBusConnection*, gboolean, GError*, gpointer instance) {
+        static_cast<SingleInstance*>(instance)->setStanding(Standing::Alone);
+    };
+    closedHandler_ = g_signal_connect(bus_.get(), "closed", G_CALLBACK(closed), this);
+    // Before the name: who finds the name finds the object.
+    static const GDBusInterfaceVTable table = {answerCall, nullptr, nullptr, {}};
+    object_.emplace(bus_.get(), objectPath, description, table, this);
+    requestName();
+}
+
+void SingleInstance::requestName() {
+    const auto answered = +[](GObject* bus, GAsyncResult* result, gpointer instance) {
+        GError* error = nullptr;
+        const BusValue answer(
+            g_dbus_connection_call_finish(G_DBUS_CONNECTION(bus), result, &error));
+        const BusError owned(error);
+        if (!isCancelled(error)) static_cast<SingleInstance*>(instance)->nameAnswered(answer.get());
+    };
+    constexpr guint32 doNotQueue = 4;
+    g_dbus_connection_call(bus_.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus",
+                           "org.freedesktop.DBus", "RequestName",
+                           g_variant_new("(su)", applicationId, doNotQueue), G_VARIANT_TYPE("(u)"),
+                           G_DBUS_CALL_FLAGS_NONE, -1, cancellable_.get(), answered, this);
+}
+
+void SingleInstance::nameAnswered(GVariant* answer) {
+    constexpr guint32 isOwner = 1;
+    constexpr guint32 exists = 3;
+    guint32 reply = 0;
+    if (answer) g_variant_get(answer, "(u)", &reply);
+    setStanding(reply == isOwner  ? Standing::First
+                : reply == exists ? Standing::Later
+                                  : Standing::Alone);
+}
+
+void SingleInstance::setStanding(Standing standing) {
+    if (std::exchange(standing_, standing) == standing) return;
+    if (standing != Standing::First) object_.reset();
+    if (const auto handler = standingHandler_) handler();
+}
+
+SingleInstance::Standing SingleInstance::waitForStanding(double seconds) {
+    constexpr double millisecondsASecond = 1000;
+    bool isOver = false;
+    const auto end = +[](gpointer flag) -> gboolean {
+        *static_cast<bool*>(flag) = true;
+        return G_SOURCE_REMOVE;
+    };
+    if (standing_ != Standing::Undecided) return standing_;
+    const guint timer =
+        g_timeout_add(static_cast<guint>(seconds * millisecondsASecond), end, &isOver);
+    while (standing_ == Standing::Undecided && !isOver)
+        g_main_context_iteration(nullptr, TRUE);
+    if (!isOver) g_source_remove(timer);
+    return standing_;
+}
+
+bool SingleInstance::ask(InstanceRequest request) const {
+    if (standing_ != Standing::Later) return false;
+    constexpr int patience = 5000;  // milliseconds; it may be busy with its own start
+    const bool shows = request == InstanceRequest::Show;
+    const char* action = request == InstanceRequest::Quit ? quitAction : toggleAction;
+    GVariant* arguments = shows ? g_variant_new("(a{sv})", nullptr)
+                                : g_variant_new("(sava{sv})", action, nullptr, nullptr);
+    const BusValue answer(
+        g_dbus_connection_call_sync(bus_.get(), applicationId, objectPath, applicationInterface,
+                                    shows ? "Activate" : "ActivateAction", arguments, nullptr,
+                                    G_DBUS_CALL_FLAGS_NO_AUTO_START, patience, nullptr, nullptr));
+    return answer != nullptr;
+}
+
+void SingleInstance::setRequestHandler(std::function<void(InstanceRequest)> handler) {
+    requestHandler_ = std::move(handler);
+    if (!requestHandler_) return;
+    for (const InstanceRequest asked : std::exchange(waiting_, {}))
+        request(asked);
+}
+
+void SingleInstance::request(InstanceRequest request) {
+    if (const auto handler = requestHandler_)
+        handler(request);
+    else
+        waiting_.push_back(request);
+}
+
+void SingleInstance::answerCall(GDBusConnection* /*bus*/, const char* /*sender*/,
+                                const char* /*path*/, const char* /*interface*/, const char* method,
+                                GVariant* arguments, GDBusMethodInvocation* invocation,
+                                gpointer instance) {
+    const auto asked = requestOf(method, arguments);
+    if (!asked) {
+        g_dbus_method_invocation_return_error_literal(
+            invocation, G_DBUS_ERROR, G_DBUS_ERROR_INVALID_ARGS, "there is no such action");
+        return;
+    }
+    // Answered first: who asks the program to end should hear of it.
+    g_dbus_method_invocation_return_value(invocation, nullptr);
+    static_cast<SingleInstance*>(instance)->request(*asked);
+}

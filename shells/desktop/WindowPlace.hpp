@@ -1,0 +1,48 @@
+#pragma once
+
+#include "shells/panel/PanelLayout.hpp"
+
+#include <gdk/gdk.h>
+
+#include <functional>
+
+/// How the panel's window comes onto the screen: as one window among others, beside the tray's
+/// icon, or on a layer of its own. One for each showing. Main thread.
+class WindowPlace {
+ public:
+    explicit WindowPlace(GdkDisplay* display) : display_(display) {}
+    virtual ~WindowPlace() = default;
+    WindowPlace(const WindowPlace&) = delete;
+    WindowPlace& operator=(const WindowPlace&) = delete;
+
+    /// A hidden window, in the size that it will be shown in: some displays map a window in the
+    /// size it began with. The caller owns it.
+    virtual GdkWindow* newWindow(const CGSize& size) = 0;
+    /// What the window may take at most with an edge of that kind, in points. `window` is nullptr
+    /// while there is none.
+    virtual CGSize availableSize(GdkWindow* window, PanelEdge edge) const = 0;
+    /// Gives the window the size, and the place, of that layout.
+    virtual void arrange(GdkWindow* window, const PanelLayout& layout, PanelEdge edge) = 0;
+    virtual void show(GdkWindow* window) = 0;
+    virtual void hide(GdkWindow* window) = 0;
+    /// Whether the user may move the window.
+    virtual bool isMovable() const { return false; }
+    /// Takes an event of the window that is about its place, and is for nobody else then.
+    virtual bool takesEvent(const GdkEvent& /*event*/) { return false; }
+
+    /// Called when the user has turned to something else. It may end this.
+    void setDismissHandler(std::function<void()> handler) { dismissHandler_ = std::move(handler); }
+
+ protected:
+    GdkDisplay* display() const { return display_; }
+    /// Nothing of this may be used afterwards.
+    void dismiss() const {
+        if (const auto handler = dismissHandler_) handler();
+    }
+    GdkWindow* newWindowOfKind(GdkWindowType kind, GdkWindowTypeHint hint,
+                               const CGSize& size) const;
+
+ private:
+    GdkDisplay* display_;
+    std::function<void()> dismissHandler_;
+};

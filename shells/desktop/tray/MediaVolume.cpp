@@ -1,0 +1,56 @@
+#include "shells/desktop/tray/MediaVolume.hpp"
+
+#include "platform/celestial/AVSystemController.hpp"
+#include "platform/foundation/NSNotificationCenter.hpp"
+
+#include <algorithm>
+#include <string_view>
+
+namespace {
+
+constexpr const char* category = "Audio/Video";
+constexpr float volumeWithoutMemory = 0.5F;
+
+class Observer : public NSObject {
+ public:
+    std::string_view className() const override { return "MediaVolumeObserver"; }
+};
+
+}  // namespace
+
+MediaVolume::MediaVolume() : observer_(std::make_shared<Observer>()) {
+    NSNotificationCenter::defaultCenter().add(
+        observer_,
+        [this](const NSNotification&) {
+            if (changeHandler_) changeHandler_();
+        },
+        AVSystemController_EffectiveVolumeDidChangeNotification, nullptr);
+}
+
+MediaVolume::~MediaVolume() {
+    NSNotificationCenter::defaultCenter().removeObserver(observer_.get());
+}
+
+std::optional<float> MediaVolume::fraction() const {
+    const auto service = AVSystemController::sharedAVSystemController();
+    float volume = 0;
+    if (!service || !service->getVolume(volume, category)) return std::nullopt;
+    return std::clamp(volume, 0.0F, 1.0F);
+}
+
+void MediaVolume::changeBy(float fraction) {
+    const auto now = this->fraction();
+    if (now) set(std::clamp(*now + fraction, 0.0F, 1.0F));
+}
+
+void MediaVolume::toggleSilence() {
+    const auto now = fraction();
+    if (!now) return;
+    if (*now > 0) beforeSilence_ = now;
+    set(*now > 0 ? 0 : beforeSilence_.value_or(volumeWithoutMemory));
+}
+
+void MediaVolume::set(float fraction) {
+    const auto service = AVSystemController::sharedAVSystemController();
+    if (service) service->setVolumeTo(fraction, category);
+}

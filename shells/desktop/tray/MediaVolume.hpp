@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/foundation/NSObject.hpp"
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+/// The volume of media, as something beside the mixer's rows shows and changes it. Goes through the
+/// installed volume service, whose notification tells the rows. Main thread.
+class MediaVolume {
+ public:
+    MediaVolume();
+    ~MediaVolume();
+    MediaVolume(const MediaVolume&) = delete;
+    MediaVolume& operator=(const MediaVolume&) = delete;
+
+    /// 0 to 1; nullopt while it cannot be read.
+    std::optional<float> fraction() const;
+    /// Up or down, kept within 0 and 1. Nothing while it cannot be read.
+    void changeBy(float fraction);
+    /// To silence, and from there to where it was before.
+    void toggleSilence();
+
+    /// Called when the volume may be another one.
+    void setChangeHandler(std::function<void()> handler) { changeHandler_ = std::move(handler); }
+
+ private:
+    void set(float fraction);
+
+    std::shared_ptr<NSObject> observer_;
+    std::optional<float> beforeSilence_;
+    std::function<void()> changeHandler_;
+};

@@ -1,0 +1,15 @@
+#include "shells/desktop/tray/Tray.hpp"
+
+#include "shells/desktop/tray/TrayScroll.hpp"
+
+Tray::Tray(GDBusConnection* bus, Handlers handlers)
+    : menu_(bus, {{"Open the Mixer", handlers.show}, {"Quit", handlers.quit}}),
+      item_(bus, trayLook(volume_.fraction()),
+            {handlers.toggle, [this] { volume_.toggleSilence(); },
+             [this](int delta, std::string_view orientation) {
+                 volume_.changeBy(volumeChangeByScroll(delta, orientation));
+             }}),
+      host_(bus) {
+    volume_.setChangeHandler([this] { refresh(); });
+    host_.setPresenceHandler(handlers.presenceChanged);
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "shells/desktop/tray/MediaVolume.hpp"
+#include "shells/desktop/tray/TrayHost.hpp"
+#include "shells/desktop/tray/TrayItem.hpp"
+#include "shells/desktop/tray/TrayMenu.hpp"
+
+#include <functional>
+
+/// The mixer's icon in the session's tray: tells the media volume, changes it by the wheel, and
+/// calls the drawer. Main thread.
+class Tray {
+ public:
+    /// May end the tray.
+    struct Handlers {
+        std::function<void(int x, int y)> toggle;  ///< Points of the screen, near the icon.
+        std::function<void()> show;
+        std::function<void()> quit;
+        std::function<void()> presenceChanged;
+    };
+
+    Tray(GDBusConnection* bus, Handlers handlers);
+
+    TrayHost::Presence presence() const { return host_.presence(); }
+    /// Looks at the volume again, where no notification told of it.
+    void refresh() { item_.setLook(trayLook(volume_.fraction())); }
+
+ private:
+    MediaVolume volume_;
+    TrayMenu menu_;
+    TrayItem item_;
+    TrayHost host_;
+};

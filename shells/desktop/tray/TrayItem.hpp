@@ -1,0 +1,38 @@
+#pragma once
+
+#include "shells/desktop/Bus.hpp"
+#include "shells/desktop/tray/TrayLook.hpp"
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+/// The icon as a tray's host sees it on the bus. Main thread.
+class TrayItem {
+ public:
+    static constexpr const char* objectPath = "/StatusNotifierItem";
+
+    /// What the user does with the icon; x and y are points of the screen, near the icon.
+    struct Handlers {
+        std::function<void(int x, int y)> activated;
+        std::function<void()> secondaryActivated;
+        std::function<void(int delta, std::string_view orientation)> scrolled;
+    };
+
+    TrayItem(GDBusConnection* bus, TrayLook look, Handlers handlers);
+
+    /// Tells the host what is another now, and nothing when nothing is.
+    void setLook(const TrayLook& look);
+
+ private:
+    static void answerCall(GDBusConnection* bus, const char* sender, const char* path,
+                           const char* interface, const char* method, GVariant* arguments,
+                           GDBusMethodInvocation* invocation, gpointer item);
+    static GVariant* property(GDBusConnection* bus, const char* sender, const char* path,
+                              const char* interface, const char* name, GError** error,
+                              gpointer item);
+
+    TrayLook look_;
+    Handlers handlers_;
+    BusObject object_;
+};

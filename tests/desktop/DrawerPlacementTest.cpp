@@ -1,0 +1,108 @@
+#include "shells/desktop/DrawerPlacement.hpp"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace test {
+namespace {
+
+constexpr CGFloat gap = 8;
+constexpr CGSize drawer = {560, 270};
+
+/// 1280 x 800 at the origin, with a panel of 30 points above.
+MonitorArea withPanelAbove() {
+    return {CGRectMake(0, 0, 1280, 800), CGRectMake(0, 30, 1280, 770)};
+}
+MonitorArea withoutPanels(const CGRect& whole = CGRectMake(0, 0, 1280, 800)) {
+    return {whole, whole};
+}
+
+CGPoint originFor(const CGPoint& icon, const MonitorArea& monitor) {
+    return drawerOrigin(icon, drawer, monitor, gap);
+}
+
+void expectWithin(const CGPoint& origin, const MonitorArea& monitor) {
+    EXPECT_GE(origin.x, monitor.work.origin.x + gap);
+    EXPECT_GE(origin.y, monitor.work.origin.y + gap);
+    EXPECT_LE(origin.x + drawer.width, CGRectGetMaxX(monitor.work) - gap);
+    EXPECT_LE(origin.y + drawer.height, CGRectGetMaxY(monitor.work) - gap);
+}
+
+TEST(DrawerPlacement, HangsBelowTheIconOfAPanelAboveInItsMiddle) {
+    const CGPoint origin = originFor({640, 15}, withPanelAbove());
+    EXPECT_EQ(origin, (CGPoint{360, 43}));
+}
+
+TEST(DrawerPlacement, StandsAboveTheIconOfAPanelBelow) {
+    const MonitorArea monitor = {CGRectMake(0, 0, 1280, 800), CGRectMake(0, 0, 1280, 760)};
+    const CGPoint origin = originFor({640, 780}, monitor);
+    EXPECT_EQ(origin, (CGPoint{360, 760 - 8 - 270}));
+}
+
+TEST(DrawerPlacement, LiesBesideTheIconOfAPanelAtASide) {
+    const MonitorArea left = {CGRectMake(0, 0, 1280, 800), CGRectMake(48, 0, 1232, 800)};
+    EXPECT_EQ(originFor({24, 400}, left), (CGPoint{56, 265}));
+    const MonitorArea right = {CGRectMake(0, 0, 1280, 800), CGRectMake(0, 0, 1232, 800)};
+    EXPECT_EQ(originFor({1256, 400}, right), (CGPoint{1232 - 8 - 560, 265}));
+}
+
+TEST(DrawerPlacement, GoesByTheNearestEdgeWhereNoPanelIsKnown) {
+    EXPECT_EQ(originFor({640, 15}, withoutPanels()), (CGPoint{360, 43}));
+    EXPECT_EQ(originFor({640, 785}, withoutPanels()), (CGPoint{360, 785 - 28 - 270}));
+    EXPECT_EQ(originFor({15, 400}, withoutPanels()), (CGPoint{43, 265}));
+    EXPECT_EQ(originFor({1265, 400}, withoutPanels()), (CGPoint{1265 - 28 - 560, 265}));
+}
+
+TEST(DrawerPlacement, TakesThePanelInACornerForAHorizontalOne) {
+    const CGPoint origin = originFor({1275, 15}, withoutPanels());
+    EXPECT_EQ(origin, (CGPoint{1280 - 8 - 560, 43}));
+    EXPECT_EQ(originFor({5, 790}, withoutPanels()), (CGPoint{8, 790 - 28 - 270}));
+}
+
+TEST(DrawerPlacement, NeverLeavesTheWorkAreaWhereverTheIconIs) {
+    for (const MonitorArea& monitor :
+         {withPanelAbove(), withoutPanels(), withoutPanels(CGRectMake(1280, -200, 1024, 768))}) {
+        const CGRect& whole = monitor.whole;
+        for (CGFloat x = whole.origin.x - 1; x <= CGRectGetMaxX(whole) + 1; x += 37)
+            for (CGFloat y = whole.origin.y - 1; y <= CGRectGetMaxY(whole) + 1; y += 29)
+                expectWithin(originFor({x, y}, monitor), monitor);
+        expectWithin(originFor({CGRectGetMaxX(whole), CGRectGetMaxY(whole)}, monitor), monitor);
+    }
+}
+
+TEST(DrawerPlacement, MovesOnlyWhenTheDrawerWouldCrossTheGap) {
+    const MonitorArea monitor = withPanelAbove();
+    const CGFloat leftmost = gap + drawer.width / 2;
+    EXPECT_EQ(originFor({leftmost, 15}, monitor).x, gap);
+    EXPECT_EQ(originFor({leftmost + 1, 15}, monitor).x, gap + 1);
+    EXPECT_EQ(originFor({leftmost - 1, 15}, monitor).x, gap);
+    const CGFloat rightmost = 1280 - gap - drawer.width / 2;
+    EXPECT_EQ(originFor({rightmost, 15}, monitor).x, 1280 - gap - drawer.width);
+    EXPECT_EQ(originFor({rightmost + 1, 15}, monitor).x, 1280 - gap - drawer.width);
+    EXPECT_EQ(originFor({rightmost - 1, 15}, monitor).x, 1280 - gap - drawer.width - 1);
+}
+
+TEST(DrawerPlacement, BeginsWithTheWorkAreaWhenItIsTooLarge) {
+    const MonitorArea small = {CGRectMake(0, 0, 400, 300), CGRectMake(0, 30, 400, 270)};
+    EXPECT_EQ(originFor({200, 15}, small), (CGPoint{8, 38}));
+}
+
+TEST(DrawerPlacement, LeavesAGapAroundTheRoom) {
+    EXPECT_EQ(roomForDrawer(withPanelAbove(), gap), (CGSize{1264, 754}));
+    EXPECT_EQ(roomForDrawer(withoutPanels(CGRectMake(0, 0, 10, 10)), gap), (CGSize{1, 1}));
+}
+
+TEST(DrawerPlacement, TakesTheMonitorThatTheIconIsOnOrTheNearest) {
+    const std::vector<MonitorArea> monitors = {withoutPanels(),
+                                               withoutPanels(CGRectMake(1280, -200, 1024, 768))};
+    EXPECT_EQ(monitorAt({1279, 15}, monitors), &monitors[0]);
+    EXPECT_EQ(monitorAt({1281, 15}, monitors), &monitors[1]);
+    EXPECT_EQ(monitorAt({1281, -199}, monitors), &monitors[1]);
+    EXPECT_EQ(monitorAt({100, 5000}, monitors), &monitors[0]);
+    EXPECT_EQ(monitorAt({5000, 100}, monitors), &monitors[1]);
+    EXPECT_EQ(monitorAt({0, 0}, {}), nullptr);
+}
+
+}  // namespace
+}  // namespace test

@@ -1,0 +1,73 @@
+#include "platform/celestial/SimulatedAudioDevice.hpp"
+#include "platform/foundation/NSRunLoop.hpp"
+#include "shells/desktop/tray/MediaVolume.hpp"
+
+#include <gtest/gtest.h>
+
+namespace test {
+namespace {
+
+class MediaVolumeTest : public testing::Test {
+ protected:
+    MediaVolumeTest() { AVSystemController::setSharedAVSystemController(device); }
+    ~MediaVolumeTest() override {
+        AVSystemController::setSharedAVSystemController(nullptr);
+        NSRunLoop::mainRunLoop().runDue();
+    }
+
+    std::shared_ptr<SimulatedAudioDevice> device = std::make_shared<SimulatedAudioDevice>();
+    MediaVolume volume;
+};
+
+TEST_F(MediaVolumeTest, IsThatOfTheMediaCategory) {
+    device->changeVolume("Audio/Video", 0.3F);
+    device->changeVolume("Ringtone", 0.9F);
+    ASSERT_TRUE(volume.fraction());
+    EXPECT_FLOAT_EQ(*volume.fraction(), 0.3F);
+}
+
+TEST_F(MediaVolumeTest, ChangesGoThroughTheServiceAndStopAtTheEnds) {
+    device->changeVolume("Audio/Video", 0.92F);
+    volume.changeBy(0.05F);
+    EXPECT_FLOAT_EQ(*volume.fraction(), 0.97F);
+    volume.changeBy(0.05F);
+    EXPECT_FLOAT_EQ(*volume.fraction(), 1);
+    volume.changeBy(-2);
+    EXPECT_FLOAT_EQ(*volume.fraction(), 0);
+    volume.changeBy(-0.05F);
+    EXPECT_FLOAT_EQ(*volume.fraction(), 0);
+}
+
+TEST_F(MediaVolumeTest, TellsOfChangesMadeElsewhere) {
+    int told = 0;
+    volume.setChangeHandler([&told] { ++told; });
+    device->changeVolume("Audio/Video", 0.3F);
+    NSRunLoop::mainRunLoop().runDue();
+    EXPECT_GE(told, 1);
+}
+
+TEST_F(MediaVolumeTest, SilenceReturnsToWhereItWas) {
+    device->changeVolume("Audio/Video", 0.3F);
+    volume.toggleSilence();
+    EXPECT_FLOAT_EQ(*volume.fraction(), 0);
+    volume.toggleSilence();
+    EXPECT_FLOAT_EQ(*volume.fraction(), 0.3F);
+}
+
+TEST_F(MediaVolumeTest, SilenceThatSomebodyElseMadeEndsInTheMiddle) {
+    device->changeVolume("Audio/Video", 0);
+    volume.toggleSilence();
+    EXPECT_FLOAT_EQ(*volume.fraction(), 0.5F);
+}
+
+TEST_F(MediaVolumeTest, WithoutAServiceThereIsNothingToReadOrChange) {
+    AVSystemController::setSharedAVSystemController(nullptr);
+    EXPECT_EQ(volume.fraction(), std::nullopt);
+    volume.changeBy(0.5F);
+    volume.toggleSilence();
+    AVSystemController::setSharedAVSystemController(device);
+    EXPECT_FLOAT_EQ(*volume.fraction(), 0.5F);
+}
+
+}  // namespace
+}  // namespace test

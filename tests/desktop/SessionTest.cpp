@@ -1,0 +1,178 @@
+#include "shells/common/ApplicationId.hpp"
+#include "tests/desktop/UserSession.hpp"
+#include "tests/rigs/Waiting.hpp"
+
+#include <X11/keysym.h>
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <fstream>
+
+namespace test {
+namespace {
+
+/// How often a process has gone to sleep, all its threads together.
+long sleepsOf(pid_t process) {
+    long sleeps = 0;
+    const std::string tasks = "/proc/" + std::to_string(process) + "/task";
+    for (const auto& task : std::filesystem::directory_iterator(tasks)) {
+        std::ifstream status(task.path() / "status");
+        std::string word;
+        while (status >> word)
+            if (word == "voluntary_ctxt_switches:" && status >> word) sleeps += std::stol(word);
+    }
+    return sleeps;
+}
+
+bool says(const UserSession& session, const std::string& part) {
+    return rigs::waitUntil([&] { return session.logged().find(part) != std::string::npos; });
+}
+
+/// A bus that takes connections and then says nothing.
+class SilentBus {
+ public:
+    explicit SilentBus(const std::filesystem::path& path)
+        : socket_(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+        sockaddr_un address = {};
+        address.sun_family = AF_UNIX;
+        path.string().copy(static_cast<char*>(address.sun_path), sizeof address.sun_path - 1);
+        bind(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof address);
+        constexpr int waiting = 5;
+        listen(socket_, waiting);
+    }
+    ~SilentBus() { close(socket_); }
+    SilentBus(const SilentBus&) = delete;
+    SilentBus& operator=(const SilentBus&) = delete;
+
+ private:
+    int socket_;
+};
+
+TEST(SessionTest, StartedAgainItClosesTheWindowThatIsOpen) {
+    const UserSession session;
+    rigs::ChildProcess first = session.startMixer({});
+    EXPECT_EQ(session.waitForWindow().size, (CGSize{560, 270}));
+    EXPECT_EQ(session.runMixer({}), 0);
+    EXPECT_TRUE(session.waitForNoWindow());
+    EXPECT_TRUE(rigs::waitUntil([&] { return first.hasEnded(); })) << "nothing could call it back";
+}
+
+TEST(SessionTest, InTheBackgroundItWaitsToBeCalledAndIsHiddenAgain) {
+    const UserSession session;
+    rigs::ChildProcess first = session.startMixer({"--background"});
+    ASSERT_TRUE(says(session, "neither a tray nor a layer shell"));
+    EXPECT_TRUE(session.screen.windowsOf(applicationId).empty());
+    EXPECT_EQ(session.runMixer({}), 0);
+    EXPECT_EQ(session.waitForWindow().size, (CGSize{560, 270}));
+    EXPECT_EQ(session.runMixer({"--background"}), 0);
+    rigs::runFor(0.1);
+    EXPECT_EQ(session.screen.windowsOf(applicationId).size(), 1U) << "that start means nothing";
+    EXPECT_EQ(session.runMixer({}), 0);
+    EXPECT_TRUE(session.waitForNoWindow());
+    EXPECT_FALSE(first.hasEnded());
+    EXPECT_EQ(session.runMixer({}), 0);
+    session.waitForWindow();
+}
+
+TEST(SessionTest, QuitEndsTheOneThatRuns) {
+    const UserSession session;
+    EXPECT_EQ(session.runMixer({"--quit"}), 0) << "afterwards none runs";
+    rigs::ChildProcess first = session.startMixer({});
+    session.waitForWindow();
+    EXPECT_EQ(session.runMixer({"--quit"}), 0);
+    EXPECT_TRUE(rigs::waitUntil([&] { return first.hasEnded(); }));
+}
+
+TEST(SessionTest, EscapeEndsItWhereNothingCouldCallItBack) {
+    UserSession session;
+    rigs::ChildProcess mixer = session.startMixer({});
+    const CGRect window = session.waitForWindow();
+    ASSERT_TRUE(says(session, "neither a tray nor a layer shell"));
+    session.user.moveTo(CGRectGetMidX(window), CGRectGetMidY(window));
+    session.user.typeKey(XK_Escape);
+    EXPECT_TRUE(rigs::waitUntil([&] { return mixer.hasEnded(); }));
+}
+
+TEST(SessionTest, SimulatedOneAndANewInstanceStandAside) {
+    const UserSession session;
+    rigs::ChildProcess first = session.startMixer({});
+    session.waitForWindow();
+    rigs::ChildProcess simulated = session.startMixer({"--simulate"});
+    rigs::ChildProcess another = session.startMixer({"--new-instance"});
+    EXPECT_TRUE(
+        rigs::waitUntil([&] { return session.screen.windowsOf(applicationId).size() == 3; }));
+}
+
+TEST(SessionTest, WithoutABusEachStartHasAWindow) {
+    const UserSession session(Bus::None);
+    rigs::ChildProcess first = session.startMixer({});
+    rigs::ChildProcess second = session.startMixer({});
+    EXPECT_TRUE(
+        rigs::waitUntil([&] { return session.screen.windowsOf(applicationId).size() == 2; }));
+    EXPECT_EQ(session.runMixer({"--quit"}), 0);
+    EXPECT_TRUE(says(session, "neither a tray nor a layer shell"));
+}
+
+TEST(SessionTest, WithoutABusItCannotWaitInTheBackgroundAndSaysSo) {
+    const UserSession session(Bus::None);
+    rigs::ChildProcess mixer = session.startMixer({"--background"});
+    EXPECT_EQ(session.waitForWindow().size, (CGSize{560, 270}));
+    EXPECT_TRUE(says(session, "no session bus"));
+}
+
+TEST(SessionTest, BusThatSaysNothingDoesNotHoldTheWindowBack) {
+    const UserSession session(Bus::None);
+    const std::filesystem::path socket = session.folder.path() / "no-bus";
+    const SilentBus bus(socket);
+    rigs::ChildProcess mixer = session.startMixer({});
+    EXPECT_EQ(session.waitForWindow().size, (CGSize{560, 270}));
+    mixer.signal(SIGTERM);
+    EXPECT_TRUE(rigs::waitUntil([&] { return mixer.hasEnded(); })) << "nor its end";
+}
+
+TEST(SessionTest, EndOfTheBusLeavesAnOpenWindowAlone) {
+    UserSession session;
+    rigs::ChildProcess mixer = session.startMixer({});
+    const CGRect window = session.waitForWindow();
+    ASSERT_TRUE(says(session, "neither a tray nor a layer shell"));
+    session.endBus();
+    rigs::runFor(0.2);
+    EXPECT_FALSE(mixer.hasEnded());
+    session.user.moveTo(CGRectGetMidX(window), CGRectGetMidY(window));
+    session.user.typeKey(XK_Escape);
+    EXPECT_TRUE(rigs::waitUntil([&] { return mixer.hasEnded(); }));
+}
+
+TEST(SessionTest, EndOfTheBusEndsAHiddenOne) {
+    UserSession session;
+    rigs::ChildProcess mixer = session.startMixer({"--background"});
+    ASSERT_TRUE(says(session, "neither a tray nor a layer shell"));
+    session.endBus();
+    EXPECT_TRUE(rigs::waitUntil([&] { return mixer.hasEnded(); }));
+}
+
+TEST(SessionTest, NothingWakesAHiddenOneWhileNothingChanges) {
+    UserSession session;
+    session.sound.startAndWait();
+    rigs::ChildProcess mixer = session.startMixer({"--background"});
+    ASSERT_TRUE(says(session, "neither a tray nor a layer shell"));
+    EXPECT_EQ(session.runMixer({}), 0);  // Also after it was shown once.
+    session.waitForWindow();
+    EXPECT_EQ(session.runMixer({}), 0);
+    ASSERT_TRUE(session.waitForNoWindow());
+    constexpr double quietSeconds = 1;
+    long before = -1;
+    EXPECT_TRUE(rigs::waitUntil([&] {
+        const long now = sleepsOf(mixer.id());
+        const bool rests = now == before;
+        before = now;
+        if (!rests) rigs::runFor(quietSeconds);
+        return rests;
+    })) << "it never rests for "
+        << quietSeconds << " s";
+}
+
+}  // namespace
+}  // namespace test

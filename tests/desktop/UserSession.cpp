@@ -1,0 +1,60 @@
+#include "tests/desktop/UserSession.hpp"
+
+#include "shells/common/ApplicationId.hpp"
+#include "tests/rigs/Waiting.hpp"
+
+#include <csignal>
+#include <stdexcept>
+
+namespace test {
+
+UserSession::UserSession(Bus bus) : bus_(bus) {
+    if (bus == Bus::None) return;
+    const std::string socket = folder.path() / "bus";
+    daemon_ = rigs::ChildProcess(
+        {"dbus-daemon", "--session", "--nofork", "--nopidfile", "--address=unix:path=" + socket},
+        {.environment = environment(), .log = folder.log()});
+    if (!rigs::waitUntil([&] { return std::filesystem::exists(socket); }))
+        throw std::runtime_error("no session bus: " + logged());
+}
+
+void UserSession::endBus() {
+    daemon_.signal(SIGTERM);
+    daemon_.wait();
+}
+
+rigs::Environment UserSession::environment() const {
+    rigs::Environment all = folder.environment();
+    all["DISPLAY"] = server.displayName();
+    all["GDK_BACKEND"] = "x11";
+    all["WAYLAND_DISPLAY"] = "";
+    all["PULSE_SERVER"] = sound.address();
+    all["XDG_CACHE_HOME"] = folder.path() / "cache";
+    all["NO_AT_BRIDGE"] = "1";
+    all["LC_ALL"] = "C.UTF-8";
+    if (bus_ == Bus::Here)
+        all["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=" + (folder.path() / "bus").string();
+    return all;
+}
+
+rigs::ChildProcess UserSession::startMixer(std::vector<std::string> arguments) const {
+    std::vector<std::string> words = {TARNWICK_PROGRAM, "--model", "iPad4,1"};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    return rigs::ChildProcess(words, {.environment = environment(), .log = folder.log()});
+}
+
+int UserSession::runMixer(std::vector<std::string> arguments) const {
+    return startMixer(std::move(arguments)).wait();
+}
+
+CGRect UserSession::waitForWindow() const {
+    rigs::waitUntil([this] { return !screen.windowsOf(applicationId).empty(); });
+    const std::vector<CGRect> windows = screen.windowsOf(applicationId);
+    return windows.empty() ? CGRect{} : windows.front();
+}
+
+bool UserSession::waitForNoWindow() const {
+    return rigs::waitUntil([this] { return screen.windowsOf(applicationId).empty(); });
+}
+
+}  // namespace test

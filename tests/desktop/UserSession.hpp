@@ -1,0 +1,47 @@
+#pragma once
+
+#include "tests/desktop/XScreen.hpp"
+#include "tests/desktop/XServer.hpp"
+#include "tests/rigs/PulseAudioServer.hpp"
+
+#include <string>
+#include <vector>
+
+namespace test {
+
+/// Whether the session has a bus.
+enum class Bus { Here, None };
+
+/// A user's session on an X server: a screen, a bus, a home, and a sound server once it is started.
+/// All of it is this test's own and ends with it.
+class UserSession {
+ public:
+    explicit UserSession(Bus bus = Bus::Here);
+
+    /// For programs of the session.
+    rigs::Environment environment() const;
+    /// The mixer, with what it says in the session's log.
+    rigs::ChildProcess startMixer(std::vector<std::string> arguments) const;
+    /// The same to its end; answers its exit status.
+    int runMixer(std::vector<std::string> arguments) const;
+    void endBus();
+    /// What all programs of the session have said.
+    std::string logged() const { return folder.logged(); }
+
+    /// Waits for a window of the mixer, and answers where it is; an empty one when none comes.
+    CGRect waitForWindow() const;
+    /// Whether the mixer's windows go.
+    bool waitForNoWindow() const;
+
+    rigs::ServerFolder folder;
+    XServer server;
+    XUser user{server.displayName()};
+    XScreen screen{server.displayName()};
+    rigs::PulseAudioServer sound{folder};
+
+ private:
+    Bus bus_;
+    rigs::ChildProcess daemon_;
+};
+
+}  // namespace test

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "tests/desktop/UserSession.hpp"
+
+namespace test {
+
+/// A desktop's panel with nothing but a tray in it, along the upper edge of a session's screen.
+class XfcePanel {
+ public:
+    static constexpr CGFloat thickness = 30;  // pixels
+
+    /// Comes back when it is on the screen.
+    explicit XfcePanel(const UserSession& session);
+
+    /// The middle of the icon that has appeared since the picture was taken; waits for it.
+    CGPoint waitForIcon(const ScreenPicture& before) const;
+    void end();
+
+ private:
+    const UserSession& session_;
+    rigs::ChildProcess process_;
+};
+
+}  // namespace test
