@@ -80,12 +80,13 @@ TEST_F(RolePollerTest, LetsTheLoopRestWhileNobodyLooksThoughSomebodyObserves) {
     observe();
     poller.lookedAt();
     poller.setAttention(RolePoller::Attention::Resting);
-    EXPECT_EQ(NSRunLoop::mainRunLoop().nextDue(), std::nullopt);
     advance(1);
+    EXPECT_EQ(polls, 1);
+    EXPECT_EQ(NSRunLoop::mainRunLoop().nextDue(), std::nullopt);
     poller.lookedAt();
     EXPECT_EQ(polls, 2) << "one answer for one look";
+    EXPECT_EQ(NSRunLoop::mainRunLoop().nextDue(), std::nullopt);
     advance(1);
-    EXPECT_EQ(polls, 2);
     poller.setAttention(RolePoller::Attention::Watched);
     EXPECT_EQ(polls, 3) << "what is known is old";
     advance(0.3);
