@@ -20,6 +20,11 @@ constexpr std::uint32_t leastWhite = 0xE0;
 /// The drawer on a layer of a real compositor, at two pixels a point.
 class LayerDrawerTest : public testing::Test {
  protected:
+    LayerDrawerTest() {
+        sound.startAndWait();
+        sound.pactl({"set-sink-volume", "spk", "50%"});
+    }
+
     rigs::Environment environment() const {
         rigs::Environment all = compositor.environment();
         all["GDK_BACKEND"] = "wayland";
@@ -109,11 +114,7 @@ class LayerDrawerTest : public testing::Test {
         constexpr double fullVolume = 65536;
         return static_cast<int>(std::lround(sound.sinkVolumes("spk").front() * 100 / fullVolume));
     }
-    void startSoundAtHalf() {
-        sound.startAndWait();
-        sound.pactl({"set-sink-volume", "spk", "50%"});
-    }
-    /// There is no keyboard before: it is given the time to be noticed before the key comes.
+    /// There is no keyboard before: it is given some time to be noticed before the key comes.
     void typeEscape() const {
         rigs::outputOf({"wtype", "-s", "500", "-k", "Escape"}, environment());
     }
@@ -160,7 +161,6 @@ TEST_F(LayerDrawerTest, HangsFromTheEdgeThatIsAskedForWithTheMarginThatIsAskedFo
 }
 
 TEST_F(LayerDrawerTest, DragSetsTheServersVolume) {
-    startSoundAtHalf();
     const rigs::ChildProcess mixer = start();
     const CGRect drawer = waitForPanel();
     ASSERT_TRUE(rigs::waitUntil(
@@ -178,8 +178,10 @@ TEST_F(LayerDrawerTest, DragSetsTheServersVolume) {
 TEST_F(LayerDrawerTest, EscapeHidesItAndAnotherStartShowsItAgain) {
     rigs::ChildProcess mixer = start();
     const CGRect drawer = waitForPanel();
-    typeEscape();
-    EXPECT_TRUE(waitForNoPanel());
+    EXPECT_TRUE(rigs::waitUntil([&] {
+        typeEscape();
+        return panel().size.width == 0;
+    }));
     EXPECT_FALSE(mixer.hasEnded());
     EXPECT_EQ(start().wait(), 0);
     EXPECT_EQ(waitForPanel(), drawer);
@@ -219,8 +221,10 @@ TEST_F(LayerDrawerTest, EscapeEndsItWithoutABus) {
     alone["DBUS_SESSION_BUS_ADDRESS"] = folder.environment().at("DBUS_SESSION_BUS_ADDRESS");
     rigs::ChildProcess mixer = start({}, alone);
     waitForPanel();
-    typeEscape();
-    EXPECT_TRUE(rigs::waitUntil([&] { return mixer.hasEnded(); }));
+    EXPECT_TRUE(rigs::waitUntil([&] {
+        typeEscape();
+        return mixer.hasEnded();
+    }));
 }
 
 TEST_F(LayerDrawerTest, ItsHairlineIsOnePixel) {

