@@ -1,5 +1,5 @@
 # The two commands: `make run` and `make test`. The others are for those who work on the mixer.
-.PHONY: run test test-32 lint format fuzz bench install clean
+.PHONY: run test test-32 test-deb lint format fuzz bench bench-peers install deb clean
 
 run:
 	@scripts/run
@@ -9,6 +9,9 @@ test:
 
 test-32:
 	@scripts/test-32
+
+test-deb:
+	@scripts/test-deb
 
 lint:
 	@scripts/lint
@@ -22,9 +25,15 @@ fuzz:
 bench:
 	@scripts/bench
 
+bench-peers:
+	@scripts/bench-peers
+
+# PREFIX and DESTDIR, as everywhere.
 install:
-	@scripts/build run
-	cmake --install build/run --prefix "$(or $(PREFIX),/usr/local)"
+	@PREFIX="$(PREFIX)" DESTDIR="$(DESTDIR)" scripts/install
+
+deb:
+	@scripts/deb
 
 clean:
 	rm -rf build
