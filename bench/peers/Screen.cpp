@@ -1,0 +1,111 @@
+#include "bench/peers/Screen.hpp"
+
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+#include <X11/extensions/Xdamage.h>
+#include <poll.h>
+
+#include <algorithm>
+#include <fstream>
+#include <set>
+#include <stdexcept>
+
+namespace peers {
+namespace {
+
+// A frame, a background and a line between them are not a mixer yet.
+constexpr std::size_t fewColours = 8;
+// Pixels; what is smaller is a program's helper window.
+constexpr int leastSide = 100;
+
+}  // namespace
+
+bool Picture::showsSomething() const {
+    std::set<std::uint32_t> colours;
+    return std::ranges::any_of(pixels, [&](std::uint32_t pixel) {
+        colours.insert(pixel);
+        return colours.size() > fewColours;
+    });
+}
+
+void Picture::save(const std::string& file) const {
+    std::ofstream stream(file, std::ios::binary);
+    stream << "P6\n" << width << ' ' << height << "\n255\n";
+    for (const std::uint32_t pixel : pixels)
+        for (const int shift : {16, 8, 0})
+            stream.put(static_cast<char>(pixel >> shift & 0xFFU));
+}
+
+void Screen::Close::operator()(Display* display) const {
+    XCloseDisplay(display);
+}
+
+Screen::Screen(const std::string& displayName) : display_(XOpenDisplay(displayName.c_str())) {
+    int firstError = 0;
+    if (!display_ || XDamageQueryExtension(display_.get(), &damageEvent_, &firstError) == False)
+        throw std::runtime_error("no X server that tells what is painted");
+    // A window that is gone between an event and the answer to it is nothing to report.
+    XSetErrorHandler([](Display*, XErrorEvent*) { return 0; });
+    XSelectInput(display_.get(), DefaultRootWindow(display_.get()), SubstructureNotifyMask);
+    XSync(display_.get(), False);
+}
+
+void Screen::lookForNewWindow() {
+    XSync(display_.get(), True);
+    window_ = 0;
+}
+
+/// Whether the next event tells of something that can be seen.
+bool Screen::takeEvent() {
+    XEvent event;
+    XNextEvent(display_.get(), &event);
+    if (event.type == MapNotify && window_ == 0) {
+        XWindowAttributes attributes = {};
+        XGetWindowAttributes(display_.get(), event.xmap.window, &attributes);
+        if (attributes.width < leastSide || attributes.height < leastSide) return false;
+        window_ = event.xmap.window;
+        XDamageCreate(display_.get(), window_, XDamageReportNonEmpty);
+        return true;
+    }
+    if (event.type != damageEvent_ + XDamageNotify) return false;
+    const auto& damage = reinterpret_cast<const XDamageNotifyEvent&>(event);
+    XDamageSubtract(display_.get(), damage.damage, None, None);
+    return damage.drawable == window_;
+}
+
+std::optional<Clock::time_point> Screen::waitForPaint(Clock::time_point deadline) {
+    while (true) {
+        if (XPending(display_.get()) > 0) {
+            const Clock::time_point told = Clock::now();
+            if (takeEvent()) return told;
+            continue;
+        }
+        const auto left =
+            std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();
+        if (left <= 0) return std::nullopt;
+        pollfd connection = {ConnectionNumber(display_.get()), POLLIN, 0};
+        poll(&connection, 1, static_cast<int>(left));
+    }
+}
+
+Picture Screen::picture() {
+    XWindowAttributes attributes = {};
+    if (window_ == 0 || XGetWindowAttributes(display_.get(), window_, &attributes) == 0) return {};
+    Picture picture{
+        static_cast<unsigned>(attributes.width), static_cast<unsigned>(attributes.height), {}};
+    XImage* image =
+        XGetImage(display_.get(), window_, 0, 0, picture.width, picture.height, AllPlanes, ZPixmap);
+    if (!image) return {};
+    picture.pixels.reserve(std::size_t{picture.width} * picture.height);
+    for (int y = 0; y < image->height; ++y) {
+        // 24 bits in 32, as the server was started.
+        const auto* row =
+            reinterpret_cast<const std::uint32_t*>(image->data + y * image->bytes_per_line);
+        for (int x = 0; x < image->width; ++x)
+            picture.pixels.push_back(row[x] & 0xFFFFFFU);
+    }
+    XDestroyImage(image);
+    return picture;
+}
+
+}  // namespace peers

@@ -1,0 +1,70 @@
+#!/usr/bin/env python3
+"""Turns what peers_bench prints into a table and holds the mixer, the first line, to what it must
+reach against the better of the others. Fails when it misses something."""
+
+import json
+import statistics
+import sys
+
+
+def percentile99(values):
+    return sorted(values)[int(0.99 * (len(values) - 1) + 0.5)]
+
+
+# Title, key, how the samples become one number, decimals, and how many times the best peer's number
+# the mixer may have: None is for information, 0 for nothing at all.
+ROWS = [
+    ("start until the first picture, ms", "first_picture_ms", statistics.median, 0, 0.2),
+    ("start until every volume is shown, ms", "settled_picture_ms", statistics.median, 0, 0.2),
+    ("memory, proportional, MB", "proportional_mb", statistics.median, 1, 0.3),
+    ("memory, private, MB", "own_mb", statistics.median, 1, 0.3),
+    ("wake-ups a second while idle", "idle_wake_ups", statistics.median, 1, 0),
+    ("processor time while idle, ms a second", "idle_processor_ms", statistics.median, 2, None),
+    ("change until a pixel moves, median, ms", "change_to_pixel_ms", statistics.median, 2, 1.0),
+    ("change until a pixel moves, 99th percentile, ms", "change_to_pixel_ms", percentile99, 2, 1.0),
+    ("processor time a change, ms", "change_processor_ms", statistics.median, 2, 0.5),
+]
+
+
+def read(lines):
+    mixers = [json.loads(line) for line in lines]
+    for mixer in mixers:
+        for quantity in ("proportional", "own"):
+            mixer[quantity + "_mb"] = [kb / 1024 for kb in mixer[quantity + "_kb"]]
+    return mixers
+
+
+def compare(own, peers, limit):
+    """The ratio's cell, and whether the limit is kept."""
+    best = min(peers)
+    if limit is None:
+        return "", True
+    if limit == 0:
+        return f"{own:.1f} (0)", own == 0
+    return f"{own / best:.2f} ({limit})", own <= limit * best
+
+
+def main():
+    mixers = read(sys.stdin)
+    if len(mixers) < 2:
+        return "nothing to compare"
+    print("| | " + " | ".join(mixer["name"] for mixer in mixers) + " | ratio to the best (at most) |")
+    print("|---|" + "---:|" * (len(mixers) + 1))
+    missed = [f"{mixer['name']}: {mixer['changes_unseen']} changes were never seen"
+              for mixer in mixers if mixer["changes_unseen"]]
+    for title, key, number, decimals, limit in ROWS:
+        values = [number(mixer[key]) for mixer in mixers]
+        ratio, kept = compare(values[0], values[1:], limit)
+        cells = " | ".join(f"{value:.{decimals}f}" for value in values)
+        print(f"| {title} | {cells} | {ratio} |")
+        if not kept:
+            missed.append(f"{title}: {ratio}")
+    runs, changes = (len(mixers[0][key]) for key in ("first_picture_ms", "change_to_pixel_ms"))
+    print(f"\n{runs} runs and {changes} changes each, in turns.")
+    for line in missed:
+        print("Missed:", line)
+    return 1 if missed else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
