@@ -10,6 +10,11 @@ class UIResponder : public NSObject, public std::enable_shared_from_this<UIRespo
  public:
     std::string_view className() const override { return "UIResponder"; }
 
+    /// Who is handed what this has no use for. nullptr at the end of the chain.
+    virtual std::shared_ptr<UIResponder> nextResponder() const { return nullptr; }
+
+    /// These four hand the touches on to the next responder. Who overrides one and still wants them
+    /// handed on calls this one too.
     virtual void touchesBegan(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event);
     virtual void touchesMoved(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event);
     virtual void touchesEnded(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event);

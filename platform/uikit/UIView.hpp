@@ -29,6 +29,8 @@ class UIView : public UIResponder {
     CGRect bounds() const { return {{0, 0}, frame_.size}; }
 
     std::shared_ptr<UIView> superview() const;
+    /// The superview.
+    std::shared_ptr<UIResponder> nextResponder() const override { return superview(); }
     /// Back to front, as they stand now.
     std::vector<std::shared_ptr<UIView>> subviews() const;
     /// Puts the view on top of the others, taking it from where it was before. nullptr, this view

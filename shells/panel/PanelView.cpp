@@ -1,7 +1,5 @@
 #include "shells/panel/PanelView.hpp"
 
-#include "platform/uikit/UIControl.hpp"
-
 #include <algorithm>
 #include <cmath>
 
@@ -69,12 +67,9 @@ void PanelView::drawRect(Canvas& canvas) {
     canvas.strokeRounded(panel_, panelRadius, hairline, borderColor);
 }
 
-/// Whatever is no control is an empty part of the panel; the shadow is nothing at all.
-std::shared_ptr<UIView> PanelView::hitTest(const CGPoint& point, const UIEvent* event) {
-    if (!CGRectContainsPoint(panel_, point)) return nullptr;
-    const std::shared_ptr<UIView> hit = UIView::hitTest(point, event);
-    if (std::dynamic_pointer_cast<UIControl>(hit)) return hit;
-    return strongSelf<UIView>();
+/// The shadow is nothing at all.
+bool PanelView::pointInside(const CGPoint& point) const {
+    return CGRectContainsPoint(panel_, point);
 }
 
 bool PanelView::scrolled(const CGPoint& point, double steps) {

@@ -7,7 +7,8 @@
 #include <functional>
 
 /// The dark rounded panel with its shadow, filling the window, and the widget on it. A drag on its
-/// empty parts moves the window, or scrolls a widget that is taller than the panel.
+/// empty parts, where no view of the widget has a use for it, moves the window, or scrolls a widget
+/// that is taller than the panel.
 class PanelView : public UIView {
  public:
     PanelView();
@@ -27,7 +28,7 @@ class PanelView : public UIView {
     void setMoveHandler(std::function<void()> handler) { moveHandler_ = std::move(handler); }
 
     void drawRect(Canvas& canvas) override;
-    std::shared_ptr<UIView> hitTest(const CGPoint& point, const UIEvent* event) override;
+    bool pointInside(const CGPoint& point) const override;
     bool scrolled(const CGPoint& point, double steps) override;
     void touchesBegan(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event) override;
     void touchesMoved(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event) override;

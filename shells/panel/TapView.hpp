@@ -5,6 +5,7 @@
 #include <functional>
 
 /// Keeps touches from its subviews and tells of taps by their place alone, as the legacy host does.
+/// Its superview hears of the touches too.
 class TapView : public UIView {
  public:
     using UIView::UIView;
@@ -24,6 +25,8 @@ class TapView : public UIView {
                           const std::shared_ptr<UIEvent>& event) override;
 
  private:
+    void forgetIfFar(const UITouchSet& touches);
+
     std::function<void(const CGPoint&)> tapHandler_;
     std::weak_ptr<UITouch> touch_;
     CGPoint began_;

@@ -8,6 +8,7 @@
 #include "shells/common/Backends.hpp"
 #include "shells/common/WidgetBundle.hpp"
 #include "shells/panel/LegacyHostedWidget.hpp"
+#include "shells/panel/PanelView.hpp"
 #include "tests/support/MixerFiles.hpp"
 
 #include <gtest/gtest.h>
@@ -77,6 +78,18 @@ TEST_F(LegacyHostedWidgetTest, SetsTheVolumeWhereItIsTapped) {
     EXPECT_EQ(volume("Ringtone"), 0.5F);
     tap(onSlider(1, 0.25F));
     EXPECT_LT(volume("Audio/Video"), 0.4F);
+}
+
+TEST_F(LegacyHostedWidgetTest, SetsTheVolumeWhereItIsTappedOnThePanelOfAWindow) {
+    const auto panel = std::make_shared<PanelView>();
+    window->addSubview(panel);
+    widget->present();
+    const CGRect whole = {{0, 0}, widget->preferredSize()};
+    panel->setWidgetView(widget->view());
+    panel->setLayout({whole.size, whole, whole}, PanelEdge::Hard);
+    window->layoutIfNeeded();
+    tap(onSlider(1, 0.75F));
+    EXPECT_GT(volume("Audio/Video"), 0.6F);
 }
 
 TEST_F(LegacyHostedWidgetTest, DoesNotDragASlider) {

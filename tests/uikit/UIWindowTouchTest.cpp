@@ -26,6 +26,34 @@ TEST_F(WindowTouchTest, DeliversAllPhasesToTheViewItBeganOn) {
     EXPECT_EQ(view->messages.size(), 3U);
 }
 
+TEST_F(WindowTouchTest, HandsWhatAViewHasNoUseForToItsSuperview) {
+    const auto inner =
+        add<UIView>(add<UIView>(view, CGRectMake(5, 5, 30, 30)), CGRectMake(0, 0, 20, 20));
+    send(UITouchPhase::Began, 16, 26);
+    send(UITouchPhase::Moved, 18, 28);
+    send(UITouchPhase::Ended, 18, 28);
+    send(UITouchPhase::Began, 16, 26);
+    window->cancelTouches();
+    EXPECT_EQ(view->messages, (Messages{"began", "moved", "ended", "began", "cancelled"}));
+    EXPECT_EQ(view->last->view(), inner) << "the touch stays the inner view's";
+}
+
+TEST_F(WindowTouchTest, HandsNothingOnFromAViewThatTakesIt) {
+    const auto inner = add<TouchView>(view, CGRectMake(5, 5, 30, 30));
+    send(UITouchPhase::Began, 16, 26);
+    send(UITouchPhase::Ended, 16, 26);
+    EXPECT_EQ(inner->messages, (Messages{"began", "ended"}));
+    EXPECT_EQ(view->messages, Messages{});
+}
+
+TEST_F(WindowTouchTest, HandsATouchOnAlthoughThatRemovesTheView) {
+    const auto inner = add<UIView>(view, CGRectMake(5, 5, 30, 30));
+    view->onTouch = [&] { inner->removeFromSuperview(); };
+    send(UITouchPhase::Began, 16, 26);
+    send(UITouchPhase::Moved, 18, 28);
+    EXPECT_EQ(view->messages, Messages{"began"}) << "the touch ended with the view it was on";
+}
+
 TEST_F(WindowTouchTest, TellsWhereAndWhenTheTouchIsAndWas) {
     send(UITouchPhase::Began, 15, 25);
     const auto touch = view->last;

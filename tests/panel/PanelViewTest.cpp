@@ -1,0 +1,63 @@
+#include "platform/uikit/UIWindow.hpp"
+#include "shells/panel/PanelView.hpp"
+#include "shells/panel/TapView.hpp"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+/// A panel of 200 by 100 points that shows one view as large as itself.
+class PanelViewTest : public testing::Test {
+ protected:
+    PanelViewTest() {
+        window->addSubview(panel);
+        panel->setWidgetView(taps);
+        panel->setLayout({whole.size, whole, whole}, PanelEdge::Hard);
+        panel->setMoveHandler([this] { ++moves; });
+        taps->setTapHandler([this](const CGPoint& place) { places.push_back(place); });
+        taps->addSubview(std::make_shared<UIView>(whole));
+        window->layoutIfNeeded();
+    }
+    void send(UITouchPhase phase, const CGPoint& point) { window->sendTouch(phase, point); }
+
+    static constexpr CGRect whole = CGRectMake(0, 0, 200, 100);
+    std::shared_ptr<UIWindow> window = std::make_shared<UIWindow>(whole);
+    std::shared_ptr<PanelView> panel = std::make_shared<PanelView>();
+    std::shared_ptr<TapView> taps = std::make_shared<TapView>(whole);
+    std::vector<CGPoint> places;
+    int moves = 0;
+};
+
+}  // namespace
+
+TEST_F(PanelViewTest, LetsAWidgetHaveTheTouchesThatItTakes) {
+    send(UITouchPhase::Began, {40, 50});
+    send(UITouchPhase::Ended, {40, 50});
+    EXPECT_EQ(places, (std::vector<CGPoint>{{40, 50}}));
+    EXPECT_EQ(moves, 0);
+}
+
+TEST_F(PanelViewTest, MovesTheWindowByADragThatIsNoTap) {
+    send(UITouchPhase::Began, {40, 50});
+    send(UITouchPhase::Moved, {60, 50});
+    send(UITouchPhase::Ended, {60, 50});
+    EXPECT_TRUE(places.empty());
+    EXPECT_EQ(moves, 1);
+}
+
+TEST_F(PanelViewTest, TakesWhatItsWidgetTouchesItselfForNoDrag) {
+    taps->setTapHandler([this](const CGPoint& place) {
+        // As the legacy controller does with a tap: a touch sent to the view under the place.
+        const auto hit = window->hitTest(place, nullptr);
+        const auto touch = std::make_shared<UITouch>();
+        hit->touchesBegan({touch}, nullptr);
+        hit->touchesEnded({touch}, nullptr);
+        places.push_back(place);
+    });
+    send(UITouchPhase::Began, {40, 50});
+    send(UITouchPhase::Ended, {40, 50});
+    EXPECT_EQ(places.size(), 1U) << "its own touches are no taps";
+    send(UITouchPhase::Began, {40, 50});
+    send(UITouchPhase::Moved, {60, 50});
+    EXPECT_EQ(moves, 1);
+}
