@@ -92,6 +92,17 @@ TEST_F(HostedWidgetTest, AsksForTheSizeOnceUnderItsParentAndAfterTheViewIsLoaded
     EXPECT_EQ(controller->asked, 1);
 }
 
+TEST_F(HostedWidgetTest, AsksForTheSizeAgainUnderAParentOfAnotherWidth) {
+    widget->preferredSize();
+    widget->setParentWidth(360);
+    controller->size = {360, 270};
+    EXPECT_EQ(widget->preferredSize(), (CGSize{360, 270}));
+    EXPECT_EQ(controller->parentWidth, 360);
+    widget->setParentWidth(360);
+    widget->preferredSize();
+    EXPECT_EQ(controller->asked, 2) << "the width is the same";
+}
+
 TEST_F(HostedWidgetTest, TellsOfPresentationAndDismissalInTurns) {
     widget->dismiss();
     EXPECT_EQ(log, Log{});

@@ -1,0 +1,164 @@
+#include "platform/foundation/NSRunLoop.hpp"
+#include "platform/uikit/UIWindow.hpp"
+#include "tests/phosh/LockWidgetFixture.hpp"
+#include "tests/pulse/Memory.hpp"
+#include "tests/rigs/Waiting.hpp"
+
+namespace test {
+namespace {
+
+using Names = std::vector<std::string>;
+
+using LockWidgetTest = LockWidgetFixture;
+
+TEST_F(LockWidgetTest, LockingAloneLoadsAndAnnouncesNothing) {
+    lock();
+    screen->showBesideMixer();
+    rigs::runFor(0.1);
+    EXPECT_EQ(announced, Names{});
+    EXPECT_TRUE(sliders().empty());
+    unlock();
+    EXPECT_EQ(announced, Names{"ishidden"}) << "the controller's own last word";
+}
+
+TEST_F(LockWidgetTest, FirstTurnToThePagePresentsAndEveryOtherDismissesAndPresents) {
+    lock();
+    screen->showBesideMixer();
+    screen->turnBack();
+    ASSERT_TRUE(waitUntilPresented());
+    EXPECT_EQ(announced, (Names{"isvisible", "isvisible"})) << "when it is loaded, and presented";
+    EXPECT_EQ(sliders().size(), 5U);
+    screen->turnAway();
+    ASSERT_TRUE(waitUntilDismissed());
+    EXPECT_TRUE(sliders().empty());
+    screen->turnBack();
+    ASSERT_TRUE(waitUntilPresented());
+    EXPECT_EQ(announced, (Names{"isvisible", "isvisible", "ishidden", "isvisible"}));
+    EXPECT_EQ(sliders().size(), 5U);
+}
+
+TEST_F(LockWidgetTest, UnlockingDismissesWhatIsSeenAndReleasesIt) {
+    lockAtMixer();
+    announced.clear();
+    unlock();
+    EXPECT_EQ(announced, (Names{"ishidden", "ishidden"}));
+    EXPECT_TRUE(UIWindow::windows().empty());
+}
+
+TEST_F(LockWidgetTest, HidingThePageDismisses) {
+    lockAtMixer();
+    screen->hide();
+    EXPECT_FALSE(isPresented()) << "at once";
+}
+
+TEST_F(LockWidgetTest, LocksAgainAfterUnlocking) {
+    for (int i = 0; i < 3; ++i) {
+        lockAtMixer();
+        EXPECT_EQ(sliders().size(), 5U);
+        unlock();
+        EXPECT_FALSE(isPresented());
+    }
+}
+
+TEST_F(LockWidgetTest, ReadsTheRowsAnewEachTimeThePageIsTurnedTo) {
+    lockAtMixer();
+    screen->turnAway();
+    ASSERT_TRUE(waitUntilDismissed());
+    files.writeShownCategories(2);
+    screen->turnBack();
+    ASSERT_TRUE(waitUntilPresented());
+    EXPECT_EQ(sliders().size(), 2U);
+}
+
+TEST_F(LockWidgetTest, IsAsWideAsThePageAndFollowsIt) {
+    lock(412, 700);
+    screen->showAtMixer();
+    ASSERT_TRUE(waitUntilPresented());
+    const auto rightEnd = [] {
+        const auto all = sliders();
+        if (all.empty()) return CGFloat{0};
+        const UISlider& first = *all.front();
+        return CGRectGetMaxX(first.convertRectToView(first.bounds(), nullptr));
+    };
+    const CGFloat margin = 412 - rightEnd();
+    EXPECT_GT(margin, 0);
+    EXPECT_LT(margin, 60);
+    screen->resize(700, 412);
+    EXPECT_TRUE(rigs::waitUntil([&] { return 700 - rightEnd() == margin; })) << rightEnd();
+}
+
+TEST_F(LockWidgetTest, LeavesTheMainLoopToTheShellOnceUnlocked) {
+    lockAtMixer();
+    unlock();
+    bool called = false;
+    NSRunLoop::mainRunLoop().performAfterDelay(0, [&called] { called = true; });
+    rigs::runFor(0.05);
+    EXPECT_FALSE(called) << "something of the plugin's still runs";
+    lockAtMixer();
+    EXPECT_TRUE(rigs::waitUntil([&called] { return called; }));
+}
+
+TEST_F(LockWidgetTest, VolumeThatIsOnItsWayWhileUnlockingArrives) {
+    sound.startAndWait();
+    lockAtMixer();
+    ASSERT_TRUE(rigs::waitUntil([] { return sliders()[1]->value() == 100; }));
+    const CGPoint middle = middleOf(*sliders()[1]);
+    screen->pointer(GDK_BUTTON_PRESS, middle.x, middle.y);
+    EXPECT_NEAR(sliders()[1]->value(), 50, 5);
+    unlock();
+    EXPECT_TRUE(rigs::waitUntil([this] {
+        const double volume = sound.sinkVolumes("spk").front() / 65536.0;
+        return volume > 0.4 && volume < 0.6;
+    }));
+}
+
+TEST_F(LockWidgetTest, BundleThatIsMissingIsALineOfText) {
+    setenv("TARNWICK_BUNDLE", "/nowhere/Mixer.bundle", 1);
+    lock();
+    screen->showAtMixer();
+    EXPECT_TRUE(rigs::waitUntil([] { return labels() == Names{"Mixer could not be loaded"}; }));
+    unlock();
+}
+
+TEST_F(LockWidgetTest, BundleThatIsBrokenIsALineOfText) {
+    const std::filesystem::path bundle = files.folder() / "Broken.bundle";
+    std::filesystem::copy(TARNWICK_BUNDLE_DIR, bundle, std::filesystem::copy_options::recursive);
+    MixerFiles::write(bundle / "Tarnwick", "no module");
+    setenv("TARNWICK_BUNDLE", bundle.c_str(), 1);
+    lock();
+    screen->showAtMixer();
+    EXPECT_TRUE(rigs::waitUntil([] { return labels() == Names{"Broken could not be loaded"}; }));
+}
+
+TEST_F(LockWidgetTest, OutlivesAPageThatIsHeldLongerThanTheLock) {
+    lockAtMixer();
+    GtkWidget* widget = GTK_WIDGET(g_object_ref(screen->widget()));
+    unlock();
+    EXPECT_TRUE(UIWindow::windows().empty());
+    gtk_widget_queue_resize(widget);
+    g_object_unref(widget);
+}
+
+TEST_F(LockWidgetTest, FiveHundredLocksLeaveMemoryAndDescriptorsFlat) {
+    sound.startAndWait();
+    const auto once = [this] {
+        lockAtMixer();
+        ASSERT_TRUE(rigs::waitUntil([] { return sliders()[1]->value() == 100; }));
+        unlock();
+    };
+    constexpr int warmingUp = 50;
+    constexpr int locks = 500;
+    for (int i = 0; i < warmingUp; ++i)
+        once();
+    const std::size_t bytes = allocatedBytes();
+    const std::ptrdiff_t descriptors = openDescriptors();
+    for (int i = 0; i < locks; ++i)
+        once();
+    const auto grown = static_cast<std::ptrdiff_t>(allocatedBytes() - bytes);
+    RecordProperty("grownBytes", std::to_string(grown));
+    EXPECT_LE(grown / locks, 100) << grown << " bytes in " << locks << " locks";
+    EXPECT_EQ(openDescriptors(), descriptors);
+}
+
+}  // namespace
+}  // namespace test
