@@ -1,5 +1,6 @@
 #include "tests/phosh/LockWidgetFixture.hpp"
 
+#include "platform/celestial/AVSystemController.hpp"
 #include "platform/foundation/NSLog.hpp"
 #include "platform/foundation/NSNotificationCenter.hpp"
 #include "platform/foundation/PreferencesDirectory.hpp"
@@ -54,6 +55,8 @@ LockWidgetFixture::LockWidgetFixture() {
 
 LockWidgetFixture::~LockWidgetFixture() {
     screen.reset();
+    // A volume on its way keeps the connection a moment longer.
+    EXPECT_TRUE(rigs::waitUntil([] { return !AVSystemController::sharedAVSystemController(); }));
     NSNotificationCenter::defaultCenter().removeObserver(observer_.get());
     setPreferencesDirectory("");
     setLogSink({});
@@ -70,8 +73,9 @@ void LockWidgetFixture::lockAtMixer() {
     ASSERT_TRUE(waitUntilPresented());
 }
 
+/// A window may be in another size for a moment after it was made.
 bool LockWidgetFixture::waitUntilPresented() const {
-    return rigs::waitUntil([this] { return isPresented(); });
+    return rigs::waitUntil([this] { return isPresented() && screen->isLaidOut(); });
 }
 
 bool LockWidgetFixture::waitUntilDismissed() const {
@@ -95,6 +99,7 @@ std::vector<std::string> LockWidgetFixture::labels() {
 }
 
 CGPoint LockWidgetFixture::middleOf(const UISlider& slider) {
+    slider.window()->layoutIfNeeded();
     const CGSize size = slider.frame().size;
     return slider.convertPointToView({size.width / 2, size.height / 2}, nullptr);
 }

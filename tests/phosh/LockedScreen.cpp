@@ -50,6 +50,12 @@ std::size_t LockedScreen::passedOn(GdkEventType type) const {
     return static_cast<std::size_t>(std::ranges::count(passed_, type));
 }
 
+bool LockedScreen::isLaidOut() const {
+    return gtk_widget_get_allocated_width(widget_) == width_ &&
+           gtk_widget_get_allocated_height(widget_) == height_ &&
+           gdk_window_get_width(gtk_widget_get_window(pages_)) == width_;
+}
+
 void LockedScreen::show(int page) {
     page_ = page;
     place();

@@ -36,6 +36,8 @@ class LockedScreen {
     void resize(int width, int height);
 
     GtkWidget* widget() const { return widget_; }
+    /// Whether the page has got its size.
+    bool isLaidOut() const;
     /// How many events of that kind nobody took before they came to the lock screen itself.
     std::size_t passedOn(GdkEventType type) const;
 
