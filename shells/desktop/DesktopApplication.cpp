@@ -71,10 +71,13 @@ bool DesktopApplication::openWidget() {
 }
 
 bool DesktopApplication::isTakenOver() {
+    // Whether it can be called at all is to be known before it hides; there is no picture to wait.
+    if (options_.background) instance_.connect();
     if (instance_.waitForStanding() != SingleInstance::Standing::Later) return false;
-    if (!options_.background && !instance_.ask(InstanceRequest::Toggle))
-        complain("another one runs in this session, and does not answer");
-    return true;
+    const auto wanted = options_.background ? InstanceRequest::Nothing : InstanceRequest::Toggle;
+    if (instance_.ask(wanted)) return true;
+    complain("another one runs, and does not answer on this session's bus");
+    return false;
 }
 
 int DesktopApplication::quitOther() {
@@ -83,7 +86,7 @@ int DesktopApplication::quitOther() {
     if (instance_.waitForStanding(patienceSeconds) != SingleInstance::Standing::Later)
         return EXIT_SUCCESS;
     if (instance_.ask(InstanceRequest::Quit)) return EXIT_SUCCESS;
-    complain("the one that runs does not answer");
+    complain("the one that runs does not answer on this session's bus");
     return EXIT_FAILURE;
 }
 

@@ -99,6 +99,7 @@ void DesktopSession::serviceChanged() {
 /// What need not be there for the first picture.
 void DesktopSession::afterFirstFrame() {
     sound_.connect();
+    if (!options_.standsAlone()) instance_.connect();
     instance_.setStandingHandler([this] { standingChanged(); });
     instance_.setRequestHandler([this](InstanceRequest request) { requested(request); });
     standingChanged();
@@ -146,6 +147,8 @@ void DesktopSession::requested(InstanceRequest request) {
             return toggle([this] { show(); });
         case InstanceRequest::Quit:
             return quit();
+        case InstanceRequest::Nothing:
+            return;
     }
 }
 

@@ -60,6 +60,12 @@ SingleInstance::~SingleInstance() {
 
 void SingleInstance::begin() {
     if (!isSessionBusSet()) return setStanding(Standing::Alone);
+    lockState_ = lock_.take();
+    if (lockState_ != InstanceLock::State::Ours) connect();
+}
+
+void SingleInstance::connect() {
+    if (standing_ != Standing::Undecided || std::exchange(isConnecting_, true)) return;
     const auto answered = +[](GObject*, GAsyncResult* result, gpointer instance) {
         GError* error = nullptr;
         BusConnection bus(g_bus_get_finish(result, &error));
@@ -78,13 +84,17 @@ void SingleInstance::connected(BusConnection bus) {
         static_cast<SingleInstance*>(instance)->setStanding(Standing::Alone);
     };
     closedHandler_ = g_signal_connect(bus_.get(), "closed", G_CALLBACK(closed), this);
-    // Before the name: who finds the name finds the object.
-    static const GDBusInterfaceVTable table = {answerCall, nullptr, nullptr, {}};
-    object_.emplace(bus_.get(), objectPath, description, table, this);
-    requestName();
+    // Who holds the lock may not have come to the bus yet: the name is left to it.
+    if (lockState_ == InstanceLock::State::Taken)
+        setStanding(Standing::Later);
+    else
+        requestName();
 }
 
 void SingleInstance::requestName() {
+    // Before the name: who finds the name finds the object.
+    static const GDBusInterfaceVTable table = {answerCall, nullptr, nullptr, {}};
+    object_.emplace(bus_.get(), objectPath, description, table, this);
     const auto answered = +[](GObject* bus, GAsyncResult* result, gpointer instance) {
         GError* error = nullptr;
         const BusValue answer(
@@ -122,7 +132,7 @@ SingleInstance::Standing SingleInstance::waitForStanding(double seconds) {
         *static_cast<bool*>(flag) = true;
         return G_SOURCE_REMOVE;
     };
-    if (standing_ != Standing::Undecided) return standing_;
+    if (standing_ != Standing::Undecided || !isConnecting_) return standing_;
     const guint timer =
         g_timeout_add(static_cast<guint>(seconds * millisecondsASecond), end, &isOver);
     while (standing_ == Standing::Undecided && !isOver)
@@ -131,18 +141,51 @@ SingleInstance::Standing SingleInstance::waitForStanding(double seconds) {
     return standing_;
 }
 
-bool SingleInstance::ask(InstanceRequest request) const {
+bool SingleInstance::ask(InstanceRequest request) {
+    // The first one may hold the lock and not be on the bus yet.
+    constexpr int attempts = 50;
+    constexpr gulong pauseMicroseconds = 20000;
     if (standing_ != Standing::Later) return false;
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+        GError* error = nullptr;
+        const BusValue answer(call(request, &error));
+        const BusError owned(error);
+        if (answer) return true;
+        if (!g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_NAME_HAS_NO_OWNER) &&
+            !g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN))
+            return false;
+        g_usleep(pauseMicroseconds);
+    }
+    // The lock's holder is of another session: this one is the first on its bus.
+    standing_ = Standing::Undecided;
+    requestName();
+    return false;
+}
+
+GVariant* SingleInstance::call(InstanceRequest request, GError** error) const {
     constexpr int patience = 5000;  // milliseconds; it may be busy with its own start
-    const bool shows = request == InstanceRequest::Show;
-    const char* action = request == InstanceRequest::Quit ? quitAction : toggleAction;
-    GVariant* arguments = shows ? g_variant_new("(a{sv})", nullptr)
-                                : g_variant_new("(sava{sv})", action, nullptr, nullptr);
-    const BusValue answer(
-        g_dbus_connection_call_sync(bus_.get(), applicationId, objectPath, applicationInterface,
-                                    shows ? "Activate" : "ActivateAction", arguments, nullptr,
-                                    G_DBUS_CALL_FLAGS_NO_AUTO_START, patience, nullptr, nullptr));
-    return answer != nullptr;
+    const char* interface = applicationInterface;
+    const char* method = "ActivateAction";
+    GVariant* arguments = nullptr;
+    switch (request) {
+        case InstanceRequest::Nothing:
+            interface = "org.freedesktop.DBus.Peer";
+            method = "Ping";
+            break;
+        case InstanceRequest::Show:
+            method = "Activate";
+            arguments = g_variant_new("(a{sv})", nullptr);
+            break;
+        case InstanceRequest::Toggle:
+            arguments = g_variant_new("(sava{sv})", toggleAction, nullptr, nullptr);
+            break;
+        case InstanceRequest::Quit:
+            arguments = g_variant_new("(sava{sv})", quitAction, nullptr, nullptr);
+            break;
+    }
+    return g_dbus_connection_call_sync(bus_.get(), applicationId, objectPath, interface, method,
+                                       arguments, nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START,
+                                       patience, nullptr, error);
 }
 
 void SingleInstance::setRequestHandler(std::function<void(InstanceRequest)> handler) {

@@ -1,13 +1,14 @@
 #pragma once
 
 #include "shells/desktop/Bus.hpp"
+#include "shells/desktop/InstanceLock.hpp"
 
 #include <functional>
 #include <optional>
 #include <vector>
 
 /// What one start of the program asks of the one that runs already.
-enum class InstanceRequest { Show, Toggle, Quit };
+enum class InstanceRequest { Nothing, Show, Toggle, Quit };
 
 /// The program's name on the session bus, which one program of a session has: the others find it
 /// there. Everything goes on while the main loop runs, so that a slow bus holds nobody up. Main
@@ -28,18 +29,23 @@ class SingleInstance {
     SingleInstance(const SingleInstance&) = delete;
     SingleInstance& operator=(const SingleInstance&) = delete;
 
-    /// Returns at once. Without a session bus the standing is known then.
+    /// Returns at once. Without a session bus the standing is known then; and where no other start
+    /// holds the lock, nothing else is done before connect().
     void begin();
+    /// Goes onto the bus, if begin() has not and there is one. Returns at once.
+    void connect();
     Standing standing() const { return standing_; }
-    /// Runs the main loop until the standing is known, for as long as that at most.
+    /// Runs the main loop until the standing is known, for as long as that at most; not at all
+    /// where the lock is ours.
     Standing waitForStanding(double seconds = patienceSeconds);
     /// Called when the standing has changed: by a slow bus, or one that has ended.
     void setStandingHandler(std::function<void()> handler) {
         standingHandler_ = std::move(handler);
     }
 
-    /// For a later one: asks the first, and waits for its answer. False when there is none.
-    bool ask(InstanceRequest request) const;
+    /// For a later one: asks the first, and waits for its answer. False when there is none, as
+    /// where the first is on another bus; then this goes on by itself.
+    bool ask(InstanceRequest request);
     /// For the first one: what the later ones ask, also before the handler was set.
     void setRequestHandler(std::function<void(InstanceRequest)> handler);
 
@@ -50,12 +56,17 @@ class SingleInstance {
     void connected(BusConnection bus);
     void requestName();
     void nameAnswered(GVariant* answer);
+    /// The answer is the caller's.
+    GVariant* call(InstanceRequest request, GError** error) const;
     void setStanding(Standing standing);
     void request(InstanceRequest request);
     static void answerCall(GDBusConnection* bus, const char* sender, const char* path,
                            const char* interface, const char* method, GVariant* arguments,
                            GDBusMethodInvocation* invocation, gpointer instance);
 
+    InstanceLock lock_;
+    InstanceLock::State lockState_ = InstanceLock::State::Unknown;
+    bool isConnecting_ = false;
     Standing standing_ = Standing::Undecided;
     BusCancellable cancellable_;
     BusConnection bus_;

@@ -76,6 +76,45 @@ TEST(SessionTest, InTheBackgroundItWaitsToBeCalledAndIsHiddenAgain) {
     session.waitForWindow();
 }
 
+TEST(SessionTest, TwoStartsAtOnceAreOneMixer) {
+    const UserSession session;
+    rigs::ChildProcess one = session.startMixer({"--background"});
+    rigs::ChildProcess other = session.startMixer({"--background"});
+    rigs::ChildProcess* left = nullptr;
+    ASSERT_TRUE(rigs::waitUntil([&] {
+        if (one.hasEnded()) left = &other;
+        if (other.hasEnded()) left = &one;
+        return left != nullptr;
+    }));
+    rigs::runFor(0.2);
+    EXPECT_FALSE(left->hasEnded());
+    EXPECT_EQ(session.runMixer({}), 0);
+    EXPECT_EQ(session.waitForWindow().size.width, 560);
+}
+
+TEST(SessionTest, AnotherSessionOfTheSameUserHasAMixerOfItsOwn) {
+    const UserSession session;
+    rigs::ChildProcess first = session.startMixer({});
+    session.waitForWindow();
+    const std::string socket = session.folder.path() / "other-bus";
+    const rigs::ChildProcess bus(
+        {"dbus-daemon", "--session", "--nofork", "--nopidfile", "--address=unix:path=" + socket},
+        {.environment = session.environment(), .log = session.folder.log()});
+    ASSERT_TRUE(rigs::waitUntil([&] { return std::filesystem::exists(socket); }));
+    rigs::Environment elsewhere = session.environment();
+    elsewhere["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=" + socket;
+    const auto start = [&] {
+        return rigs::ChildProcess({TARNWICK_PROGRAM, "--model", "iPad4,1"},
+                                  {.environment = elsewhere, .log = session.folder.log()});
+    };
+    const auto windows = [&] { return session.screen.windowsOf(applicationId).size(); };
+    rigs::ChildProcess second = start();
+    EXPECT_TRUE(rigs::waitUntil([&] { return windows() == 2; }));
+    EXPECT_EQ(start().wait(), 0) << "which toggles that one";
+    EXPECT_TRUE(rigs::waitUntil([&] { return windows() == 1; }));
+    EXPECT_FALSE(first.hasEnded());
+}
+
 TEST(SessionTest, QuitEndsTheOneThatRuns) {
     const UserSession session;
     EXPECT_EQ(session.runMixer({"--quit"}), 0) << "afterwards none runs";
