@@ -63,6 +63,20 @@ class Installation(unittest.TestCase):
                      PREFIX / "share/applications/org.tarnwick.mixer.desktop"):
             self.assertTrue(file.is_file(), file)
 
+    def test_holds_the_lock_screens_plugin_which_brings_nothing_else_into_the_shell(self):
+        (plugin,) = PREFIX.glob("lib*/**/phosh/plugins/libphosh-plugin-tarnwick.so")
+        symbols = run(["nm", "-D", "--defined-only", plugin]).stdout
+        self.assertEqual({line.split()[-1] for line in symbols.splitlines()},
+                         {"g_io_module_load", "g_io_module_unload",
+                          "g_io_phosh_plugin_tarnwick_query"})
+        entry = (plugin.parent / "tarnwick.plugin").read_text()
+        values = dict(line.split("=", 1) for line in entry.splitlines() if "=" in line)
+        self.assertEqual(values["Id"], "tarnwick")
+        self.assertIn("lockscreen", values["Types"])
+        self.assertTrue(values["Plugin"].endswith(str(plugin.relative_to(PREFIX))), values)
+        icons = PREFIX / "share/icons/hicolor/scalable/apps"
+        self.assertTrue((icons / (values["Icon"] + ".svg")).is_file())
+
     def test_desktop_entry_starts_what_is_installed_with_an_icon_that_is_there(self):
         entry = (PREFIX / "share/applications/org.tarnwick.mixer.desktop").read_text()
         values = dict(line.split("=", 1) for line in entry.splitlines() if "=" in line)
