@@ -9,6 +9,7 @@
 #include <fstream>
 #include <set>
 #include <stdexcept>
+#include <utility>
 
 namespace peers {
 namespace {
@@ -22,7 +23,9 @@ constexpr int leastSide = 100;
 
 bool Picture::showsSomething() const {
     std::set<std::uint32_t> colours;
+    std::optional<std::uint32_t> last;
     return std::ranges::any_of(pixels, [&](std::uint32_t pixel) {
+        if (pixel == std::exchange(last, pixel)) return false;
         colours.insert(pixel);
         return colours.size() > fewColours;
     });
@@ -59,13 +62,14 @@ void Screen::lookForNewWindow() {
 bool Screen::takeEvent() {
     XEvent event;
     XNextEvent(display_.get(), &event);
+    // Watched from its beginning, so that the first picture is not missed.
+    if (event.type == CreateNotify)
+        XDamageCreate(display_.get(), event.xcreatewindow.window, XDamageReportNonEmpty);
     if (event.type == MapNotify && window_ == 0) {
         XWindowAttributes attributes = {};
         XGetWindowAttributes(display_.get(), event.xmap.window, &attributes);
-        if (attributes.width < leastSide || attributes.height < leastSide) return false;
-        window_ = event.xmap.window;
-        XDamageCreate(display_.get(), window_, XDamageReportNonEmpty);
-        return true;
+        if (attributes.width >= leastSide && attributes.height >= leastSide)
+            window_ = event.xmap.window;
     }
     if (event.type != damageEvent_ + XDamageNotify) return false;
     const auto& damage = reinterpret_cast<const XDamageNotifyEvent&>(event);
@@ -96,14 +100,9 @@ Picture Screen::picture() {
     XImage* image =
         XGetImage(display_.get(), window_, 0, 0, picture.width, picture.height, AllPlanes, ZPixmap);
     if (!image) return {};
-    picture.pixels.reserve(std::size_t{picture.width} * picture.height);
-    for (int y = 0; y < image->height; ++y) {
-        // 24 bits in 32, as the server was started.
-        const auto* row =
-            reinterpret_cast<const std::uint32_t*>(image->data + y * image->bytes_per_line);
-        for (int x = 0; x < image->width; ++x)
-            picture.pixels.push_back(row[x] & 0xFFFFFFU);
-    }
+    // 24 bits in 32, as the server was started.
+    const auto* begin = reinterpret_cast<const std::uint32_t*>(image->data);
+    picture.pixels.assign(begin, begin + std::size_t{picture.width} * picture.height);
     XDestroyImage(image);
     return picture;
 }

@@ -34,7 +34,7 @@ class Screen {
 
     /// Looks for the next window that comes, and forgets the one before.
     void lookForNewWindow();
-    /// Waits until the window is shown or painted into, and answers when that was told; nothing
+    /// Waits until the window is painted into, and answers when that was told; nothing
     /// past the deadline.
     std::optional<Clock::time_point> waitForPaint(Clock::time_point deadline);
     /// Of the window that came; empty without one.
