@@ -9,31 +9,41 @@
 
 namespace {
 
-/// On GLib's clock; -1, which is never, when nothing is waiting. Rounded up, so that the call is
-/// due when the source wakes.
-gint64 readyTime() {
+/// Milliseconds until the next call is due, and 0 when it is; -1 is for ever. Rounded up, so that
+/// the call is due when the source wakes.
+gint timeLeft() {
     const NSRunLoop& loop = NSRunLoop::mainRunLoop();
     const std::optional<double> due = loop.nextDue();
     if (!due) return -1;
-    const double microseconds = std::ceil((*due - loop.currentTime()) * G_USEC_PER_SEC);
-    // A year: farther away than any program runs, and within the clock's range.
-    constexpr double farthest = 365.0 * 24 * 3600 * G_USEC_PER_SEC;
-    return g_get_monotonic_time() + static_cast<gint64>(std::clamp(microseconds, 0.0, farthest));
+    constexpr double millisecondsEach = 1000;
+    constexpr double farthest = G_MAXINT;
+    const double left = std::ceil((*due - loop.currentTime()) * millisecondsEach);
+    return static_cast<gint>(std::clamp(left, 0.0, farthest));
+}
+
+// The context asks before each sleep. A time that is set on the source would wake it once more each
+// time it is set.
+gboolean prepare(GSource* /*source*/, gint* timeout) {
+    *timeout = timeLeft();
+    return *timeout == 0;
+}
+
+gboolean check(GSource* /*source*/) {
+    return timeLeft() == 0;
 }
 
 /// No exception may pass through the library. The widget lets one out, for a list that lacks a
 /// bound row's partner: that change is not shown, and everything else goes on.
-gboolean runDue(GSource* source, GSourceFunc /*callback*/, gpointer /*data*/) {
+gboolean runDue(GSource* /*source*/, GSourceFunc /*callback*/, gpointer /*data*/) {
     try {
         NSRunLoop::mainRunLoop().runDue();
     } catch (const std::exception& error) {
         NSLog(std::string("a call from the main loop failed: ") + error.what());
     }
-    g_source_set_ready_time(source, readyTime());
     return G_SOURCE_CONTINUE;
 }
 
-GSourceFuncs sourceFunctions = {nullptr, nullptr, runDue, nullptr, nullptr, nullptr};
+GSourceFuncs sourceFunctions = {prepare, check, runDue, nullptr, nullptr, nullptr};
 
 }  // namespace
 
@@ -46,12 +56,5 @@ GLibRunLoop::GLibRunLoop(GMainContext* context)
     : source_(g_source_new(&sourceFunctions, sizeof(GSource))) {
     g_source_set_static_name(source_.get(), "platform main loop");
     g_source_set_can_recurse(source_.get(), TRUE);
-    g_source_set_ready_time(source_.get(), readyTime());
     g_source_attach(source_.get(), context);
-    NSRunLoop::mainRunLoop().setWakeHandler(
-        [source = source_.get()] { g_source_set_ready_time(source, readyTime()); });
-}
-
-GLibRunLoop::~GLibRunLoop() {
-    NSRunLoop::mainRunLoop().setWakeHandler({});
 }

@@ -6,13 +6,11 @@
 
 /// Drives the platform's main loop from a GLib main context: what the platform wants done later
 /// wakes the context in time, and nothing wakes it otherwise. What throws is logged, and the rest
-/// goes on. One for the program, on the main
-/// thread, for as long as its loop runs.
+/// goes on. One for the program, on the main thread, for as long as its loop runs.
 class GLibRunLoop {
  public:
     /// nullptr is the default context.
     explicit GLibRunLoop(GMainContext* context = nullptr);
-    ~GLibRunLoop();
     GLibRunLoop(const GLibRunLoop&) = delete;
     GLibRunLoop& operator=(const GLibRunLoop&) = delete;
 

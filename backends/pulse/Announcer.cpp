@@ -1,6 +1,7 @@
 #include "backends/pulse/Announcer.hpp"
 
 #include "platform/celestial/AVSystemController.hpp"
+#include "platform/foundation/NSRunLoop.hpp"
 
 #include <algorithm>
 #include <utility>
@@ -27,11 +28,27 @@ void Announcer::changed() {
     if (!settling_.isRunning()) settling_.start(settlingSeconds, [this] { compare(); });
 }
 
+void Announcer::refreshed() {
+    if (settling_.isRunning() || !onlyVolumesMoved()) return changed();
+    const double since = NSRunLoop::mainRunLoop().currentTime() - comparedSeconds_;
+    settling_.start(settlingSeconds - since, [this] { compare(); });
+}
+
+bool Announcer::onlyVolumesMoved() const {
+    return std::ranges::all_of(told_, [this](const auto& entry) {
+        const auto& [place, told] = entry;
+        const CategoryState now = look_(place.second);
+        return now.volume.has_value() == told.state.volume.has_value() &&
+               now.route == told.state.route;
+    });
+}
+
 void Announcer::changedAtOnce() {
     settling_.start(0, [this] { compare(); });
 }
 
 void Announcer::compare() {
+    comparedSeconds_ = NSRunLoop::mainRunLoop().currentTime();
     bool mustReread = false;
     for (auto& [place, told] : told_) {
         const std::string& category = place.second;

@@ -32,6 +32,9 @@ class Announcer {
 
     /// Something may have changed.
     void changed();
+    /// The same where a volume alone has no passing values: what has moved and nothing else is told
+    /// at once, unless something was told just now.
+    void refreshed();
     /// The same for what needs no settling.
     void changedAtOnce();
 
@@ -39,6 +42,7 @@ class Announcer {
     void setRereadHandler(std::function<void()> handler) { reread_ = std::move(handler); }
 
  private:
+    bool onlyVolumesMoved() const;
     void compare();
     void tellNext();
 
@@ -55,6 +59,7 @@ class Announcer {
 
     std::map<Place, Told> told_;
     std::deque<std::function<void()>> toTell_;
+    double comparedSeconds_ = 0;  // On the run loop's clock.
     OneShotTimer settling_;
     OneShotTimer telling_;
 };

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "platform/foundation/NSRunLoop.hpp"
+
 #include <functional>
-#include <memory>
+#include <optional>
 
 namespace pulse {
 
@@ -9,13 +11,18 @@ namespace pulse {
 /// call may destroy the timer.
 class OneShotTimer {
  public:
+    OneShotTimer() = default;
+    OneShotTimer(const OneShotTimer&) = delete;
+    OneShotTimer& operator=(const OneShotTimer&) = delete;
+    ~OneShotTimer() { cancel(); }
+
     /// Replaces the call that is still to come.
     void start(double seconds, std::function<void()> function);
-    void cancel() { pending_.reset(); }
-    bool isRunning() const { return pending_ != nullptr; }
+    void cancel();
+    bool isRunning() const { return call_.has_value(); }
 
  private:
-    std::shared_ptr<std::function<void()>> pending_;
+    std::optional<NSRunLoop::Call> call_;
 };
 
 }  // namespace pulse

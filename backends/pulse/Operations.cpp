@@ -10,6 +10,7 @@ std::unique_ptr<PendingOperation> Operations::take(const PendingOperation* opera
     if (found == pending_.end()) return nullptr;
     std::unique_ptr<PendingOperation> taken = std::move(*found);
     pending_.erase(found);
+    if (pending_.empty()) watchdog_.cancel();
     return taken;
 }
 

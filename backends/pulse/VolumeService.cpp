@@ -80,10 +80,18 @@ void VolumeService::mirrorChanged(Part part) {
     if (part == Part::Streams) writer_.streamsChanged();
     if (part != Part::Clients && mirror_.lacksClients()) reader_->refresh(Part::Clients);
     bringNewStreams();
-    if (state_ == State::Ready) return announcer_.changed();
+    if (state_ == State::Ready) return tellWhatMoved();
     setState(State::Ready);
     announcer_.changedAtOnce();
     poller_.lookedAt();
+}
+
+// A port's change on PipeWire is a row of volumes, of which the last one counts.
+void VolumeService::tellWhatMoved() {
+    if (mirror_.server.pipeWire)
+        announcer_.changed();
+    else
+        announcer_.refreshed();
 }
 
 void VolumeService::bringNewStreams() {

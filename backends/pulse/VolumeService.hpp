@@ -45,6 +45,7 @@ class VolumeService {
     void becameReady(PulseContext& context);
     void lost();
     void mirrorChanged(Part part);
+    void tellWhatMoved();
     void setState(State state);
     void tellState();
 

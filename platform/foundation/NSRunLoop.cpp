@@ -20,17 +20,15 @@ void NSRunLoop::setClock(std::function<double()> clock) {
     clock_ = std::move(clock);
 }
 
-void NSRunLoop::performAfterDelay(double seconds, std::function<void()> function) {
-    if (!function) return;
-    const double due = currentTime() + (seconds > 0 ? seconds : 0);
-    const bool isEarlier = pending_.empty() || due < pending_.begin()->first;
-    pending_.emplace(due, std::move(function));
-    if (isEarlier && wake_) wake_();
+NSRunLoop::Call NSRunLoop::performAfterDelay(double seconds, std::function<void()> function) {
+    const Call call(currentTime() + (seconds > 0 ? seconds : 0), ++number_);
+    if (function) pending_.emplace(call, std::move(function));
+    return call;
 }
 
 bool NSRunLoop::runDue() {
     bool called = false;
-    while (!pending_.empty() && pending_.begin()->first <= currentTime()) {
+    while (!pending_.empty() && pending_.begin()->first.first <= currentTime()) {
         // Taken out first: the function may throw, schedule, or run the loop itself.
         const auto due = pending_.extract(pending_.begin());
         called = true;
@@ -41,9 +39,5 @@ bool NSRunLoop::runDue() {
 
 std::optional<double> NSRunLoop::nextDue() const {
     if (pending_.empty()) return std::nullopt;
-    return pending_.begin()->first;
-}
-
-void NSRunLoop::setWakeHandler(std::function<void()> handler) {
-    wake_ = std::move(handler);
+    return pending_.begin()->first.first;
 }

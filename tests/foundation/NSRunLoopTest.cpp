@@ -122,35 +122,39 @@ TEST_F(RunLoop, TellsWhenItIsDueNext) {
     EXPECT_EQ(loop.nextDue(), 105.0);
 }
 
-TEST_F(RunLoop, WakesTheShellOnlyWhenItIsDueEarlier) {
-    int wakes = 0;
-    loop.setWakeHandler([&] { ++wakes; });
-    noteAfter(5, 1);
-    EXPECT_EQ(wakes, 1);
-    noteAfter(6, 2);
-    noteAfter(5, 3);
-    EXPECT_EQ(wakes, 1);
-    noteAfter(4, 4);
-    EXPECT_EQ(wakes, 2);
-    loop.setWakeHandler(nullptr);
-    noteAfter(1, 5);
-    EXPECT_EQ(wakes, 2);
+TEST_F(RunLoop, ForgetsACallThatIsWithdrawn) {
+    const NSRunLoop::Call withdrawn = loop.performAfterDelay(1, [this] { notes.push_back(1); });
+    noteAfter(1, 2);
+    noteAfter(3, 3);
+    loop.withdraw(withdrawn);
+    loop.withdraw(withdrawn);
+    EXPECT_EQ(loop.nextDue(), 101.0) << "another call at the same time stays";
+    now = 110;
+    loop.runDue();
+    EXPECT_EQ(notes, (std::vector{2, 3}));
 }
 
-TEST_F(RunLoop, HasTheNewTimeAlreadyWhenItWakesTheShell) {
-    std::optional<double> due;
-    loop.setWakeHandler([&] { due = loop.nextDue(); });
-    noteAfter(5, 1);
-    EXPECT_EQ(due, 105.0);
+TEST_F(RunLoop, HasNothingToWakeForWhenItsOnlyCallIsWithdrawn) {
+    loop.withdraw(loop.performAfterDelay(1, [this] { notes.push_back(1); }));
+    EXPECT_EQ(loop.nextDue(), std::nullopt);
 }
 
-TEST_F(RunLoop, LetsTheWakeHandlerAskForCalls) {
-    bool asked = false;
-    loop.setWakeHandler([&] {
-        if (!std::exchange(asked, true)) noteAfter(1, 2);
-    });
-    noteAfter(5, 1);
-    EXPECT_EQ(loop.nextDue(), 101.0);
+TEST_F(RunLoop, LeavesTheOthersAloneWhenACallThatHasComeIsWithdrawn) {
+    const NSRunLoop::Call call = loop.performAfterDelay(0, [] {});
+    loop.runDue();
+    noteAfter(0, 1);
+    loop.withdraw(call);
+    loop.withdraw({});
+    loop.runDue();
+    EXPECT_EQ(notes, (std::vector{1}));
+}
+
+TEST_F(RunLoop, LetsACallWithdrawTheNext) {
+    NSRunLoop::Call next;
+    loop.performAfterDelay(0, [&] { loop.withdraw(next); });
+    next = loop.performAfterDelay(0, [this] { notes.push_back(1); });
+    loop.runDue();
+    EXPECT_TRUE(notes.empty());
 }
 
 TEST(MainRunLoop, HasAClockThatDoesNotGoBack) {

@@ -41,6 +41,15 @@ class AnnouncerTest : public testing::Test {
         NSRunLoop::mainRunLoop().runDue();
     }
 
+    /// Readable, told, and longer ago than anything settles.
+    void makeKnown(const std::string& category) {
+        states[category].volume = 0.5F;
+        announcer->changedAtOnce();
+        advance(0);
+        advance(100);
+        posted.clear();
+    }
+
     using Names = std::vector<std::string>;
     double now = 1;
     std::map<std::string, CategoryState> states;
@@ -100,6 +109,64 @@ TEST_F(AnnouncerTest, IsNotHeldUpByAFlood) {
     }
     EXPECT_GE(posted.size(), 4U);
     EXPECT_LE(posted.size(), 5U);
+}
+
+TEST_F(AnnouncerTest, TellsAVolumeThatOnlyMovedAtOnce) {
+    makeKnown("Ringtone");
+    states["Ringtone"].volume = 0.6F;
+    announcer->refreshed();
+    EXPECT_EQ(posted, Names{}) << "told from inside the call";
+    advance(0);
+    EXPECT_EQ(posted, Names{"Ringtone"});
+    advance(100);
+    EXPECT_EQ(posted, Names{"Ringtone"});
+}
+
+TEST_F(AnnouncerTest, LetsWhatBecameReadableSettle) {
+    makeKnown("Ringtone");
+    states["Ringtone"].volume = 0.6F;
+    states["PhoneCall"].volume = 0.6F;
+    announcer->refreshed();
+    advance(9);
+    EXPECT_EQ(posted, Names{});
+    advance(2);
+    EXPECT_EQ(posted, (Names{"Ringtone", "PhoneCall"}));
+}
+
+TEST_F(AnnouncerTest, LetsAnotherRouteSettle) {
+    makeKnown("Ringtone");
+    states["Ringtone"] = {0.6F, "Headphones"};
+    announcer->refreshed();
+    advance(9);
+    EXPECT_EQ(posted, Names{});
+    states["Ringtone"].volume = 0.7F;
+    announcer->refreshed();
+    advance(2);
+    EXPECT_EQ(posted, Names{"Ringtone"});
+}
+
+TEST_F(AnnouncerTest, TellsTheNextMoveWhenTheLastHasSettled) {
+    makeKnown("Ringtone");
+    states["Ringtone"].volume = 0.6F;
+    announcer->refreshed();
+    advance(0);
+    states["Ringtone"].volume = 0.7F;
+    announcer->refreshed();
+    advance(9);
+    EXPECT_EQ(posted.size(), 1U);
+    advance(2);
+    EXPECT_EQ(posted.size(), 2U);
+}
+
+TEST_F(AnnouncerTest, TellsAFloodOfMovesEverySoOften) {
+    makeKnown("Ringtone");
+    for (int i = 1; i <= 50; ++i) {
+        states["Ringtone"].volume = static_cast<float>(i) / 100;
+        announcer->refreshed();
+        advance(1);
+    }
+    EXPECT_GE(posted.size(), 5U);
+    EXPECT_LE(posted.size(), 6U);
 }
 
 TEST_F(AnnouncerTest, TellsEachCategoryThatChangedAndNoOther) {
