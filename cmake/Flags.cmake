@@ -12,6 +12,9 @@ target_compile_options(tarnwick_flags INTERFACE -Wall -Wextra -Wpedantic -Wshado
 # GCC 12 sees overlaps in the library's own string concatenation where there are none.
 target_compile_options(tarnwick_flags INTERFACE
     $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
+# What is unnamed in one file is seen by the others of its batch.
+target_compile_options(tarnwick_flags INTERFACE
+    $<$<AND:$<CXX_COMPILER_ID:GNU>,$<BOOL:$<TARGET_PROPERTY:UNITY_BUILD>>>:-Wno-subobject-linkage>)
 if(TARNWICK_WERROR)
     target_compile_options(tarnwick_flags INTERFACE -Werror)
 endif()

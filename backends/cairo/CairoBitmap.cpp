@@ -1,5 +1,7 @@
 #include "backends/cairo/CairoBitmap.hpp"
 
+#include "backends/cairo/Limits.hpp"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -11,10 +13,6 @@ namespace {
 constexpr std::size_t tintsKept = 4;  // skins use one or two tints of an image
 
 using Table = std::array<std::uint8_t, 256>;
-
-double component(double value) {
-    return value > 0 ? std::min(value, 1.0) : 0;
-}
 
 Table multiplied(double factor) {
     Table table;

@@ -2,6 +2,7 @@
 
 #include "backends/cairo/CairoBitmap.hpp"
 #include "backends/cairo/CairoShadow.hpp"
+#include "backends/cairo/Limits.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -18,10 +19,6 @@ struct PixelRect {
     int width;
     int height;
 };
-
-double component(double value) {
-    return value > 0 ? std::min(value, 1.0) : 0;
-}
 
 double limitedRadius(const CGRect& rect, CGFloat radius) {
     const CGFloat half = std::min(rect.size.width, rect.size.height) / 2;

@@ -1,16 +1,15 @@
 #include "backends/cairo/CairoPicture.hpp"
 
 #include "backends/cairo/CairoCanvas.hpp"
+#include "backends/cairo/Limits.hpp"
 #include "platform/uikit/UIWindow.hpp"
 
 #include <cmath>
 
 namespace {
 
-constexpr double largestSide = 32767;  // pixels, the library's own limit
-
 bool isPossibleSide(double pixels) {
-    return pixels >= 1 && pixels <= largestSide;
+    return pixels >= 1 && pixels <= largestSurfaceSide;
 }
 
 void paintOn(cairo_surface_t* surface, UIView& view, CGFloat scale) {

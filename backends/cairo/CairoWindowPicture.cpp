@@ -2,17 +2,17 @@
 
 #include "backends/cairo/CairoCanvas.hpp"
 #include "backends/cairo/Handles.hpp"
+#include "backends/cairo/Limits.hpp"
 
 #include <cmath>
 
 namespace {
 
-constexpr double largestSide = 32767;      // Pixels, the library's own limit.
 constexpr double mostPixels = 64'000'000;  // Of four bytes.
 
 bool isPossible(double width, double height) {
-    return width >= 1 && height >= 1 && width <= largestSide && height <= largestSide &&
-           width * height <= mostPixels;
+    return width >= 1 && height >= 1 && width <= largestSurfaceSide &&
+           height <= largestSurfaceSide && width * height <= mostPixels;
 }
 
 /// The rectangle in points, grown outwards to whole pixels.

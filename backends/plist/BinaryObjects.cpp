@@ -1,11 +1,14 @@
 #include "backends/plist/BinaryObjects.hpp"
 
+#include "backends/plist/BinaryForm.hpp"
+
+using binaryform::bigEndian;
+using binaryform::header;
+using binaryform::trailerBytes;
+
 namespace {
 
-constexpr std::string_view header = "bplist00";
-
-// The trailer, at the end of the file. Its numbers are big-endian.
-constexpr std::uint64_t trailerBytes = 32;
+// Of the trailer, at the end of the file. Its numbers are big-endian.
 constexpr std::uint64_t offsetSizeAt = 6;
 constexpr std::uint64_t referenceSizeAt = 7;
 constexpr std::uint64_t countAt = 8;
@@ -27,13 +30,6 @@ enum Kind : std::uint8_t {
 };
 // The lower half is a size, or this when the size follows as an integer object.
 constexpr std::uint8_t sizeFollows = 0xF;
-
-std::uint64_t bigEndian(std::string_view bytes) {
-    std::uint64_t number = 0;
-    for (const char byte : bytes)
-        number = number << 8 | static_cast<unsigned char>(byte);
-    return number;
-}
 
 /// Whether a character of that many bytes is zero. The library takes its end for the text's end in
 /// one place and not in another, and gives up the program when the two differ in a key.

@@ -1,15 +1,16 @@
 #include "backends/plist/ScalarForm.hpp"
 
+#include "backends/plist/BinaryForm.hpp"
+
 #include <array>
 #include <bit>
 #include <cstdlib>
 
-namespace {
+using binaryform::bigEndian;
+using binaryform::header;
+using binaryform::trailerBytes;
 
-// A file of one object: the header, the object behind its one-byte marker, the one-byte table of
-// where objects begin, and the trailer.
-constexpr std::string_view header = "bplist00";
-constexpr std::size_t trailerBytes = 32;
+namespace {
 
 constexpr unsigned char integerMarker = 0x10;  // The low half is the binary logarithm of the bytes.
 constexpr unsigned char integer8Bytes = 0x13;
@@ -21,13 +22,6 @@ struct Scalar {
     std::uint64_t high = 0;  ///< The upper 64 bits of 16 bytes, else 0.
     std::uint64_t low = 0;
 };
-
-std::uint64_t bigEndian(std::string_view bytes) {
-    std::uint64_t number = 0;
-    for (const char byte : bytes)
-        number = number << 8 | static_cast<unsigned char>(byte);
-    return number;
-}
 
 std::string bigEndianBytes(std::uint64_t number) {
     std::string bytes(8, '\0');

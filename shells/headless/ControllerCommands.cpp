@@ -15,7 +15,7 @@ std::optional<Answer> create(Session& session, Arguments arguments) {
     return Answer::from(session.stage().create(name));
 }
 
-std::optional<PropertyValue> pointFrom(const Word& first, const Word& second) {
+std::optional<PropertyValue> propertyPointFrom(const Word& first, const Word& second) {
     const auto x = numberFrom(first);
     const auto y = numberFrom(second);
     if (!x || !y) return std::nullopt;
@@ -24,10 +24,10 @@ std::optional<PropertyValue> pointFrom(const Word& first, const Word& second) {
 }
 
 /// "X,Y" as a point; nullopt for any other text.
-std::optional<PropertyValue> pointFrom(const std::string& text) {
+std::optional<PropertyValue> propertyPointFrom(const std::string& text) {
     const std::size_t comma = text.find(',');
     if (comma == std::string::npos) return std::nullopt;
-    return pointFrom({text.substr(0, comma)}, {text.substr(comma + 1)});
+    return propertyPointFrom({text.substr(0, comma)}, {text.substr(comma + 1)});
 }
 
 /// A bare number, point, yes, no or nil is what it says; everything else is a text.
@@ -36,14 +36,14 @@ PropertyValue argumentFrom(const Word& word) {
     if (word.text == "nil") return {};
     if (const auto truth = yesNoFrom(word)) return PropertyValue(*truth == YesNo::Yes);
     if (const auto number = numberFrom(word)) return PropertyValue(*number);
-    if (auto point = pointFrom(word.text)) return *std::move(point);
+    if (auto point = propertyPointFrom(word.text)) return *std::move(point);
     return PropertyValue(word.text);
 }
 
 /// Two bare numbers for the one argument of a selector are a point too.
 std::vector<PropertyValue> argumentsFrom(std::string_view selector, Arguments words) {
     if (std::ranges::count(selector, ':') == 1 && words.size() == 2)
-        if (auto point = pointFrom(words[0], words[1])) return {*std::move(point)};
+        if (auto point = propertyPointFrom(words[0], words[1])) return {*std::move(point)};
     std::vector<PropertyValue> values;
     for (const Word& word : words)
         values.push_back(argumentFrom(word));
@@ -98,19 +98,18 @@ std::optional<Answer> quit(Session& session, Arguments) {
     return Answer::done();
 }
 
-constexpr Command commands[] = {
-    {"create", "[NAME]", 0, 1, create},
-    {"call", "METHOD [ARG ...]", 1, anyNumber, call},
-    {"release", "", 0, 0, release},
-    {"parent", "WIDTH|none", 1, 1, parent},
-    {"host", "SELECTOR yes|no", 2, 2, host},
-    {"model", "NAME", 1, 1, model},
-    {"quit", "", 0, 0, quit},
-};
-
 }  // namespace
 
 std::span<const Command> controllerCommands() {
+    static constexpr Command commands[] = {
+        {"create", "[NAME]", 0, 1, create},
+        {"call", "METHOD [ARG ...]", 1, anyNumber, call},
+        {"release", "", 0, 0, release},
+        {"parent", "WIDTH|none", 1, 1, parent},
+        {"host", "SELECTOR yes|no", 2, 2, host},
+        {"model", "NAME", 1, 1, model},
+        {"quit", "", 0, 0, quit},
+    };
     return commands;
 }
 

@@ -63,17 +63,16 @@ std::optional<Answer> service(Session& session, Arguments arguments) {
     return Answer::done();
 }
 
-constexpr Command commands[] = {
-    {"volume", "CATEGORY FRACTION", 2, 2, volume},
-    {"notify", "[CATEGORY|- [FRACTION|-]]", 0, 2, notify},
-    {"readable", "CATEGORY yes|no", 2, 2, readable},
-    {"route", "CATEGORY NAME|none", 2, 2, route},
-    {"service", "yes|no", 1, 1, service},
-};
-
 }  // namespace
 
 std::span<const Command> deviceCommands() {
+    static constexpr Command commands[] = {
+        {"volume", "CATEGORY FRACTION", 2, 2, volume},
+        {"notify", "[CATEGORY|- [FRACTION|-]]", 0, 2, notify},
+        {"readable", "CATEGORY yes|no", 2, 2, readable},
+        {"route", "CATEGORY NAME|none", 2, 2, route},
+        {"service", "yes|no", 1, 1, service},
+    };
     return commands;
 }
 

@@ -8,9 +8,6 @@
 namespace headless {
 namespace {
 
-constexpr double millisecondsPerSecond = 1000;
-constexpr double longestWait = 3600;  // Seconds; an interval is an unsigned of milliseconds.
-
 /// A source of the default context that ends with this, whether or not it was dispatched.
 class Source {
  public:

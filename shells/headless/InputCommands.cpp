@@ -67,15 +67,14 @@ std::optional<Answer> key(Session& session, Arguments arguments) {
     return Answer::result(session.stage().window().sendKey(*pressed));
 }
 
-constexpr Command commands[] = {
-    {"touch", "began|moved|ended|cancelled X Y", 3, 3, touch},
-    {"scroll", "X Y STEPS", 3, 3, scroll},
-    {"key", "tab|backtab|left|right|up|down|pageup|pagedown|home|end", 1, 1, key},
-};
-
 }  // namespace
 
 std::span<const Command> inputCommands() {
+    static constexpr Command commands[] = {
+        {"touch", "began|moved|ended|cancelled X Y", 3, 3, touch},
+        {"scroll", "X Y STEPS", 3, 3, scroll},
+        {"key", "tab|backtab|left|right|up|down|pageup|pagedown|home|end", 1, 1, key},
+    };
     return commands;
 }
 

@@ -9,9 +9,6 @@
 namespace headless {
 namespace {
 
-constexpr double millisecondsPerSecond = 1000;
-constexpr double longestWait = 3600;  // Seconds; poll() takes an int of milliseconds.
-
 int timeoutFrom(const std::optional<double>& seconds) {
     if (!seconds) return -1;
     const double bounded = std::clamp(*seconds, 0.0, longestWait);

@@ -25,14 +25,13 @@ std::optional<Answer> paint(Session& session, Arguments arguments) {
     return Answer::done().with("damage", std::move(rectangles));
 }
 
-constexpr Command commands[] = {
-    {"tree", "", 0, 0, tree},
-    {"paint", "FILE [SCALE]", 1, 2, paint},
-};
-
 }  // namespace
 
 std::span<const Command> reportCommands() {
+    static constexpr Command commands[] = {
+        {"tree", "", 0, 0, tree},
+        {"paint", "FILE [SCALE]", 1, 2, paint},
+    };
     return commands;
 }
 

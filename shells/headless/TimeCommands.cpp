@@ -1,11 +1,11 @@
 #include "shells/headless/Session.hpp"
+#include "shells/headless/Waiter.hpp"
 
 namespace headless {
 namespace {
 
 constexpr double greatestTime = 86'400'000;  // Milliseconds: a day.
-constexpr double millisecondsPerSecond = 1000;
-constexpr std::size_t mostEntries = 16;  // Of an event; none has so many.
+constexpr std::size_t mostEntries = 16;      // Of an event; none has so many.
 
 /// What a number of milliseconds comes to, or why it is refused.
 struct Span {
@@ -51,15 +51,14 @@ std::optional<Answer> ready(Session& session, Arguments arguments) {
     return isReady() ? Answer::done() : Answer::failed("no sound server answers");
 }
 
-constexpr Command commands[] = {
-    {"advance", "MS", 1, 1, advance},
-    {waitCommand, "MS EVENT [ENTRY ...]", 2, mostEntries, wait},
-    {"ready", "MS", 1, 1, ready},
-};
-
 }  // namespace
 
 std::span<const Command> timeCommands() {
+    static constexpr Command commands[] = {
+        {"advance", "MS", 1, 1, advance},
+        {waitCommand, "MS EVENT [ENTRY ...]", 2, mostEntries, wait},
+        {"ready", "MS", 1, 1, ready},
+    };
     return commands;
 }
 

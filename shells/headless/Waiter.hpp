@@ -5,6 +5,10 @@
 
 namespace headless {
 
+inline constexpr double millisecondsPerSecond = 1000;
+/// Seconds; what waits counts in milliseconds, and an int must hold them.
+inline constexpr double longestWait = 3600;
+
 /// How the host waits: for its input, for time to pass, and for what its device lives on.
 class Waiter {
  public:

@@ -6,7 +6,7 @@ namespace {
 
 // Points.
 constexpr CGSize size = {280, 50};
-constexpr CGFloat margin = 20;
+constexpr CGFloat textMargin = 20;
 constexpr CGFloat textHeight = 18;
 constexpr CGFloat textSize = 12;
 constexpr CGFloat opacity = 0.6;
@@ -15,8 +15,8 @@ constexpr CGFloat opacity = 0.6;
 
 MissingWidget::MissingWidget(const std::string& name)
     : view_(std::make_shared<UIView>(CGRect{{0, 0}, size})) {
-    auto label = std::make_shared<CentredLabel>(
-        CGRectMake(margin, (size.height - textHeight) / 2, size.width - 2 * margin, textHeight));
+    auto label = std::make_shared<CentredLabel>(CGRectMake(
+        textMargin, (size.height - textHeight) / 2, size.width - 2 * textMargin, textHeight));
     label->setText(name + " could not be loaded");
     label->setFont(UIFont::systemFontOfSize(textSize));
     UIColor color = UILabel::defaultTextColor();

@@ -9,7 +9,8 @@ namespace {
 // Points.
 constexpr CGFloat longestSide = 10000;
 constexpr CGFloat lineMargin = 20;
-constexpr UIColor lineColor = {0.5, 0.5, 0.5, 0.35};  // To be seen on light and on dark panels.
+constexpr UIColor separatorColor = {0.5, 0.5, 0.5,
+                                    0.35};  // To be seen on light and on dark panels.
 
 CGFloat usableLength(CGFloat wanted) {
     const bool usable = std::isfinite(wanted) && wanted > 0 && wanted <= longestSide;
@@ -30,7 +31,7 @@ class WidgetStack::StackView : public UIView {
         const CGFloat hairline = 1 / canvas.scale();
         const CGFloat width = std::max<CGFloat>(0, frame().size.width - 2 * lineMargin);
         for (const CGFloat boundary : boundaries_)
-            canvas.fill(CGRectMake(lineMargin, boundary, width, hairline), lineColor);
+            canvas.fill(CGRectMake(lineMargin, boundary, width, hairline), separatorColor);
     }
     void setBoundaries(std::vector<CGFloat> boundaries) {
         if (boundaries_ == boundaries) return;

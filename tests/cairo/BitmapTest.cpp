@@ -6,7 +6,6 @@
 
 namespace {
 
-constexpr Pixel red{255, 0, 0, 255};
 constexpr Pixel green{0, 255, 0, 255};
 
 std::uint32_t stripes(int x, int) {
@@ -23,7 +22,7 @@ TEST(CairoBitmap, IsDrawnPixelByPixel) {
     Paper paper(10, 6);
     paper.canvas().drawBitmap(bitmap, CGRectMake(0, 0, 8, 4), CGRectMake(1, 1, 8, 4), {});
     for (int x = 0; x < 8; ++x)
-        EXPECT_EQ(paper.at(x + 1, 1), x % 2 ? green : red) << x;
+        EXPECT_EQ(paper.at(x + 1, 1), x % 2 ? green : redPixel) << x;
     EXPECT_EQ(paper.inked(), 32);
 }
 
@@ -32,7 +31,7 @@ TEST(CairoBitmap, IsDrawnPixelByPixelAtTheScreensScale) {
     Paper paper(10, 6, 2);
     paper.canvas().drawBitmap(bitmap, CGRectMake(0, 0, 8, 4), CGRectMake(1, 1, 4, 2), {});
     for (int x = 0; x < 8; ++x)
-        EXPECT_EQ(paper.at(x + 2, 2), x % 2 ? green : red) << x;
+        EXPECT_EQ(paper.at(x + 2, 2), x % 2 ? green : redPixel) << x;
     EXPECT_EQ(paper.inked(), 32);
 }
 
@@ -43,7 +42,7 @@ TEST(CairoBitmap, StaysSharpAndAsLargeBetweenPixels) {
         paper.canvas().drawBitmap(bitmap, CGRectMake(0, 0, 7, 3),
                                   CGRectMake(CGFloat(1 + offset), CGFloat(1 + offset), 7, 3), {});
         EXPECT_EQ(paper.inked(), 21) << offset;
-        EXPECT_EQ(paper.at(paper.firstInkedColumn(), 3), red) << offset;
+        EXPECT_EQ(paper.at(paper.firstInkedColumn(), 3), redPixel) << offset;
         EXPECT_EQ(paper.at(paper.firstInkedColumn() + 1, 3), green) << offset;
     }
 }
@@ -56,8 +55,8 @@ TEST(CairoBitmap, DoesNotBleedFromOutsideTheSource) {
             paper.canvas().drawBitmap(bitmap, CGRectMake(2, 2, 4, 4),
                                       CGRectMake(0, 0, CGFloat(width), 9), {});
             for (int x = 0; x < paper.pixelsWide(); ++x) {
-                ASSERT_EQ(paper.at(x, 0), red) << width << ' ' << scale << ' ' << x;
-                ASSERT_EQ(paper.at(x, paper.pixelsHigh() - 1), red) << width << ' ' << x;
+                ASSERT_EQ(paper.at(x, 0), redPixel) << width << ' ' << scale << ' ' << x;
+                ASSERT_EQ(paper.at(x, paper.pixelsHigh() - 1), redPixel) << width << ' ' << x;
             }
         }
     }

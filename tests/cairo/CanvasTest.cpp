@@ -7,7 +7,6 @@
 
 namespace {
 
-constexpr Pixel red{255, 0, 0, 255};
 constexpr Pixel clear{};
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
@@ -21,8 +20,8 @@ const CGRect strangeRects[] = {
 TEST(CairoCanvas, FillsExactlyTheRectangle) {
     Paper paper(10, 10);
     paper.canvas().fill(CGRectMake(2, 3, 4, 5), UIColor::redColor());
-    EXPECT_EQ(paper.at(2, 3), red);
-    EXPECT_EQ(paper.at(5, 7), red);
+    EXPECT_EQ(paper.at(2, 3), redPixel);
+    EXPECT_EQ(paper.at(5, 7), redPixel);
     EXPECT_EQ(paper.inked(), 20);
 }
 
@@ -31,7 +30,7 @@ TEST(CairoCanvas, CountsInPointsOfItsScale) {
     EXPECT_EQ(paper.canvas().scale(), 3);
     paper.canvas().fill(CGRectMake(1, 1, 1, 2), UIColor::redColor());
     EXPECT_EQ(paper.inked(), 3 * 6);
-    EXPECT_EQ(paper.at(3, 3), red);
+    EXPECT_EQ(paper.at(3, 3), redPixel);
 }
 
 TEST(CairoCanvas, WorksOnASurfaceWithADeviceScale) {
@@ -53,7 +52,7 @@ TEST(CairoCanvas, WorksOnASurfaceWithADeviceScale) {
 TEST(CairoCanvas, TakesColorsOutsideTheirRangeAsTheNearest) {
     Paper paper(2, 1);
     paper.canvas().fill(CGRectMake(0, 0, 1, 1), {7, -2, nan, 3});
-    EXPECT_EQ(paper.at(0, 0), red);
+    EXPECT_EQ(paper.at(0, 0), redPixel);
     paper.canvas().fill(CGRectMake(1, 0, 1, 1), {1, 1, 1, nan});
     EXPECT_EQ(paper.at(1, 0), clear);
 }
@@ -89,7 +88,7 @@ TEST(CairoCanvas, ClipsToARectangleAndToTheOneBefore) {
     paper.canvas().clip(CGRectMake(3, 3, 5, 5));
     paper.canvas().fill(CGRectMake(0, 0, 10, 10), UIColor::redColor());
     EXPECT_EQ(paper.inked(), 4);
-    EXPECT_EQ(paper.at(3, 3), red);
+    EXPECT_EQ(paper.at(3, 3), redPixel);
 }
 
 TEST(CairoCanvas, ClipsEverythingAwayByAStrangeRectangle) {
@@ -121,7 +120,7 @@ TEST(CairoCanvas, RestoresOriginAndClip) {
     paper.canvas().restore();
     paper.canvas().fill(CGRectMake(0, 0, 2, 2), UIColor::redColor());
     EXPECT_EQ(paper.inked(), 4);
-    EXPECT_EQ(paper.at(0, 0), red);
+    EXPECT_EQ(paper.at(0, 0), redPixel);
 }
 
 TEST(CairoCanvas, IgnoresARestoreTooManyAndATranslationThatIsNoNumber) {
@@ -130,7 +129,7 @@ TEST(CairoCanvas, IgnoresARestoreTooManyAndATranslationThatIsNoNumber) {
     paper.canvas().translate(nan, 0);
     paper.canvas().translate(0, infinity);
     paper.canvas().fill(CGRectMake(0, 0, 1, 1), UIColor::redColor());
-    EXPECT_EQ(paper.at(0, 0), red);
+    EXPECT_EQ(paper.at(0, 0), redPixel);
 }
 
 TEST(CairoCanvas, LeavesTheContextAsItWas) {
@@ -169,7 +168,7 @@ TEST(CairoCanvas, TakesANegativeOrUndefinedRadiusAsNone) {
     for (const double radius : {-3.0, nan, 0.0}) {
         Paper paper(4, 4);
         paper.canvas().fillRounded(CGRectMake(0, 0, 4, 4), CGFloat(radius), UIColor::redColor());
-        EXPECT_EQ(paper.at(0, 0), red) << radius;
+        EXPECT_EQ(paper.at(0, 0), redPixel) << radius;
     }
 }
 
@@ -177,8 +176,8 @@ TEST(CairoCanvas, StrokesAlongTheInside) {
     Paper paper(12, 12);
     paper.canvas().strokeRounded(CGRectMake(1, 1, 10, 10), 0, 2, UIColor::redColor());
     EXPECT_EQ(paper.inked(), 100 - 36);
-    EXPECT_EQ(paper.at(1, 1), red);
-    EXPECT_EQ(paper.at(2, 5), red);
+    EXPECT_EQ(paper.at(1, 1), redPixel);
+    EXPECT_EQ(paper.at(2, 5), redPixel);
     EXPECT_EQ(paper.at(3, 3), clear);
     EXPECT_EQ(paper.at(0, 5), clear);
 }
@@ -187,7 +186,7 @@ TEST(CairoCanvas, FillsARectangleThatIsTooSmallForItsStroke) {
     Paper paper(6, 6);
     paper.canvas().strokeRounded(CGRectMake(1, 1, 4, 4), 0, 2, UIColor::redColor());
     EXPECT_EQ(paper.inked(), 16);
-    EXPECT_EQ(paper.at(3, 3), red);
+    EXPECT_EQ(paper.at(3, 3), redPixel);
 }
 
 TEST(CairoCanvas, StrokesNothingWithoutAWidth) {

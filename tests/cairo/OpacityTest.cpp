@@ -6,14 +6,14 @@
 
 namespace {
 
-const UIColor red = UIColor::redColor();
+const UIColor redInk = UIColor::redColor();
 const CGRect whole = CGRectMake(0, 0, 10, 10);
 
 TEST(CairoOpacity, BlendsOverlappingPartsAsOnePicture) {
     Paper paper(10, 10);
     paper.canvas().saveWithOpacity(0.4);
-    paper.canvas().fill(CGRectMake(0, 0, 6, 10), red);
-    paper.canvas().fill(CGRectMake(4, 0, 6, 10), red);
+    paper.canvas().fill(CGRectMake(0, 0, 6, 10), redInk);
+    paper.canvas().fill(CGRectMake(4, 0, 6, 10), redInk);
     paper.canvas().restore();
     for (const int x : {0, 5, 9})
         EXPECT_EQ(paper.alphaAt(x, 5), 102) << x;
@@ -22,7 +22,7 @@ TEST(CairoOpacity, BlendsOverlappingPartsAsOnePicture) {
 TEST(CairoOpacity, LetsNothingShowThroughWhatCoversIt) {
     Paper paper(10, 10);
     paper.canvas().saveWithOpacity(0.5);
-    paper.canvas().fill(whole, red);
+    paper.canvas().fill(whole, redInk);
     paper.canvas().fill(whole, UIColor::blueColor());
     paper.canvas().restore();
     EXPECT_EQ(paper.at(5, 5).red, 0);
@@ -34,7 +34,7 @@ TEST(CairoOpacity, EndsWithItsRestore) {
     paper.canvas().saveWithOpacity(0.5);
     paper.canvas().translate(5, 0);
     paper.canvas().restore();
-    paper.canvas().fill(CGRectMake(0, 0, 1, 1), red);
+    paper.canvas().fill(CGRectMake(0, 0, 1, 1), redInk);
     EXPECT_EQ(paper.alphaAt(0, 0), 255);
     EXPECT_EQ(paper.inked(), 1);
 }
@@ -44,7 +44,7 @@ TEST(CairoOpacity, IsMultipliedByTheOneAround) {
     paper.canvas().saveWithOpacity(0.5);
     paper.canvas().save();
     paper.canvas().saveWithOpacity(0.5);
-    paper.canvas().fill(whole, red);
+    paper.canvas().fill(whole, redInk);
     paper.canvas().restore();
     paper.canvas().restore();
     paper.canvas().restore();
@@ -56,7 +56,7 @@ TEST(CairoOpacity, KeepsPixelsWhereTheyAreAtEveryScaleAndWithinTheClip) {
     paper.canvas().translate(1, 1);
     paper.canvas().clip(CGRectMake(0, 0, 4, 4));
     paper.canvas().saveWithOpacity(1);
-    paper.canvas().fill(CGRectMake(1, 1, 10, 1), red);
+    paper.canvas().fill(CGRectMake(1, 1, 10, 1), redInk);
     paper.canvas().restore();
     EXPECT_EQ(paper.alphaAt(4, 4), 255);
     EXPECT_EQ(paper.inked(), 6 * 2) << "three points by one";
@@ -66,13 +66,13 @@ TEST(CairoOpacity, OutsideItsRangeCountsAsTheNearest) {
     for (const double opacity : {-1.0, 0.0, std::numeric_limits<double>::quiet_NaN()}) {
         Paper paper(10, 10);
         paper.canvas().saveWithOpacity(CGFloat(opacity));
-        paper.canvas().fill(whole, red);
+        paper.canvas().fill(whole, redInk);
         paper.canvas().restore();
         EXPECT_EQ(paper.inked(), 0) << opacity;
     }
     Paper paper(10, 10);
     paper.canvas().saveWithOpacity(7);
-    paper.canvas().fill(whole, red);
+    paper.canvas().fill(whole, redInk);
     paper.canvas().restore();
     EXPECT_EQ(paper.alphaAt(5, 5), 255);
 }
@@ -80,7 +80,7 @@ TEST(CairoOpacity, OutsideItsRangeCountsAsTheNearest) {
 TEST(CairoOpacity, IsBlendedAtTheCanvasEndWithoutARestore) {
     Paper paper(10, 10);
     paper.canvas().saveWithOpacity(0.4);
-    paper.canvas().fill(whole, red);
+    paper.canvas().fill(whole, redInk);
     paper.freshCanvas();
     EXPECT_EQ(paper.alphaAt(5, 5), 102);
 }

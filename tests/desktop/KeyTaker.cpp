@@ -1,5 +1,7 @@
 #include "tests/desktop/KeyTaker.hpp"
 
+#include <iostream>
+
 namespace test {
 namespace {
 
@@ -48,12 +50,16 @@ void KeyTaker::listen(GDBusConnection* bus) {
                                       nullptr);
     g_dbus_node_info_unref(node);
     const auto mode = g_variant_new("(bbb)", TRUE, TRUE, FALSE);  // Asked first, and waited for.
+    GError* error = nullptr;
     GVariant* reply = g_dbus_connection_call_sync(
         bus, "org.a11y.atspi.Registry", "/org/a11y/atspi/registry/deviceeventcontroller",
         "org.a11y.atspi.DeviceEventController", "RegisterKeystrokeListener",
         g_variant_new("(oa(iisi)uu@(bbb))", listenerPath, nullptr, 0U, presses, mode), nullptr,
-        G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr);
+        G_DBUS_CALL_FLAGS_NONE, -1, nullptr, &error);
+    if (error) std::cerr << "The registry does not let keys be heard: " << error->message << '\n';
+    g_clear_error(&error);
     listening_ = reply != nullptr;
+    g_main_context_wakeup(nullptr);  // For who waits for it.
     if (reply) g_variant_unref(reply);
 }
 

@@ -19,7 +19,7 @@ class KeyTaker {
     KeyTaker(const KeyTaker&) = delete;
     KeyTaker& operator=(const KeyTaker&) = delete;
 
-    /// Whether the service has accepted it; false until then.
+    /// Whether the service has accepted it; false until then. The main loop is woken when it has.
     bool isListening() const { return listening_; }
     int heard() const { return heard_; }
     int taken() const { return taken_; }

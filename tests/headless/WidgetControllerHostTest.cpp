@@ -1,3 +1,4 @@
+#include "tests/headless/WidgetEvents.hpp"
 #include "tests/support/HeadlessFixture.hpp"
 
 namespace test {
@@ -23,11 +24,6 @@ TEST_P(WidgetControllerHost, IsAskedBeforeItIsTold) {
     expectOk("call view");
     EXPECT_EQ(expectOk("call hostWillPresent"), GetParam().happened);
 }
-
-const std::string sizeTold = "host widget:didUpdatePreferredSize: 320 x 270";
-const std::string sizeLogged = "log TW: self.preferredViewSize: {320, 270}";
-const std::string sizeInvalid = "host invalidatePreferredViewSize";
-const std::string shown = "post org.tarnwick.mixer.isvisible";
 
 INSTANTIATE_TEST_SUITE_P(
     Responding, WidgetControllerHost,

@@ -5,22 +5,22 @@
 
 namespace {
 
-constexpr int maximumDepth = NSPropertyList::maximumDepth;
+constexpr int deepest = NSPropertyList::maximumDepth;
 
 TEST(HostileXml, ReadsTheDeepestNestingAndRefusesOneMore) {
-    EXPECT_TRUE(decodedBody(nestedArrays(maximumDepth)));
-    EXPECT_FALSE(decodedBody(nestedArrays(maximumDepth + 1)));
-    EXPECT_TRUE(decoded(nestedArrays(maximumDepth)));
-    EXPECT_FALSE(decoded(nestedArrays(maximumDepth + 1)));
+    EXPECT_TRUE(decodedBody(nestedArrays(deepest)));
+    EXPECT_FALSE(decodedBody(nestedArrays(deepest + 1)));
+    EXPECT_TRUE(decoded(nestedArrays(deepest)));
+    EXPECT_FALSE(decoded(nestedArrays(deepest + 1)));
 }
 
 TEST(HostileXml, CountsAnEmptyContainerAsALevelToo) {
     const auto around = [](int depth, const std::string& inside) {
         return repeated("<array>", depth) + inside + repeated("</array>", depth);
     };
-    EXPECT_TRUE(decodedBody(around(maximumDepth - 1, "<dict/>")));
-    EXPECT_FALSE(decodedBody(around(maximumDepth, "<dict/>")));
-    EXPECT_TRUE(decodedBody(around(maximumDepth, "<string>x</string>")));
+    EXPECT_TRUE(decodedBody(around(deepest - 1, "<dict/>")));
+    EXPECT_FALSE(decodedBody(around(deepest, "<dict/>")));
+    EXPECT_TRUE(decodedBody(around(deepest, "<string>x</string>")));
 }
 
 TEST(HostileXml, SurvivesAsManyOpenTagsAsFitInAFile) {
@@ -54,9 +54,9 @@ TEST(HostileXml, RefusesMarksThatReadersFindInDifferentPlaces) {
 }
 
 TEST(HostileXml, FindsTheDepthBeforeTheLibraryDoes) {
-    EXPECT_TRUE(isReadableXml(nestedArrays(maximumDepth)));
-    EXPECT_FALSE(isReadableXml(nestedArrays(maximumDepth + 1)));
-    EXPECT_FALSE(isReadableXml(documentOf(nestedArrays(maximumDepth + 1))));
+    EXPECT_TRUE(isReadableXml(nestedArrays(deepest)));
+    EXPECT_FALSE(isReadableXml(nestedArrays(deepest + 1)));
+    EXPECT_FALSE(isReadableXml(documentOf(nestedArrays(deepest + 1))));
 }
 
 TEST(HostileXml, RefusesADocumentTypeWithDeclarations) {

@@ -11,7 +11,7 @@
 namespace rigs {
 namespace {
 
-constexpr const char* address = "AA_BB_CC_DD_EE_01";
+constexpr const char* deviceAddress = "AA_BB_CC_DD_EE_01";
 
 // The second word of the first line that has the text.
 std::string nameIn(const std::string& listing, const std::string& text) {
@@ -74,11 +74,11 @@ void FakeHeadset::choose(Profile profile) {
 }
 
 std::string FakeHeadset::sinkName() const {
-    return nameIn(server_.pactl({"list", "short", "sinks"}), address);
+    return nameIn(server_.pactl({"list", "short", "sinks"}), deviceAddress);
 }
 
 std::string FakeHeadset::cardName() const {
-    return nameIn(server_.pactl({"list", "short", "cards"}), address);
+    return nameIn(server_.pactl({"list", "short", "cards"}), deviceAddress);
 }
 
 int FakeHeadset::number(const std::string& key) {

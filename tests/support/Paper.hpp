@@ -17,6 +17,7 @@ struct Pixel {
     int alpha = 0;
     bool operator==(const Pixel&) const = default;
 };
+inline constexpr Pixel redPixel{255, 0, 0, 255};
 std::ostream& operator<<(std::ostream& stream, const Pixel& pixel);
 
 /// An image in memory with a canvas on it.

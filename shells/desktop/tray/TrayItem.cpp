@@ -9,7 +9,7 @@ namespace {
 
 constexpr const char* itemIdentifier = "tarnwick";
 
-constexpr const char* description = R"xml(<node>
+constexpr const char* itemDescription = R"xml(<node>
   <interface name="org.kde.StatusNotifierItem">
     <property name="Category" type="s" access="read"/>
     <property name="Id" type="s" access="read"/>
@@ -62,7 +62,7 @@ TrayItem::TrayItem(GDBusConnection* bus, TrayLook look, Handlers handlers)
     : look_(std::move(look)),
       handlers_(std::move(handlers)),
       object_(
-          bus, objectPath, description,
+          bus, objectPath, itemDescription,
           [] {
               static const GDBusInterfaceVTable table = {answerCall, property, nullptr, {}};
               return table;

@@ -9,7 +9,7 @@ namespace {
 constexpr int rootIdentifier = 0;
 constexpr guint32 revision = 1;
 
-constexpr const char* description = R"xml(<node>
+constexpr const char* menuDescription = R"xml(<node>
   <interface name="com.canonical.dbusmenu">
     <method name="GetLayout">
       <arg type="i" direction="in"/><arg type="i" direction="in"/><arg type="as" direction="in"/>
@@ -65,7 +65,7 @@ GVariant* submenu() {
 TrayMenu::TrayMenu(GDBusConnection* bus, std::vector<Entry> entries)
     : entries_(std::move(entries)),
       object_(
-          bus, objectPath, description,
+          bus, objectPath, menuDescription,
           [] {
               static const GDBusInterfaceVTable table = {answerCall, property, nullptr, {}};
               return table;

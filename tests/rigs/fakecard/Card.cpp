@@ -16,7 +16,6 @@
 namespace {
 
 constexpr int offProfile = 0;
-constexpr int soundProfile = 1;
 // 40 %: what the session manager gives a device that it has not met.
 constexpr float firstVolume = 0.4F * 0.4F * 0.4F;
 

@@ -47,6 +47,7 @@ class Card {
 
  private:
     struct Methods;
+    static constexpr int soundProfile = 1;
 
     int addListener(spa_hook* listener, const spa_device_events* events, void* data);
     int enumerate(int sequence, uint32_t id, uint32_t start, uint32_t count, const spa_pod* filter);
@@ -66,7 +67,7 @@ class Card {
 
     std::vector<Port> ports_;
     std::size_t active_ = 0;
-    int profile_ = 1;
+    int profile_ = soundProfile;
     bool save_ = false;
 
     spa_device device_{};

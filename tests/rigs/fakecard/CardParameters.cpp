@@ -13,7 +13,6 @@
 
 namespace {
 
-constexpr int soundProfile = 1;
 constexpr std::size_t longestParameterBytes = 4096;
 
 void addIntegers(spa_pod_builder& builder, uint32_t key, int value) {
