@@ -60,12 +60,6 @@ bool PageView::takesTouchAt(const CGPoint& point) {
     return std::dynamic_pointer_cast<UIControl>(hitTest(point, nullptr)) != nullptr;
 }
 
-/// Whatever is no control is an empty part of the page.
-std::shared_ptr<UIView> PageView::hitTest(const CGPoint& point, const UIEvent* event) {
-    const std::shared_ptr<UIView> hit = UIView::hitTest(point, event);
-    return std::dynamic_pointer_cast<UIControl>(hit) ? hit : strongSelf<UIView>();
-}
-
 bool PageView::scrolled(const CGPoint& point, double steps) {
     return scroller_->scrolled(convertPointToView(point, scroller_.get()), steps);
 }

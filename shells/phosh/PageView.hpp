@@ -6,9 +6,9 @@
 #include <memory>
 
 /// The page that the widget has on the lock screen: the widget in its middle, scrolled where it is
-/// taller than the page. Fingers on a control are the control's; a
-/// drag that begins elsewhere scrolls when it goes up or down, and is left to the lock screen,
-/// which turns its pages by it, when it goes sideways.
+/// taller than the page. Fingers on a control are the control's; a drag that begins where no view
+/// has a use for it scrolls when it goes up or down, and is left to the lock screen, which turns
+/// its pages by it, when it goes sideways.
 class PageView : public UIView {
  public:
     PageView();
@@ -25,7 +25,6 @@ class PageView : public UIView {
     bool isScrolling() const { return drag_ == Drag::Scrolls; }
 
     void layoutSubviews() override;
-    std::shared_ptr<UIView> hitTest(const CGPoint& point, const UIEvent* event) override;
     bool scrolled(const CGPoint& point, double steps) override;
     void touchesBegan(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event) override;
     void touchesMoved(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event) override;

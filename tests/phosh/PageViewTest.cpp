@@ -46,6 +46,23 @@ TEST_F(PageViewTest, TakesFingersOnASliderAlone) {
     EXPECT_FALSE(page->takesTouchAt({500, 55})) << "beside the page";
 }
 
+TEST_F(PageViewTest, GivesATapToAViewThatHasAUseForIt) {
+    struct Button : UIView {
+        using UIView::UIView;
+        void touchesEnded(const UITouchSet&, const std::shared_ptr<UIEvent>&) override { ++taps; }
+        int taps = 0;
+    };
+    const auto button = std::make_shared<Button>(CGRectMake(0, 0, 40, 20));
+    content->addSubview(button);
+    EXPECT_FALSE(page->takesTouchAt({10, 10})) << "a drag from there may turn the page";
+    begin({10, 10});
+    end({10, 10});
+    EXPECT_EQ(button->taps, 1);
+    begin({100, 10});
+    end({100, 10});
+    EXPECT_EQ(button->taps, 1) << "beside it";
+}
+
 TEST_F(PageViewTest, DragThatBeginsOnASliderMovesItInWhicheverDirection) {
     begin({33, 55});
     move({100, 5});
