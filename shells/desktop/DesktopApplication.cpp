@@ -83,6 +83,7 @@ bool DesktopApplication::isTakenOver() {
 int DesktopApplication::quitOther() {
     constexpr double patienceSeconds = 5;  // Nobody waits for a picture.
     instance_.begin();
+    instance_.connect();
     if (instance_.waitForStanding(patienceSeconds) != SingleInstance::Standing::Later)
         return EXIT_SUCCESS;
     if (instance_.ask(InstanceRequest::Quit)) return EXIT_SUCCESS;

@@ -106,6 +106,10 @@ void DesktopSession::afterFirstFrame() {
 }
 
 void DesktopSession::standingChanged() {
+    // Another way of writing the bus's address, or a bus that was slow, hid that another one runs.
+    const auto wanted = options_.background ? InstanceRequest::Nothing : InstanceRequest::Show;
+    if (instance_.standing() == SingleInstance::Standing::Later && instance_.ask(wanted))
+        return quit();
     if (instance_.bus() && !tray_) openTray();
     if (instance_.bus()) return;
     tray_.reset();

@@ -5,17 +5,18 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <string>
+#include <functional>
 
 InstanceLock::~InstanceLock() {
     if (file_ >= 0) close(file_);
 }
 
-InstanceLock::State InstanceLock::take() {
+InstanceLock::State InstanceLock::take(const std::string& busAddress) {
     const char* folder = std::getenv("XDG_RUNTIME_DIR");
     if (folder == nullptr || *folder == '\0') return State::Unknown;
     constexpr mode_t ownerOnly = 0600;
-    const std::string path = std::string(folder) + "/tarnwick.lock";
+    const std::size_t session = std::hash<std::string>()(busAddress);
+    const std::string path = std::string(folder) + "/tarnwick-" + std::to_string(session) + ".lock";
     file_ = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, ownerOnly);
     if (file_ < 0) return State::Unknown;
     return flock(file_, LOCK_EX | LOCK_NB) == 0 ? State::Ours : State::Taken;

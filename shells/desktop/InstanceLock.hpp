@@ -1,12 +1,14 @@
 #pragma once
 
-/// A lock in the user's runtime folder, held by one mixer at a time: by it a start knows at once,
-/// and without a bus, that it is the first.
+#include <string>
+
+/// A lock in the user's runtime folder, held by one mixer of a session at a time: by it a start
+/// knows at once, and without asking the bus, that it is the first.
 class InstanceLock {
  public:
     enum class State {
         Ours,
-        Taken,    ///< By another process, which may be of another session of the same user.
+        Taken,    ///< By another process.
         Unknown,  ///< There is no folder for it.
     };
 
@@ -15,8 +17,9 @@ class InstanceLock {
     InstanceLock(const InstanceLock&) = delete;
     InstanceLock& operator=(const InstanceLock&) = delete;
 
-    /// Never waits. What is ours stays so until the end of this, or of the process.
-    State take();
+    /// For the session of that bus. Never waits. What is ours stays so until the end of this, or of
+    /// the process.
+    State take(const std::string& busAddress);
 
  private:
     int file_ = -1;

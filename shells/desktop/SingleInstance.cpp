@@ -24,15 +24,14 @@ constexpr const char* toggleAction = "toggle";
 constexpr const char* quitAction = "quit";
 
 /// Without one the library would start a bus of its own.
-bool isSessionBusSet() {
-    const std::string_view address = g_getenv("DBUS_SESSION_BUS_ADDRESS") != nullptr
-                                         ? g_getenv("DBUS_SESSION_BUS_ADDRESS")
-                                         : std::string_view();
-    if (!address.empty()) return true;
+std::optional<std::string> sessionBusAddress() {
+    const char* set = g_getenv("DBUS_SESSION_BUS_ADDRESS");
+    if (set != nullptr && *set != '\0') return set;
     const char* folder = g_getenv("XDG_RUNTIME_DIR");
-    if (folder == nullptr) return false;
+    if (folder == nullptr) return std::nullopt;
     const std::string socket = std::string(folder) + "/bus";
-    return g_file_test(socket.c_str(), G_FILE_TEST_EXISTS) != FALSE;
+    if (!g_file_test(socket.c_str(), G_FILE_TEST_EXISTS)) return std::nullopt;
+    return "unix:path=" + socket;
 }
 
 bool isCancelled(const GError* error) {
@@ -59,8 +58,9 @@ SingleInstance::~SingleInstance() {
 }
 
 void SingleInstance::begin() {
-    if (!isSessionBusSet()) return setStanding(Standing::Alone);
-    lockState_ = lock_.take();
+    const std::optional<std::string> address = sessionBusAddress();
+    if (!address) return setStanding(Standing::Alone);
+    lockState_ = lock_.take(*address);
     if (lockState_ != InstanceLock::State::Ours) connect();
 }
 
@@ -156,7 +156,7 @@ bool SingleInstance::ask(InstanceRequest request) {
             return false;
         g_usleep(pauseMicroseconds);
     }
-    // The lock's holder is of another session: this one is the first on its bus.
+    // The lock's holder never came to the bus: this one is the first on it.
     standing_ = Standing::Undecided;
     requestName();
     return false;

@@ -44,7 +44,7 @@ class SingleInstance {
     }
 
     /// For a later one: asks the first, and waits for its answer. False when there is none, as
-    /// where the first is on another bus; then this goes on by itself.
+    /// where the first has not come to the bus; then this goes on by itself.
     bool ask(InstanceRequest request);
     /// For the first one: what the later ones ask, also before the handler was set.
     void setRequestHandler(std::function<void(InstanceRequest)> handler);

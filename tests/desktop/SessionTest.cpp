@@ -115,6 +115,23 @@ TEST(SessionTest, AnotherSessionOfTheSameUserHasAMixerOfItsOwn) {
     EXPECT_FALSE(first.hasEnded());
 }
 
+TEST(SessionTest, StartThatWritesTheBusesAddressAnotherWayYieldsToTheOneThatRuns) {
+    const UserSession session;
+    rigs::ChildProcess first = session.startMixer({});
+    session.waitForWindow();
+    rigs::Environment otherwise = session.environment();
+    otherwise["DBUS_SESSION_BUS_ADDRESS"] += ";unix:path=/nowhere";
+    for (const std::vector<std::string>& options : {std::vector<std::string>{}, {"--background"}}) {
+        std::vector<std::string> command = {TARNWICK_PROGRAM, "--model", "iPad4,1"};
+        command.insert(command.end(), options.begin(), options.end());
+        rigs::ChildProcess second(command, {.environment = otherwise, .log = session.folder.log()});
+        EXPECT_EQ(second.wait(), 0);
+        EXPECT_TRUE(
+            rigs::waitUntil([&] { return session.screen.windowsOf(applicationId).size() == 1; }));
+    }
+    EXPECT_FALSE(first.hasEnded());
+}
+
 TEST(SessionTest, QuitEndsTheOneThatRuns) {
     const UserSession session;
     EXPECT_EQ(session.runMixer({"--quit"}), 0) << "afterwards none runs";
