@@ -110,6 +110,21 @@ TEST_F(AccessibilityTest, TellsOfAChangeMadeElsewhere) {
     EXPECT_TRUE(waitUntil([this] { return reader.toldChanges() > 0; }));
 }
 
+TEST_F(AccessibilityTest, SaysNothingOfAChangeThatRoundsToTheSamePercentage) {
+    reader.setEnabled(true);
+    openWindow();
+    ASSERT_EQ(sliders().size(), 5U);
+    reader.watch("accessible-value");
+    settle();
+    device->changeVolume("Ringtone", 0.5004F);
+    settle();
+    EXPECT_NEAR(reader.value(sliders()[0]), 50.04, 0.001);
+    EXPECT_EQ(reader.toldChanges(), 0);
+    device->changeVolume("Ringtone", 0.51F);
+    EXPECT_TRUE(waitUntil([this] { return reader.toldChanges() > 0; }));
+    EXPECT_EQ(reader.toldChanges(), 1);
+}
+
 TEST_F(AccessibilityTest, GivesTheFocusWhereItIsAsked) {
     reader.setEnabled(true);
     openWindow();

@@ -46,6 +46,12 @@ double getIncrement(AtkValue* element) {
     return (double{slider->maximumValue()} - double{slider->minimumValue()}) / stepsInRange;
 }
 
+/// As a screen reader would read it out. The server's answer to a change differs from it by less.
+bool soundsTheSame(AtkValue* element, float one, float other) {
+    const double step = getIncrement(element);
+    return one == other || std::lround(double{one} / step) == std::lround(double{other} / step);
+}
+
 void setValue(AtkValue* element, double value) {
     const std::shared_ptr<UISlider> slider = sliderOf(element);
     if (!slider || !slider->isEnabled() || !std::isfinite(value)) return;
@@ -68,7 +74,7 @@ void tellValue(AtkObject* element) {
     const std::shared_ptr<UISlider> slider = sliderOf(element);
     if (!slider) return;
     std::optional<float>& told = stateOf(element).toldValue;
-    if (told == slider->value()) return;
+    if (told && soundsTheSame(ATK_VALUE(element), *told, slider->value())) return;
     const bool isNews = told.has_value();
     told = slider->value();
     if (!isNews) return;
