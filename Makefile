@@ -1,5 +1,5 @@
 # The two commands: `make run` and `make test`. The others are for those who work on the mixer.
-.PHONY: run test test-32 test-deb lint format fuzz bench bench-peers install deb clean
+.PHONY: run test test-32 test-deb lint format fuzz bench bench-peers compare install deb clean
 
 run:
 	@scripts/run
@@ -27,6 +27,9 @@ bench:
 
 bench-peers:
 	@scripts/bench-peers
+
+compare:
+	@scripts/compare
 
 # PREFIX and DESTDIR, as everywhere.
 install:

@@ -39,6 +39,8 @@ class Screen {
     std::optional<Clock::time_point> waitForPaint(Clock::time_point deadline);
     /// Of the window that came; empty without one.
     Picture picture();
+    /// The server's number for it; 0 without one.
+    unsigned long window() const { return window_; }
 
  private:
     struct Close {

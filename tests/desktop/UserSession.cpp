@@ -8,7 +8,8 @@
 
 namespace test {
 
-UserSession::UserSession(Bus bus) : bus_(bus) {
+UserSession::UserSession(Bus bus, Accessibility accessibility)
+    : bus_(bus), accessibility_(accessibility) {
     if (bus == Bus::None) return;
     const std::string socket = folder.path() / "bus";
     daemon_ = rigs::ChildProcess(
@@ -30,7 +31,10 @@ rigs::Environment UserSession::environment() const {
     all["WAYLAND_DISPLAY"] = "";
     all["PULSE_SERVER"] = sound.address();
     all["XDG_CACHE_HOME"] = folder.path() / "cache";
-    all["NO_AT_BRIDGE"] = "1";
+    if (accessibility_ == Accessibility::None)
+        all["NO_AT_BRIDGE"] = "1";
+    else
+        all.insert({{"NO_AT_BRIDGE", ""}, {"GSETTINGS_BACKEND", "memory"}});
     all["LC_ALL"] = "C.UTF-8";
     if (bus_ == Bus::Here)
         all["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=" + (folder.path() / "bus").string();

@@ -11,12 +11,14 @@ namespace test {
 
 /// Whether the session has a bus.
 enum class Bus { Here, None };
+/// Whether its programs may tell assistive technology what they show.
+enum class Accessibility { Here, None };
 
 /// A user's session on an X server: a screen, a bus, a home, and a sound server once it is started.
 /// All of it is this test's own and ends with it.
 class UserSession {
  public:
-    explicit UserSession(Bus bus = Bus::Here);
+    explicit UserSession(Bus bus = Bus::Here, Accessibility accessibility = Accessibility::None);
 
     /// For programs of the session.
     rigs::Environment environment() const;
@@ -41,6 +43,7 @@ class UserSession {
 
  private:
     Bus bus_;
+    Accessibility accessibility_;
     rigs::ChildProcess daemon_;
 };
 

@@ -4,13 +4,15 @@
 
 #include <csignal>
 #include <stdexcept>
+#include <string_view>
 
 namespace test {
 namespace {
 
 constexpr const char* panelClass = "Xfce4-panel";
 
-/// Above, over the whole width, an empty part that takes what is left, and the tray.
+/// Above, over the whole width: perhaps the button, an empty part that takes what is left, and the
+/// tray.
 constexpr const char* configuration = R"(<?xml version="1.0" encoding="UTF-8"?>
 <channel name="xfce4-panel" version="1.0">
   <property name="configver" type="int" value="2"/>
@@ -22,7 +24,8 @@ constexpr const char* configuration = R"(<?xml version="1.0" encoding="UTF-8"?>
       <property name="length" type="uint" value="100"/>
       <property name="size" type="uint" value="30"/>
       <property name="plugin-ids" type="array">
-        <value type="int" value="1"/><value type="int" value="2"/><value type="int" value="3"/>
+        @BUTTON@<value type="int" value="1"/>
+        <value type="int" value="2"/><value type="int" value="3"/>
       </property>
     </property>
   </property>
@@ -35,14 +38,23 @@ constexpr const char* configuration = R"(<?xml version="1.0" encoding="UTF-8"?>
     <property name="plugin-3" type="string" value="separator">
       <property name="style" type="uint" value="0"/>
     </property>
+    <property name="plugin-4" type="string" value="pulseaudio"/>
   </property>
 </channel>
 )";
 
+std::string configurationWith(VolumeButton button) {
+    constexpr std::string_view place = "@BUTTON@";
+    std::string text = configuration;
+    return text.replace(text.find(place), place.size(),
+                        button == VolumeButton::Here ? R"(<value type="int" value="4"/>)" : "");
+}
+
 }  // namespace
 
-XfcePanel::XfcePanel(const UserSession& session) : session_(session) {
-    session.folder.write("config/xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml", configuration);
+XfcePanel::XfcePanel(const UserSession& session, VolumeButton button) : session_(session) {
+    session.folder.write("config/xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml",
+                         configurationWith(button));
     process_ =
         rigs::ChildProcess({"xfce4-panel", "--disable-wm-check"},
                            {.environment = session.environment(), .log = session.folder.log()});

@@ -4,13 +4,16 @@
 
 namespace test {
 
-/// A desktop's panel with nothing but a tray in it, along the upper edge of a session's screen.
+/// Whether the panel has its own button for the volume too, in its left corner.
+enum class VolumeButton { Here, None };
+
+/// A desktop's panel with little but a tray in it, along the upper edge of a session's screen.
 class XfcePanel {
  public:
     static constexpr CGFloat thickness = 30;  // pixels
 
     /// Comes back when it is on the screen.
-    explicit XfcePanel(const UserSession& session);
+    explicit XfcePanel(const UserSession& session, VolumeButton button = VolumeButton::None);
 
     /// The middle of the icon that has appeared since the picture was taken; waits for it.
     CGPoint waitForIcon(const ScreenPicture& before) const;
