@@ -76,6 +76,7 @@ void DesktopWindow::close() {
     content_->cancelTouches();
     place_->hide(window_.get());
     widget_.dismiss();
+    if (accessibility_) accessibility_->contentMayHaveChanged();  // No frame will come to tell it.
     // A copy: the handler may destroy this window.
     if (const std::function<void()> handler = closeHandler_) handler();
 }

@@ -209,6 +209,21 @@ TEST_F(AccessibilityTest, ComesWhenItIsSwitchedOnLater) {
     EXPECT_EQ(sliders().size(), 5U);
 }
 
+TEST_F(AccessibilityTest, ClosedWindowHasNothingToRead) {
+    reader.setEnabled(true);
+    openWindow();
+    ASSERT_EQ(sliders().size(), 5U);
+    const Object shown = frame();
+    EXPECT_TRUE(reader.hasState(shown, AtSpiClient::stateShowing));
+    window->close();
+    EXPECT_TRUE(reader.children(shown).empty());
+    EXPECT_FALSE(reader.hasState(shown, AtSpiClient::stateShowing));
+    window->show();
+    settle();
+    EXPECT_EQ(sliders().size(), 5U);
+    EXPECT_TRUE(reader.hasState(frame(), AtSpiClient::stateShowing));
+}
+
 TEST_F(AccessibilityTest, RowsFollowWhatIsShown) {
     reader.setEnabled(true);
     openWindow();

@@ -25,9 +25,12 @@ AtkObject* refChild(AtkObject* frame, int index) {
 
 AtkStateSet* refStateSet(AtkObject* frame) {
     AtkStateSet* states = ATK_OBJECT_CLASS(tarnwick_frame_parent_class)->ref_state_set(frame);
-    for (const AtkStateType state :
-         {ATK_STATE_ENABLED, ATK_STATE_SENSITIVE, ATK_STATE_VISIBLE, ATK_STATE_SHOWING})
+    for (const AtkStateType state : {ATK_STATE_ENABLED, ATK_STATE_SENSITIVE})
         atk_state_set_add_state(states, state);
+    // A window that was closed is kept for the next time, without anything in it.
+    if (!frameState(frame).elements.empty())
+        for (const AtkStateType state : {ATK_STATE_VISIBLE, ATK_STATE_SHOWING})
+            atk_state_set_add_state(states, state);
     if (frameState(frame).activity == WindowActivity::Active)
         atk_state_set_add_state(states, ATK_STATE_ACTIVE);
     return states;
