@@ -9,9 +9,9 @@
 
 namespace pulse {
 
-/// Asks for the role entries again and again on servers that don't announce their changes, while
-/// somebody observes the volume notification and looks at what it tells. Nothing wakes up
-/// otherwise.
+/// Asks again and again, on servers that don't announce changes of the role entries and do not
+/// always announce another default device, for what they may not have told; while somebody observes
+/// the volume notification and looks at what it tells. Nothing wakes up otherwise.
 class RolePoller {
  public:
     static constexpr double intervalSeconds = 0.25;

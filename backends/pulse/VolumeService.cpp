@@ -12,7 +12,9 @@ VolumeService::VolumeService(NSString server)
     : writer_(mirror_, [this] { announcer_.changed(); }),
       poller_(mirror_,
               [this] {
-                  if (reader_) reader_->refresh(Part::RoleEntries);
+                  if (!reader_) return;
+                  reader_->refresh(Part::RoleEntries);
+                  reader_->refresh(Part::Server);
               }),
       connection_(std::move(server),
                   {[this](PulseContext& context) { becameReady(context); }, [this] { lost(); },

@@ -5,7 +5,7 @@
 namespace {
 
 // Points.
-constexpr CGSize size = {280, 50};
+constexpr CGSize ownSize = {280, 50};
 constexpr CGFloat textMargin = 20;
 constexpr CGFloat textHeight = 18;
 constexpr CGFloat textSize = 12;
@@ -14,9 +14,9 @@ constexpr CGFloat opacity = 0.6;
 }  // namespace
 
 MissingWidget::MissingWidget(const std::string& name)
-    : view_(std::make_shared<UIView>(CGRect{{0, 0}, size})) {
+    : view_(std::make_shared<UIView>(CGRect{{0, 0}, ownSize})) {
     auto label = std::make_shared<CentredLabel>(CGRectMake(
-        textMargin, (size.height - textHeight) / 2, size.width - 2 * textMargin, textHeight));
+        textMargin, (ownSize.height - textHeight) / 2, ownSize.width - 2 * textMargin, textHeight));
     label->setText(name + " could not be loaded");
     label->setFont(UIFont::systemFontOfSize(textSize));
     UIColor color = UILabel::defaultTextColor();
@@ -26,5 +26,5 @@ MissingWidget::MissingWidget(const std::string& name)
 }
 
 CGSize MissingWidget::preferredSize() {
-    return size;
+    return ownSize;
 }
