@@ -13,8 +13,10 @@ target_compile_options(tarnwick_flags INTERFACE -Wall -Wextra -Wpedantic -Wshado
 target_compile_options(tarnwick_flags INTERFACE
     $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 # What is unnamed in one file is seen by the others of its batch.
+set(in_batches $<BOOL:$<TARGET_PROPERTY:UNITY_BUILD>>)
 target_compile_options(tarnwick_flags INTERFACE
-    $<$<AND:$<CXX_COMPILER_ID:GNU>,$<BOOL:$<TARGET_PROPERTY:UNITY_BUILD>>>:-Wno-subobject-linkage>)
+    $<$<AND:$<CXX_COMPILER_ID:GNU>,${in_batches}>:-Wno-subobject-linkage>
+    $<$<AND:$<CXX_COMPILER_ID:Clang>,${in_batches}>:-Wno-shadow>)
 if(TARNWICK_WERROR)
     target_compile_options(tarnwick_flags INTERFACE -Werror)
 endif()
