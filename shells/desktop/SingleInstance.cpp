@@ -152,8 +152,10 @@ bool SingleInstance::ask(InstanceRequest request) {
         const BusError owned(error);
         if (answer) return true;
         if (!g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_NAME_HAS_NO_OWNER) &&
-            !g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN))
+            !g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN)) {
+            standing_ = Standing::Alone;  // Not asked a second time: that took seconds.
             return false;
+        }
         g_usleep(pauseMicroseconds);
     }
     // The lock's holder never came to the bus: this one is the first on it.

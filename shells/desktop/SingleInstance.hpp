@@ -17,7 +17,7 @@ class SingleInstance {
  public:
     enum class Standing {
         Undecided,
-        Alone,  ///< There is no session bus, or none that lets us be known on it.
+        Alone,  ///< There is no session bus, none that lets us be known on it, or no answer there.
         First,
         Later,  ///< Another one runs.
     };

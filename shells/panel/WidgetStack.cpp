@@ -9,8 +9,8 @@ namespace {
 // Points.
 constexpr CGFloat longestSide = 10000;
 constexpr CGFloat lineMargin = 20;
-constexpr UIColor separatorColor = {0.5, 0.5, 0.5,
-                                    0.35};  // To be seen on light and on dark panels.
+// To be seen on light and on dark panels.
+constexpr UIColor separatorColor = {0.5, 0.5, 0.5, 0.35};
 
 CGFloat usableLength(CGFloat wanted) {
     const bool usable = std::isfinite(wanted) && wanted > 0 && wanted <= longestSide;

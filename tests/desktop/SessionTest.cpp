@@ -8,6 +8,7 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <fstream>
 
 namespace test {
@@ -130,6 +131,23 @@ TEST(SessionTest, StartThatWritesTheBusesAddressAnotherWayYieldsToTheOneThatRuns
             rigs::waitUntil([&] { return session.screen.windowsOf(applicationId).size() == 1; }));
     }
     EXPECT_FALSE(first.hasEnded());
+}
+
+TEST(SessionTest, StartBesideOneThatHangsAsksItOnceAndGoesOnByItself) {
+    UserSession session;
+    rigs::ChildProcess first = session.startMixer({});
+    const CGRect window = session.waitForWindow();
+    ASSERT_EQ(session.runMixer({"--background"}), 0) << "it is on the bus";
+    kill(first.id(), SIGSTOP);
+    rigs::ChildProcess second = session.startMixer({});
+    ASSERT_TRUE(
+        rigs::waitUntil([&] { return session.screen.windowsOf(applicationId).size() == 2; }));
+    rigs::runFor(0.5);  // Past its first picture.
+    session.user.moveTo(CGRectGetMidX(window), CGRectGetMidY(window));
+    session.user.typeKey(XK_Escape);
+    constexpr double lessThanAnAnswerIsWaitedFor = 3;  // seconds
+    EXPECT_TRUE(rigs::waitUntil([&] { return second.hasEnded(); }, lessThanAnAnswerIsWaitedFor));
+    kill(first.id(), SIGCONT);
 }
 
 TEST(SessionTest, QuitEndsTheOneThatRuns) {
