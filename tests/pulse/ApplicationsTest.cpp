@@ -169,7 +169,7 @@ TEST_P(PulseApplications, GiveACallsVolumeToTheNextOne) {
 TEST_P(PulseApplications, HaveRowsForRoles) {
     const auto music = game_->play({.role = "music"});
     const auto other = game_->play({.role = "game"});
-    EXPECT_EQ(volumeOf("role:music"), 1);
+    ASSERT_TRUE(waitToRead("role:music", 1));
     ASSERT_TRUE(controller_->setVolumeTo(0.25F, "role:music"));
     EXPECT_TRUE(waitForStream(*music, {16384, 16384}));
     EXPECT_EQ(other->volumes(), (Channels{65536, 65536}));
