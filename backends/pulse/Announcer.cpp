@@ -25,13 +25,19 @@ void Announcer::answered(const std::string& category, const CategoryState& state
 }
 
 void Announcer::changed() {
-    if (!settling_.isRunning()) settling_.start(settlingSeconds, [this] { compare(); });
+    if (!settling_.isRunning()) settle(settlingSeconds);
 }
 
 void Announcer::refreshed() {
     if (settling_.isRunning() || !onlyVolumesMoved()) return changed();
-    const double since = NSRunLoop::mainRunLoop().currentTime() - comparedSeconds_;
-    settling_.start(settlingSeconds - since, [this] { compare(); });
+    settle(settlingSeconds - (NSRunLoop::mainRunLoop().currentTime() - comparedSeconds_));
+}
+
+void Announcer::settle(double afterSeconds) {
+    settling_.start(afterSeconds, [this] {
+        if (onlyVolumesMoved()) return compare();
+        settling_.start(longSettlingSeconds - settlingSeconds, [this] { compare(); });
+    });
 }
 
 bool Announcer::onlyVolumesMoved() const {

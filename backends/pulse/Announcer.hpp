@@ -20,6 +20,10 @@ class Announcer {
     /// How long passing values are given to pass. A change right behind another doesn't prolong
     /// it, so a flood is told about every so often too.
     static constexpr double settlingSeconds = 0.010;
+    /// The same for what appears, goes or takes another route. Its own volume comes from a session
+    /// manager, which is a program of its own: 6 ms after it on a machine with nothing else to do,
+    /// 20 ms on a busy one, and until then the server has it at full or silent.
+    static constexpr double longSettlingSeconds = 0.050;
 
     using Look = std::function<CategoryState(const std::string& category)>;
 
@@ -43,6 +47,7 @@ class Announcer {
 
  private:
     bool onlyVolumesMoved() const;
+    void settle(double afterSeconds);
     void compare();
     void tellNext();
 

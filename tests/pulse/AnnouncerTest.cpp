@@ -60,7 +60,8 @@ class AnnouncerTest : public testing::Test {
 };
 
 TEST_F(AnnouncerTest, TellsAChangeWhenItHasSettled) {
-    states["Ringtone"].volume = 0.5F;
+    makeKnown("Ringtone");
+    states["Ringtone"].volume = 0.6F;
     announcer->changed();
     advance(9);
     EXPECT_EQ(posted, Names{});
@@ -73,9 +74,13 @@ TEST_F(AnnouncerTest, TellsAChangeWhenItHasSettled) {
 TEST_F(AnnouncerTest, TellsNothingOfAValueThatPassed) {
     states["Ringtone"].volume = 0.5F;
     announcer->changed();
-    advance(5);
+    advance(9);
+    announcer->changed();
+    advance(2);
+    advance(38);
     states["Ringtone"].volume.reset();
     announcer->changed();
+    advance(100);
     advance(100);
     EXPECT_EQ(posted, Names{});
 }
@@ -98,10 +103,12 @@ TEST_F(AnnouncerTest, TellsAPassingValueThatSomebodyWasAnswered) {
     EXPECT_EQ(posted, Names{"reread"});
     announcer->changed();
     advance(100);
+    advance(100);
     EXPECT_EQ(posted, Names{"reread"});
 }
 
 TEST_F(AnnouncerTest, IsNotHeldUpByAFlood) {
+    makeKnown("Audio/Video");
     for (int i = 1; i <= 50; ++i) {
         states["Audio/Video"].volume = static_cast<float>(i) / 100;
         announcer->changed();
@@ -122,27 +129,46 @@ TEST_F(AnnouncerTest, TellsAVolumeThatOnlyMovedAtOnce) {
     EXPECT_EQ(posted, Names{"Ringtone"});
 }
 
-TEST_F(AnnouncerTest, LetsWhatBecameReadableSettle) {
+TEST_F(AnnouncerTest, LetsWhatBecameReadableSettleLonger) {
     makeKnown("Ringtone");
     states["Ringtone"].volume = 0.6F;
+    states["PhoneCall"].volume = 0;
+    announcer->refreshed();
+    advance(11);
+    advance(38);
+    EXPECT_EQ(posted, Names{});
     states["PhoneCall"].volume = 0.6F;
     announcer->refreshed();
-    advance(9);
-    EXPECT_EQ(posted, Names{});
     advance(2);
     EXPECT_EQ(posted, (Names{"Ringtone", "PhoneCall"}));
 }
 
-TEST_F(AnnouncerTest, LetsAnotherRouteSettle) {
+TEST_F(AnnouncerTest, LetsAnotherRouteSettleLonger) {
     makeKnown("Ringtone");
-    states["Ringtone"] = {0.6F, "Headphones"};
-    announcer->refreshed();
-    advance(9);
+    states["Ringtone"] = {1.0F, "Headphones"};
+    announcer->changed();
+    advance(11);
+    advance(38);
     EXPECT_EQ(posted, Names{});
     states["Ringtone"].volume = 0.7F;
-    announcer->refreshed();
+    announcer->changed();
     advance(2);
     EXPECT_EQ(posted, Names{"Ringtone"});
+    advance(100);
+    advance(100);
+    EXPECT_EQ(posted, Names{"Ringtone"});
+}
+
+TEST_F(AnnouncerTest, LetsWhatIsGoneComeBackBeforeItIsTold) {
+    makeKnown("Ringtone");
+    states["Ringtone"].volume.reset();
+    announcer->changed();
+    advance(11);
+    states["Ringtone"].volume = 0.5F;
+    announcer->changed();
+    advance(40);
+    advance(100);
+    EXPECT_EQ(posted, Names{});
 }
 
 TEST_F(AnnouncerTest, TellsTheNextMoveWhenTheLastHasSettled) {
