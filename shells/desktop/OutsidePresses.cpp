@@ -2,7 +2,8 @@
 
 namespace {
 
-constexpr int eventMask = GDK_BUTTON_PRESS_MASK | GDK_TOUCH_MASK | GDK_EXPOSURE_MASK;
+constexpr int eventMask =
+    GDK_BUTTON_PRESS_MASK | GDK_BUTTON_RELEASE_MASK | GDK_TOUCH_MASK | GDK_EXPOSURE_MASK;
 
 GdkWindow* newSheet(GdkDisplay* display) {
     GdkScreen* screen = gdk_display_get_default_screen(display);
@@ -57,7 +58,7 @@ OutsidePresses::Sheet OutsidePresses::sheetOver(GdkMonitor* monitor, GdkLayerShe
 
 void OutsidePresses::handleEvent(const GdkEvent& event) {
     if (event.type == GDK_EXPOSE) return paintNothing(event.any.window, event.expose.region);
-    if (event.type != GDK_BUTTON_PRESS && event.type != GDK_TOUCH_BEGIN) return;
+    if (press_.step(event, true) != OutsidePress::Step::End) return;
     const auto pressed = pressed_;  // A copy: it may end this.
     pressed();
 }

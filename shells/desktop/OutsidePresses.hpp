@@ -2,14 +2,15 @@
 
 #include "backends/gdk/GdkEvents.hpp"
 #include "backends/gdk/GdkLayerSurface.hpp"
+#include "shells/desktop/OutsidePress.hpp"
 
 #include <functional>
 #include <memory>
 #include <vector>
 
-/// Tells of presses beside a drawer, by an empty window over each monitor, on the layer below the
-/// drawer's. A compositor tells in no other way: the keyboard stays with the drawer. The presses
-/// come to nobody else. Main thread.
+/// Tells of presses beside a drawer once they are let go, by an empty window over each monitor, on
+/// the layer below the drawer's. A compositor tells in no other way: the keyboard stays with the
+/// drawer. The presses come to nobody else. Main thread.
 class OutsidePresses {
  public:
     /// Display, events and shell outlive this. `pressed` may end it.
@@ -33,5 +34,6 @@ class OutsidePresses {
 
     GdkEvents& events_;
     std::function<void()> pressed_;
+    OutsidePress press_;
     std::vector<Sheet> sheets_;
 };

@@ -71,8 +71,8 @@ void PopupPlace::hide(GdkWindow* window) {
 }
 
 bool PopupPlace::takesEvent(const GdkEvent& event) {
-    const std::optional<CGPoint> press = pressOf(event);
-    if (!press || CGRectContainsPoint(panel_, *press)) return false;
-    dismiss();
-    return true;
+    const std::optional<CGPoint> at = pressOf(event);
+    const auto step = outside_.step(event, at && !CGRectContainsPoint(panel_, *at));
+    if (step == OutsidePress::Step::End) dismiss();
+    return step != OutsidePress::Step::None;
 }

@@ -2,6 +2,7 @@
 
 #include "backends/gdk/GdkPopupInput.hpp"
 #include "shells/desktop/DrawerPlacement.hpp"
+#include "shells/desktop/OutsidePress.hpp"
 #include "shells/desktop/WindowPlace.hpp"
 
 #include <optional>
@@ -26,5 +27,6 @@ class PopupPlace final : public WindowPlace {
     CGPoint icon_;
     CGFloat gap_;
     CGRect panel_;  ///< In the window.
+    OutsidePress outside_;
     std::optional<GdkPopupInput> input_;
 };

@@ -92,6 +92,19 @@ TEST_F(TrayTest, ClickShowsTheDrawerBesideTheIconAndTheNextOneHidesIt) {
     EXPECT_EQ(waitForDrawer(), drawer);
 }
 
+// The panel takes a release that comes alone for a click.
+TEST_F(TrayTest, SlowClickOnTheIconHidesTheDrawerForGood) {
+    clickIcon();
+    waitForDrawer();
+    session.user.moveTo(icon.x, icon.y);
+    session.user.press();
+    rigs::runFor(0.15);
+    session.user.release();
+    EXPECT_TRUE(session.waitForNoWindow());
+    rigs::runFor(0.5);
+    EXPECT_TRUE(session.screen.windowsOf(applicationId).empty());
+}
+
 TEST_F(TrayTest, DragInTheDrawerSetsTheServersVolume) {
     clickIcon();
     const CGRect drawer = waitForDrawer();
