@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -36,6 +37,19 @@ double firstLineX(PangoLayout* layout) {
     return pango_units_to_double(logical.x);
 }
 
+cairo_matrix_t matrixOf(cairo_t* context) {
+    cairo_matrix_t matrix;
+    cairo_get_matrix(context, &matrix);
+    return matrix;
+}
+
+/// What the target itself asks of smoothing and hinting, as a number.
+unsigned long targetOptions(cairo_t* context) {
+    const CairoFontOptions options(cairo_font_options_create());
+    cairo_surface_get_font_options(cairo_get_target(context), options.get());
+    return cairo_font_options_hash(options.get());
+}
+
 }  // namespace
 
 CairoText::CairoText()
@@ -54,11 +68,13 @@ CairoText& CairoText::shared() {
 void CairoText::setSansFamily(const std::string& family) {
     sansFamily_ = family;
     face_.reset();
+    lines_.clear();
 }
 
 void CairoText::setFontOptions(const cairo_font_options_t* options) {
     options_.reset(options ? cairo_font_options_copy(options) : cairo_font_options_create());
     face_.reset();
+    lines_.clear();
 }
 
 // Widths rounded to whole points keep letters crisp where a point is a pixel; on finer screens
@@ -90,24 +106,36 @@ const CairoText::Face& CairoText::useFace(cairo_t* context, const UIFont& font, 
     return face_.emplace(Face{font, scale, extents.ascent, extents.descent});
 }
 
-void CairoText::draw(cairo_t* context, const PixelGrid& grid, std::string_view text,
-                     const UIFont& font, const CGRect& rect, NSTextAlignment alignment) {
-    const double width = std::min<double>(rect.size.width, largestWidth);
-    const std::string line =
-        displayableLine(text, charactersWorthShaping(width, usableSize(font.pointSize)));
-    if (line.empty()) return;
-
-    const Face& face = useFace(context, font, grid.scale());
+ShapedLines::Line CairoText::shaped(cairo_t* context, const ShapedLines::Key& key) {
+    const std::string text = displayableLine(
+        key.text, charactersWorthShaping(key.width, usableSize(key.font.pointSize)));
+    if (text.empty()) return {};
+    const Face& face = useFace(context, key.font, key.scale);
     PangoLayout* layout = layout_.get();
-    pango_layout_set_text(layout, line.data(), int(line.size()));
-    pango_layout_set_width(layout, pango_units_from_double(width));
+    pango_layout_set_text(layout, text.data(), int(text.size()));
+    pango_layout_set_width(layout, pango_units_from_double(key.width));
     // Natural: lines that are read from right to left are put on the other side by the library.
     pango_layout_set_alignment(
-        layout, alignment == NSTextAlignment::Center ? PANGO_ALIGN_CENTER : PANGO_ALIGN_LEFT);
+        layout, key.alignment == NSTextAlignment::Center ? PANGO_ALIGN_CENTER : PANGO_ALIGN_LEFT);
+    PangoLayoutLinePtr glyphs(pango_layout_line_ref(pango_layout_get_line(layout, 0)));
+    return {std::move(glyphs), firstLineX(layout), face.ascent, face.descent};
+}
 
-    const double baseline = CGRectGetMidY(rect) + (face.ascent - face.descent) / 2;
-    cairo_move_to(context, grid.alignedX(rect.origin.x + firstLineX(layout)),
-                  grid.alignedY(baseline));
-    pango_cairo_show_layout_line(context, pango_layout_get_line_readonly(layout, 0));
+void CairoText::draw(cairo_t* context, const PixelGrid& grid, std::string_view text,
+                     const UIFont& font, const CGRect& rect, NSTextAlignment alignment) {
+    const ShapedLines::Key key{.text = text,
+                               .font = font,
+                               .width = std::min<double>(rect.size.width, largestWidth),
+                               .alignment = alignment,
+                               .scale = grid.scale(),
+                               .matrix = matrixOf(context),
+                               .targetOptions = targetOptions(context)};
+    const ShapedLines::Line* line = lines_.find(key);
+    if (!line) line = &lines_.keep(key, shaped(context, key));
+    if (!line->glyphs) return;
+
+    const double baseline = CGRectGetMidY(rect) + (line->ascent - line->descent) / 2;
+    cairo_move_to(context, grid.alignedX(rect.origin.x + line->x), grid.alignedY(baseline));
+    pango_cairo_show_layout_line(context, line->glyphs.get());
     cairo_new_path(context);
 }

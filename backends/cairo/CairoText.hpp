@@ -2,6 +2,7 @@
 
 #include "backends/cairo/Handles.hpp"
 #include "backends/cairo/PixelGrid.hpp"
+#include "backends/cairo/ShapedLines.hpp"
 #include "platform/uikit/Canvas.hpp"
 
 #include <optional>
@@ -33,6 +34,7 @@ class CairoText {
         double descent;
     };
 
+    ShapedLines::Line shaped(cairo_t* context, const ShapedLines::Key& key);
     const Face& useFace(cairo_t* context, const UIFont& font, double scale);
     void useScale(double scale);
 
@@ -41,4 +43,5 @@ class CairoText {
     CairoFontOptions options_;
     std::string sansFamily_ = "Sans";
     std::optional<Face> face_;
+    ShapedLines lines_;
 };

@@ -24,4 +24,5 @@ using PangoLayoutPtr = std::unique_ptr<PangoLayout, ReleaseWith<g_object_unref>>
 using PangoFontPtr = std::unique_ptr<PangoFont, ReleaseWith<g_object_unref>>;
 using PangoFontDescriptionPtr =
     std::unique_ptr<PangoFontDescription, ReleaseWith<pango_font_description_free>>;
+using PangoLayoutLinePtr = std::unique_ptr<PangoLayoutLine, ReleaseWith<pango_layout_line_unref>>;
 using PangoLayoutIterPtr = std::unique_ptr<PangoLayoutIter, ReleaseWith<pango_layout_iter_free>>;

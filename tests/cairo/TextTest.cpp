@@ -4,7 +4,9 @@
 
 #include <chrono>
 #include <cmath>
+#include <set>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -178,7 +180,59 @@ TEST(CairoText, UsesTheFontThatItIsGiven) {
     EXPECT_NEAR(small.lastInkedRow() - small.firstInkedRow(), 9, 2);
 }
 
+// Lines are kept to be drawn again.
+TEST(CairoText, LooksTheSameWhenItIsDrawnAgain) {
+    for (const std::string text : {"H: 50%", "مستوى الصوت", "H 音量 🔊", "\xff", "  "}) {
+        CairoText fresh;
+        const auto drawn = [&] {
+            Paper paper(320, 25);
+            CairoCanvas(paper.context(), 1, fresh)
+                .drawText(text, twelve, UIColor::whiteColor(), caption, NSTextAlignment::Natural);
+            return pixels(paper);
+        };
+        const std::size_t first = drawn();
+        EXPECT_EQ(first, pixelsOf(text)) << text;
+        EXPECT_EQ(drawn(), first) << text;
+        for (int other = 0; other < 100; ++other)
+            pixelsOf(std::to_string(other));
+        EXPECT_EQ(drawn(), first) << text;
+    }
+}
+
+TEST(CairoText, OfTheSameWordsFollowsWhateverElseChanges) {
+    const std::string text = "Ringtone: 50%";
+    const auto drawn = [&](const CGRect& rect, const UIFont& font, NSTextAlignment alignment,
+                           double scale) {
+        Paper paper(320, 25, scale);
+        paper.canvas().drawText(text, font, UIColor::whiteColor(), rect, alignment);
+        return pixels(paper);
+    };
+    const CGRect narrow{{20, 5}, {40, 15}};
+    const auto all = [&] {
+        const auto natural = NSTextAlignment::Natural;
+        return std::vector{drawn(caption, twelve, natural, 1), drawn(narrow, twelve, natural, 1),
+                           drawn(caption, UIFont::systemFontOfSize(13), natural, 1),
+
+                           drawn(caption, twelve, NSTextAlignment::Center, 1),
+                           drawn(caption, twelve, natural, 2)};
+    };
+    const std::vector<std::size_t> first = all();
+    EXPECT_EQ(std::set(first.begin(), first.end()).size(), first.size()) << "one is as another";
+    EXPECT_EQ(all(), first);
+}
+
+TEST(CairoText, IsPaintedInTheColorOfTheMoment) {
+    Paper paper(320, 25);
+    draw(paper, "H");
+    Paper other(320, 25);
+    other.canvas().drawText("H", twelve, UIColor::redColor(), caption, NSTextAlignment::Natural);
+    const Pixel stem = other.at(other.firstInkedColumn() + 1, other.lastInkedRow());
+    EXPECT_GT(stem.red, 0);
+    EXPECT_EQ(stem.green, 0);
+}
+
 TEST(CairoText, FollowsTheDesktopsSmoothing) {
+    pixelsOf("Ringtone");
     const CairoFontOptions options(cairo_font_options_create());
     cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_NONE);
     CairoText::shared().setFontOptions(options.get());
