@@ -29,41 +29,50 @@ void Announcer::changed() {
 }
 
 void Announcer::refreshed() {
-    if (settling_.isRunning() || !onlyVolumesMoved()) return changed();
+    if (settling_.isRunning()) return;
     settle(settlingSeconds - (NSRunLoop::mainRunLoop().currentTime() - comparedSeconds_));
 }
 
 void Announcer::settle(double afterSeconds) {
     settling_.start(afterSeconds, [this] {
-        if (onlyVolumesMoved()) return compare();
-        settling_.start(longSettlingSeconds - settlingSeconds, [this] { compare(); });
+        const States now = shown();
+        if (onlyVolumesMoved(now)) return compare(now);
+        settling_.start(longSettlingSeconds - settlingSeconds, [this] { compare(shown()); });
     });
 }
 
-bool Announcer::onlyVolumesMoved() const {
-    return std::ranges::all_of(told_, [this](const auto& entry) {
-        const auto& [place, told] = entry;
-        const CategoryState now = look_(place.second);
-        return now.volume.has_value() == told.state.volume.has_value() &&
-               now.route == told.state.route;
+Announcer::States Announcer::shown() const {
+    States states;
+    states.reserve(told_.size());
+    for (const auto& [place, told] : told_)
+        states.push_back(look_(place.second));
+    return states;
+}
+
+bool Announcer::onlyVolumesMoved(const States& now) const {
+    auto state = now.begin();
+    return std::ranges::all_of(told_, [&state](const auto& entry) {
+        const CategoryState& before = entry.second.state;
+        const CategoryState& after = *state++;
+        return before.volume.has_value() == after.volume.has_value() && before.route == after.route;
     });
 }
 
 void Announcer::changedAtOnce() {
-    settling_.start(0, [this] { compare(); });
+    settling_.start(0, [this] { compare(shown()); });
 }
 
-void Announcer::compare() {
+void Announcer::compare(const States& now) {
     comparedSeconds_ = NSRunLoop::mainRunLoop().currentTime();
     bool mustReread = false;
+    auto next = now.begin();
     for (auto& [place, told] : told_) {
-        const std::string& category = place.second;
-        const CategoryState now = look_(category);
-        const Consequence consequence =
-            told.isAnsweredOtherwise ? consequenceOfAnswering(now) : consequenceOf(told.state, now);
-        told = {now};
+        const CategoryState& state = *next++;
+        const Consequence consequence = told.isAnsweredOtherwise ? consequenceOfAnswering(state)
+                                                                 : consequenceOf(told.state, state);
+        told = {state};
         if (consequence == Consequence::Volume)
-            toTell_.push_back([name = category, volume = *now.volume] {
+            toTell_.push_back([name = place.second, volume = *state.volume] {
                 postEffectiveVolumeDidChange(name, volume);
             });
         mustReread |= consequence == Consequence::Reread;

@@ -8,6 +8,7 @@
 #include <map>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace pulse {
 
@@ -46,9 +47,13 @@ class Announcer {
     void setRereadHandler(std::function<void()> handler) { reread_ = std::move(handler); }
 
  private:
-    bool onlyVolumesMoved() const;
+    /// What the categories show, in the order of what was told of them.
+    using States = std::vector<CategoryState>;
+
     void settle(double afterSeconds);
-    void compare();
+    States shown() const;
+    bool onlyVolumesMoved(const States& now) const;
+    void compare(const States& now);
     void tellNext();
 
     Look look_;
