@@ -88,7 +88,7 @@ cairo_filter_t filterFor(const PixelGrid& grid, const CGSize& size, const PixelR
 }  // namespace
 
 CairoCanvas::CairoCanvas(cairo_t* context, CGFloat scale, CairoText& text)
-    : context_(cairo_reference(context)), grid_(context, scale), text_(text) {
+    : context_(cairo_reference(context)), grid_(context, scale), clipped_(context), text_(text) {
     cairo_save(context_);
 }
 
@@ -133,6 +133,29 @@ void CairoCanvas::clip(const CGRect& rect) {
     cairo_clip(context_);
 }
 
+bool CairoCanvas::isVisible(const CGRect& rect) const {
+    return clipped_.meets(rect);
+}
+
+bool CairoCanvas::seesCorners(const CGRect& rect, double radius) const {
+    const auto side = CGFloat(radius);
+    const CGFloat right = CGRectGetMaxX(rect) - side;
+    const CGFloat bottom = CGRectGetMaxY(rect) - side;
+    return isVisible({rect.origin, {side, side}}) ||
+           isVisible(CGRectMake(right, rect.origin.y, side, side)) ||
+           isVisible(CGRectMake(rect.origin.x, bottom, side, side)) ||
+           isVisible(CGRectMake(right, bottom, side, side));
+}
+
+bool CairoCanvas::seesEdges(const CGRect& rect, double width) const {
+    const auto thickness = CGFloat(width);
+    const CGSize across = {rect.size.width, thickness};
+    const CGSize down = {thickness, rect.size.height};
+    return isVisible({rect.origin, across}) || isVisible({rect.origin, down}) ||
+           isVisible({{rect.origin.x, CGRectGetMaxY(rect) - thickness}, across}) ||
+           isVisible({{CGRectGetMaxX(rect) - thickness, rect.origin.y}, down});
+}
+
 void CairoCanvas::setColor(const UIColor& color) {
     cairo_set_source_rgba(context_, component(color.red), component(color.green),
                           component(color.blue), component(color.alpha));
@@ -147,7 +170,11 @@ void CairoCanvas::fillRounded(const CGRect& rect, CGFloat radius, const UIColor&
     if (!area) return;
     setColor(color);
     cairo_new_path(context_);
-    addRounded(context_, *area, limitedRadius(*area, radius));
+    const double corner = limitedRadius(*area, radius);
+    // Round corners are dear, and most repaints see none. Where the straight edges lie between
+    // pixels the library would smooth them in another way.
+    const bool isPlain = grid_.aligned(*area) == *area && !seesCorners(*area, corner);
+    addRounded(context_, *area, isPlain ? 0 : corner);
     cairo_fill(context_);
 }
 
@@ -155,10 +182,11 @@ void CairoCanvas::strokeRounded(const CGRect& rect, CGFloat radius, CGFloat widt
                                 const UIColor& color) {
     const std::optional<CGRect> area = grid_.paintable(rect);
     if (!area || !(width > 0)) return;
+    const double outer = limitedRadius(*area, radius);
+    if (!seesEdges(*area, width) && !seesCorners(*area, outer)) return;
     setColor(color);
     cairo_save(context_);
     cairo_new_path(context_);
-    const double outer = limitedRadius(*area, radius);
     addRounded(context_, *area, outer);
     const CGRect inside = CGRectInset(*area, width, width);
     if (!CGRectIsEmpty(inside)) addRounded(context_, inside, std::max(outer - width, 0.0));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "backends/cairo/CairoText.hpp"
+#include "backends/cairo/ClipArea.hpp"
 #include "backends/cairo/PixelGrid.hpp"
 #include "platform/uikit/Canvas.hpp"
 
@@ -28,6 +29,7 @@ class CairoCanvas : public Canvas {
     void restore() override;
     void translate(CGFloat dx, CGFloat dy) override;
     void clip(const CGRect& rect) override;
+    bool isVisible(const CGRect& rect) const override;
     void fill(const CGRect& rect, const UIColor& color) override;
     void fillRounded(const CGRect& rect, CGFloat radius, const UIColor& color) override;
     void strokeRounded(const CGRect& rect, CGFloat radius, CGFloat width,
@@ -41,9 +43,12 @@ class CairoCanvas : public Canvas {
 
  private:
     void setColor(const UIColor& color);
+    bool seesCorners(const CGRect& rect, double radius) const;
+    bool seesEdges(const CGRect& rect, double width) const;
 
     cairo_t* context_;
     PixelGrid grid_;
+    ClipArea clipped_;  ///< As the context had it.
     CairoText& text_;
     std::vector<std::optional<double>> saved_;  ///< With the opacity of those that have one.
 };

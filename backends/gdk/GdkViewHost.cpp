@@ -9,11 +9,6 @@
 
 namespace {
 
-CGRect rectOf(const cairo_rectangle_t& rect) {
-    return CGRectMake(static_cast<CGFloat>(rect.x), static_cast<CGFloat>(rect.y),
-                      static_cast<CGFloat>(rect.width), static_cast<CGFloat>(rect.height));
-}
-
 /// The smallest rectangle of whole points around it.
 GdkRectangle wholePoints(const CGRect& rect) {
     const auto left = static_cast<int>(std::floor(rect.origin.x));
@@ -22,26 +17,14 @@ GdkRectangle wholePoints(const CGRect& rect) {
             static_cast<int>(std::ceil(CGRectGetMaxY(rect))) - top};
 }
 
-using ClipRectangles =
-    std::unique_ptr<cairo_rectangle_list_t, ReleaseWith<cairo_rectangle_list_destroy>>;
-
-/// The rectangles of the clip; of one that has another shape, as in the middle of a transition, the
-/// rectangle around it.
-std::vector<CGRect> clippedAreas(cairo_t* context) {
-    std::vector<CGRect> areas;
-    const ClipRectangles clip(cairo_copy_clip_rectangle_list(context));
-    if (clip->status == CAIRO_STATUS_SUCCESS) {
-        for (int i = 0; i < clip->num_rectangles; ++i)
-            areas.push_back(rectOf(clip->rectangles[i]));
-        return areas;
-    }
+CGRect clippedArea(cairo_t* context) {
     double left = 0;
     double top = 0;
     double right = 0;
     double bottom = 0;
     cairo_clip_extents(context, &left, &top, &right, &bottom);
-    areas.push_back(rectOf({left, top, right - left, bottom - top}));
-    return areas;
+    return CGRectMake(static_cast<CGFloat>(left), static_cast<CGFloat>(top),
+                      static_cast<CGFloat>(right - left), static_cast<CGFloat>(bottom - top));
 }
 
 }  // namespace
@@ -117,10 +100,5 @@ void GdkViewHost::expose(const cairo_region_t* region) {
 void GdkViewHost::paint(cairo_t* context) {
     // Asked anew: a toolkit that paints by itself may keep the events that tell of another scale.
     CairoCanvas canvas(context, static_cast<CGFloat>(gdk_window_get_scale_factor(window_)));
-    for (const CGRect& area : clippedAreas(context)) {
-        canvas.save();
-        canvas.clip(area);
-        content_->layoutAndPaint(canvas, area);
-        canvas.restore();
-    }
+    content_->layoutAndPaint(canvas, clippedArea(context));
 }

@@ -27,6 +27,9 @@ class Canvas {
     virtual void saveWithOpacity(CGFloat opacity) = 0;
     virtual void translate(CGFloat dx, CGFloat dy) = 0;
     virtual void clip(const CGRect& rect) = 0;
+    /// Whether something drawn there could be seen: what cannot need not be drawn. May say so of
+    /// what cannot after all.
+    virtual bool isVisible(const CGRect& rect) const = 0;
 
     virtual void fill(const CGRect& rect, const UIColor& color) = 0;
     /// The radius is limited to half the shorter side, so a large one gives a circle or a pill.

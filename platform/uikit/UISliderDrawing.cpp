@@ -52,8 +52,11 @@ void UISlider::drawParts(Canvas& canvas) const {
 
 void UISlider::drawValueImages(Canvas& canvas) const {
     const CGFloat scale = canvas.scale();
-    if (minimumImage_) minimumImage_->drawInRect(canvas, snapped(minimumImageRect(), scale));
-    if (maximumImage_) maximumImage_->drawInRect(canvas, snapped(maximumImageRect(), scale));
+    const auto draw = [&](const Image& image, const CGRect& rect) {
+        if (image && canvas.isVisible(rect)) image->drawInRect(canvas, rect);
+    };
+    draw(minimumImage_, snapped(minimumImageRect(), scale));
+    draw(maximumImage_, snapped(maximumImageRect(), scale));
 }
 
 void UISlider::drawTrack(Canvas& canvas) const {
@@ -74,7 +77,7 @@ void UISlider::drawTrack(Canvas& canvas) const {
 void UISlider::drawTrackSide(Canvas& canvas, const CGRect& side, const Image& image,
                              const UIColor& color) const {
     const CGRect track = trackRect();
-    if (!CGRectIntersectsRect(side, track)) return;
+    if (!CGRectIntersectsRect(side, track) || !canvas.isVisible(side)) return;
     const CGFloat height = image ? image->size().height : UISliderMetrics::trackHeight;
     const CGRect whole = centredVertically(track.origin.x, {track.size.width, height});
     canvas.save();

@@ -60,7 +60,7 @@ void UIView::dropExtents() {
 }
 
 void UIView::paint(Canvas& canvas, const CGRect& damage) {
-    if (hidden_ || !CGRectIntersectsRect(damage, extent())) return;
+    if (hidden_ || !CGRectIntersectsRect(damage, extent()) || !canvas.isVisible(extent())) return;
     const std::shared_ptr<UIView> self = strong(this);
     const bool clips = clipsToBounds_;
     if (clips) {
@@ -88,7 +88,7 @@ void UIView::paint(Canvas& canvas, const CGRect& damage) {
 
 void UIView::drawSelf(Canvas& canvas, const CGRect& damage) {
     paintedBounds_ = paintBounds();
-    if (!CGRectIntersectsRect(damage, paintedBounds_)) return;
+    if (!CGRectIntersectsRect(damage, paintedBounds_) || !canvas.isVisible(paintedBounds_)) return;
     canvas.save();
     canvas.clip(paintedBounds_);
     if (backgroundColor_ && backgroundColor_->alpha > 0) canvas.fill(bounds(), *backgroundColor_);

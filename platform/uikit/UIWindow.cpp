@@ -1,5 +1,6 @@
 #include "platform/uikit/UIWindow.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <set>
 #include <utility>
@@ -33,6 +34,29 @@ CGRect absorbed(std::vector<CGRect>& rects, CGRect rect) {
     return rect;
 }
 
+/// Whether painting the two together costs no more than painting each.
+bool belongTogether(const CGRect& one, const CGRect& other) {
+    return area(CGRectUnion(one, other)) <= area(one) + area(other);
+}
+
+/// What of `rect` lies outside `hole`, which it meets: at most four rectangles.
+std::vector<CGRect> outside(const CGRect& rect, const CGRect& hole) {
+    const CGRect middle = CGRectIntersection(rect, hole);
+    const CGFloat left = rect.origin.x;
+    const CGFloat right = CGRectGetMaxX(rect);
+    const CGFloat holeTop = middle.origin.y;
+    const CGFloat holeBottom = CGRectGetMaxY(middle);
+    std::vector<CGRect> parts;
+    for (const CGRect& part :
+         {CGRectMake(left, rect.origin.y, right - left, holeTop - rect.origin.y),
+          CGRectMake(left, holeTop, middle.origin.x - left, middle.size.height),
+          CGRectMake(CGRectGetMaxX(middle), holeTop, right - CGRectGetMaxX(middle),
+                     middle.size.height),
+          CGRectMake(left, holeBottom, right - left, CGRectGetMaxY(rect) - holeBottom)})
+        if (!CGRectIsEmpty(part)) parts.push_back(part);
+    return parts;
+}
+
 std::set<UIWindow*>& allWindows() {
     // Never destroyed: a window may end with the program's static objects.
     static auto& windows = *std::make_unique<std::set<UIWindow*>>().release();
@@ -64,14 +88,27 @@ void UIWindow::addDamage(const CGRect& rect) {
     const CGRect added = CGRectIntersection(roundedOut(rect), bounds());
     if (CGRectIsEmpty(added)) return;
     const bool had = !damage_.empty();
-    const CGRect merged = absorbed(damage_, added);
-    if (damage_.size() < mostRectangles)
-        damage_.push_back(merged);
-    else
-        mergeIntoNearest(merged);
+    includeDamage(added);
     if (had || !damageHandler_) return;
     const auto handler = damageHandler_;  // It may set another.
     handler();
+}
+
+void UIWindow::includeDamage(const CGRect& rect) {
+    const auto other = std::ranges::find_if(
+        damage_, [&](const CGRect& each) { return CGRectIntersectsRect(each, rect); });
+    if (other == damage_.end()) {
+        if (damage_.size() == mostRectangles) return mergeIntoNearest(rect);
+        damage_.push_back(rect);
+        return;
+    }
+    const CGRect met = *other;
+    if (belongTogether(met, rect)) {
+        damage_.erase(other);
+        return includeDamage(CGRectUnion(met, rect));
+    }
+    for (const CGRect& part : outside(rect, met))
+        includeDamage(part);
 }
 
 void UIWindow::mergeIntoNearest(CGRect rect) {

@@ -60,6 +60,7 @@ class UIWindow : public UIView {
     };
 
     void addDamage(const CGRect& rect);
+    void includeDamage(const CGRect& rect);
     void mergeIntoNearest(CGRect rect);
     void resized();
     void viewsChanged();

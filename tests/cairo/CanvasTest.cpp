@@ -112,6 +112,71 @@ TEST(CairoCanvas, MovesClipsToWholePixelsSoThatNeighboursHaveNoSeam) {
         EXPECT_EQ(paper.alphaAt(x, 0), 128) << x;
 }
 
+void clipToTwo(Paper& paper) {
+    cairo_rectangle(paper.context(), 0, 0, 10, 10);
+    cairo_rectangle(paper.context(), 30, 30, 10, 10);
+    cairo_clip(paper.context());
+}
+
+TEST(CairoCanvas, KnowsWhatOfItCanBeSeen) {
+    Paper paper(40, 40, 2);
+    clipToTwo(paper);
+    CairoCanvas canvas(paper.context(), 2);
+    EXPECT_TRUE(canvas.isVisible(CGRectMake(9, 9, 5, 5)));
+    EXPECT_FALSE(canvas.isVisible(CGRectMake(10, 0, 5, 10)));
+    EXPECT_FALSE(canvas.isVisible(CGRectMake(12, 12, 18, 18))) << "it lies between the two";
+    EXPECT_TRUE(canvas.isVisible(CGRectMake(12, 12, 19, 19)));
+    EXPECT_FALSE(canvas.isVisible(CGRectMake(5, 5, 0, 0)));
+    canvas.translate(-20, -20);
+    EXPECT_TRUE(canvas.isVisible(CGRectMake(25, 25, 1, 1)));
+    EXPECT_FALSE(canvas.isVisible(CGRectMake(5, 5, 1, 1)));
+    canvas.translate(100, 0);
+    EXPECT_FALSE(canvas.isVisible(CGRectMake(0, 0, 40, 40)));
+}
+
+TEST(CairoCanvas, SeesAllOfASurfaceThatNothingClips) {
+    Paper paper(10, 10);
+    EXPECT_TRUE(paper.canvas().isVisible(CGRectMake(9, 9, 1, 1)));
+    EXPECT_FALSE(paper.canvas().isVisible(CGRectMake(10, 9, 1, 1)));
+    const CairoSurface endless(cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, nullptr));
+    const CairoContext context(cairo_create(endless.get()));
+    EXPECT_TRUE(CairoCanvas(context.get(), 1).isVisible(CGRectMake(1000, 1000, 1, 1)));
+}
+
+// Round corners are drawn only where they can be seen.
+TEST(CairoCanvas, DrawsARoundedPanelInPiecesAsItDoesAtOnce) {
+    const auto drawPanel = [](CairoCanvas& canvas) {
+        const CGRect panel = CGRectMake(2, 3, 33, 31);
+        canvas.fillRounded(panel, 9, UIColor::redColor());
+        canvas.strokeRounded(panel, 9, 1.5, UIColor::blueColor());
+    };
+    Paper whole(40, 40);
+    drawPanel(whole.canvas());
+    for (const int side : {1, 3, 7, 16}) {
+        Paper pieces(40, 40);
+        for (int x = 0; x < 40; x += side) {
+            for (int y = 0; y < 40; y += side) {
+                cairo_save(pieces.context());
+                cairo_rectangle(pieces.context(), x, y, side, side);
+                cairo_clip(pieces.context());
+                CairoCanvas canvas(pieces.context(), 1);
+                drawPanel(canvas);
+                cairo_restore(pieces.context());
+            }
+        }
+        // The library itself smooths an edge a little otherwise in a small picture.
+        constexpr int hair = 8;
+        for (int x = 0; x < 40; ++x) {
+            for (int y = 0; y < 40; ++y) {
+                const Pixel piece = pieces.at(x, y);
+                const Pixel wanted = whole.at(x, y);
+                ASSERT_NEAR(piece.alpha, wanted.alpha, hair) << side << " at " << x << ", " << y;
+                ASSERT_NEAR(piece.red, wanted.red, 3 * hair) << side << " at " << x << ", " << y;
+            }
+        }
+    }
+}
+
 TEST(CairoCanvas, RestoresOriginAndClip) {
     Paper paper(10, 10);
     paper.canvas().save();

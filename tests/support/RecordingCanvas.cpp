@@ -45,6 +45,10 @@ void RecordingCanvas::clip(const CGRect& rect) {
         CGRectIntersection(state_.clip, CGRectOffset(rect, state_.origin.x, state_.origin.y));
 }
 
+bool RecordingCanvas::isVisible(const CGRect& rect) const {
+    return CGRectIntersectsRect(state_.clip, CGRectOffset(rect, state_.origin.x, state_.origin.y));
+}
+
 void RecordingCanvas::fill(const CGRect& rect, const UIColor& color) {
     record("fill", rect).color = color;
 }

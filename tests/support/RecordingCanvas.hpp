@@ -38,6 +38,7 @@ class RecordingCanvas : public Canvas {
     void saveWithOpacity(CGFloat opacity) override;
     void translate(CGFloat dx, CGFloat dy) override;
     void clip(const CGRect& rect) override;
+    bool isVisible(const CGRect& rect) const override;
     void fill(const CGRect& rect, const UIColor& color) override;
     void fillRounded(const CGRect& rect, CGFloat radius, const UIColor& color) override;
     void strokeRounded(const CGRect& rect, CGFloat radius, CGFloat width,

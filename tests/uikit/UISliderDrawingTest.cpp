@@ -45,6 +45,20 @@ TEST_F(UISliderDrawing, HasThePlatformsOwnTrackAndThumb) {
     EXPECT_TRUE(canvas.ofKind("bitmap").empty());
 }
 
+TEST_F(UISliderDrawing, DrawsNothingThatCannotBeSeen) {
+    slider->setMinimumValueImage(decoder.image("quiet.png", {12, 20}));
+    slider->setMaximumValueImage(decoder.image("loud.png", {20, 20}));
+    window->takeDamage();
+    slider->setValue(75);
+    const std::vector<CGRect> moved = window->takeDamage();
+    ASSERT_EQ(moved.size(), 1U);
+    RecordingCanvas canvas;
+    canvas.clip(moved.front());
+    window->layoutAndPaint(canvas, window->bounds());
+    EXPECT_TRUE(canvas.ofKind("bitmap").empty()) << "the images at the ends stand still";
+    EXPECT_EQ(canvas.ofKind("rounded").size(), 3U);
+}
+
 TEST_F(UISliderDrawing, StaysWithinItsPaintBounds) {
     window->sendKey(UIKey::Tab);
     slider->setThumbImage(decoder.image("thumb.png", {31, 31}), UIControlStateNormal);

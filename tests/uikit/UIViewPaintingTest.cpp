@@ -55,6 +55,19 @@ TEST(UIViewPainting, PaintsASubviewOutsideItsSuperview) {
     EXPECT_EQ(child->paints, 1);
 }
 
+TEST(UIViewPainting, LeavesOutWhatTheCanvasDoesNotShow) {
+    const auto window = makeWindow();
+    const auto row = add<PaintedView>(window, CGRectMake(0, 0, 50, 50));
+    const auto seen = add<PaintedView>(row, CGRectMake(60, 0, 10, 10));
+    const auto unseen = add<PaintedView>(row, CGRectMake(80, 0, 10, 10));
+    RecordingCanvas canvas;
+    canvas.clip(CGRectMake(65, 0, 10, 10));
+    window->layoutAndPaint(canvas, window->bounds());
+    EXPECT_EQ(row->paints, 0) << "only a part of it outside its bounds is seen";
+    EXPECT_EQ(seen->paints, 1);
+    EXPECT_EQ(unseen->paints, 0);
+}
+
 TEST(UIViewPainting, CutsEverythingAtTheBoundsOfAViewThatClips) {
     const auto window = makeWindow();
     const auto opening = add(window, CGRectMake(10, 10, 50, 50));

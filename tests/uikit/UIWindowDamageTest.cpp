@@ -141,8 +141,22 @@ TEST_F(DamageTest, MergesWhatOverlaps) {
     view->setNeedsDisplayInRect(CGRectMake(0, 0, 10, 10));
     view->setNeedsDisplayInRect(CGRectMake(20, 0, 10, 10));
     EXPECT_EQ(window->damage().size(), 2U);
-    view->setNeedsDisplayInRect(CGRectMake(5, 0, 20, 5));
+    view->setNeedsDisplayInRect(CGRectMake(0, 2, 30, 7));
     EXPECT_EQ(window->takeDamage(), Rects{CGRectMake(0, 0, 30, 10)});
+}
+
+// A caption over the whole width and the thumb below it, which reaches a little into it.
+TEST_F(DamageTest, KeepsApartWhatWouldCostMoreTogether) {
+    const auto view = add(window, window->bounds());
+    window->takeDamage();
+    view->setNeedsDisplayInRect(CGRectMake(0, 0, 300, 20));
+    view->setNeedsDisplayInRect(CGRectMake(100, 15, 40, 40));
+    EXPECT_EQ(window->takeDamage(),
+              (Rects{CGRectMake(0, 0, 300, 20), CGRectMake(100, 20, 40, 35)}));
+    view->setNeedsDisplayInRect(CGRectMake(100, 15, 40, 40));
+    view->setNeedsDisplayInRect(CGRectMake(0, 25, 300, 20));
+    EXPECT_EQ(window->takeDamage(), (Rects{CGRectMake(100, 15, 40, 40), CGRectMake(0, 25, 100, 20),
+                                           CGRectMake(140, 25, 160, 20)}));
 }
 
 TEST_F(DamageTest, NeverOverlapsAndStaysBoundedAndMissesNothing) {

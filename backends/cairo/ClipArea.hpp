@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/uikit/Geometry.hpp"
+
+#include <cairo.h>
+
+#include <vector>
+
+/// What a context can be seen to paint on, as it was clipped at one time. Main thread.
+class ClipArea {
+ public:
+    explicit ClipArea(cairo_t* context);
+
+    /// Whether it meets the rectangle, given in the context's coordinates of now. A clip that is
+    /// no set of rectangles counts as the rectangle around it; an endless surface is met by all.
+    bool meets(const CGRect& rect) const;
+
+ private:
+    /// In the coordinates below the context's matrix.
+    struct Part {
+        double left;
+        double top;
+        double right;
+        double bottom;
+    };
+
+    Part below(double left, double top, double right, double bottom) const;
+
+    cairo_t* context_;
+    std::vector<Part> parts_;
+    bool isEndless_ = false;
+};
