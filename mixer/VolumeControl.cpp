@@ -21,10 +21,7 @@ std::shared_ptr<UILabel> TarnwickView::captionForCategory(NSInteger categoryNumb
     // From the thousandth category on, a caption's tag is also that of an earlier slider; within
     // its own row it is the only one.
     const auto row = slider ? slider->superview() : nullptr;
-    if (!row) return nullptr;
-    for (const auto& view : row->subviews())
-        if (view->tag() == tag) return std::dynamic_pointer_cast<UILabel>(view);
-    return nullptr;
+    return row ? std::dynamic_pointer_cast<UILabel>(row->viewWithTag(tag)) : nullptr;
 }
 
 void TarnwickView::sliderValueChanged(const std::shared_ptr<UISlider>& sender) {
@@ -49,7 +46,7 @@ void TarnwickView::updateSliderAndLabelForCategoryNum(NSInteger categoryNumber, 
 void TarnwickView::updateValues() {
     if (!avs) avs = AVSystemController::sharedAVSystemController();
     for (std::size_t i = 0; i < categories.size(); ++i) {
-        const CategoryRecord record = categories[i];
+        const CategoryRecord& record = categories[i];
         if (record.visible()) updateRow(static_cast<NSInteger>(i), record);
     }
 }

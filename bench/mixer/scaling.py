@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Reads the mixer benchmark's JSON on standard input, prints it as a table, and checks what has to
-hold of it: ratios within the run, so that a slow machine changes nothing."""
+"""Reads the mixer benchmark's JSON on standard input, prints the medians as a table, and checks what
+has to hold of them: ratios within the run, so that a slow machine changes nothing."""
 
 import json
 import re
@@ -14,7 +14,9 @@ ROW_AREA = 320 * 50
 def read(stream):
     times, areas = {}, {}
     for run in json.load(stream)["benchmarks"]:
-        name, size = re.fullmatch(r"(\w+)/(\d+)", run["name"]).groups()
+        if run["aggregate_name"] != "median":
+            continue
+        name, size = re.fullmatch(r"(\w+)/(\d+)", run["run_name"]).groups()
         times[name, int(size)] = run["real_time"]
         areas[name, int(size)] = run.get("painted_points", 0.0)
     return times, areas

@@ -6,7 +6,6 @@
 #include <list>
 #include <memory>
 #include <optional>
-#include <unordered_map>
 #include <vector>
 
 /// A rectangle on the screen with subviews: the later added lie above the earlier. Made with
@@ -44,7 +43,7 @@ class UIView : public UIResponder {
     void setTag(NSInteger tag);
     /// The first view of this subtree, this view first, in document order (a view before its
     /// subviews, back to front) that has the tag; nullptr when none has. Repeated look-ups in an
-    /// unchanged tree take constant time.
+    /// unchanged tree take the time of a search among the tags.
     std::shared_ptr<UIView> viewWithTag(NSInteger tag);
 
     bool isHidden() const { return hidden_; }
@@ -109,7 +108,11 @@ class UIView : public UIResponder {
  private:
     friend class UIWindow;
     using Subviews = std::list<std::shared_ptr<UIView>>;
-    using TagIndex = std::unordered_map<NSInteger, UIView*>;
+    struct TagEntry {
+        NSInteger tag;
+        UIView* view;
+    };
+    using TagIndex = std::vector<TagEntry>;  ///< By tag, each once.
 
     static std::shared_ptr<UIView> strong(UIView* view);
     UIView* root();
@@ -122,7 +125,9 @@ class UIView : public UIResponder {
     std::shared_ptr<UIView> detach();
     void movedToWindow();
     std::vector<std::shared_ptr<UIView>> subtree();
+    std::optional<std::shared_ptr<UIView>> amongFewLeaves(NSInteger tag) const;
     TagIndex buildTagIndex();
+    void fetchAhead(TagIndex::const_iterator found) const;
     void dropTagIndexes();
 
     const CGRect& extent() const;
@@ -133,11 +138,12 @@ class UIView : public UIResponder {
     void resizeSubviews(CGFloat oldWidth);
     void layoutNeededBelow();
 
-    CGRect frame_;
+    // What a search passes by comes first, beside the count of the owners.
     UIView* superview_ = nullptr;
+    NSInteger tag_ = 0;
     Subviews subviews_;
     Subviews::iterator position_;  ///< In the superview's list, while there is a superview.
-    NSInteger tag_ = 0;
+    CGRect frame_;
     bool hidden_ = false;
     bool userInteractionEnabled_ = true;
     bool clipsToBounds_ = false;

@@ -1,6 +1,9 @@
 #include "platform/uikit/UIView.hpp"
 #include "platform/uikit/UIWindow.hpp"
 
+#include <algorithm>
+#include <cstddef>
+
 UIView* UIView::root() {
     UIView* view = this;
     while (view->superview_)
@@ -104,9 +107,38 @@ void UIView::setTag(NSInteger tag) {
 
 std::shared_ptr<UIView> UIView::viewWithTag(NSInteger tag) {
     if (tag == tag_) return strong(this);
+    if (!tagIndex_)
+        if (const auto leaf = amongFewLeaves(tag)) return *leaf;
     if (!tagIndex_) tagIndex_ = std::make_unique<TagIndex>(buildTagIndex());
-    const auto found = tagIndex_->find(tag);
-    return found == tagIndex_->end() ? nullptr : strong(found->second);
+    const auto found = std::ranges::lower_bound(*tagIndex_, tag, {}, &TagEntry::tag);
+    if (found == tagIndex_->end() || found->tag != tag) return nullptr;
+    fetchAhead(found);
+    return strong(found->view);
+}
+
+/// Few are walked through sooner than an index of them is made. nullopt when the search goes on.
+std::optional<std::shared_ptr<UIView>> UIView::amongFewLeaves(NSInteger tag) const {
+    constexpr std::size_t few = 4;
+    if (subviews_.size() > few) return std::nullopt;
+    for (const std::shared_ptr<UIView>& view : subviews_) {
+        if (view->tag_ == tag) return view;
+        if (!view->subviews_.empty()) return std::nullopt;
+    }
+    return nullptr;
+}
+
+/// Who looks for one tag is likely to look for the next ones soon, as when a list is read from its
+/// top. Each view of a long list is a wait for the memory, unless it begins before.
+void UIView::fetchAhead(TagIndex::const_iterator found) const {
+    constexpr std::ptrdiff_t viewsAhead = 8;
+    constexpr std::ptrdiff_t lineBytes = 64;
+    // With the count of its owners, which lies before it.
+    constexpr std::ptrdiff_t begin = -2 * sizeof(void*);
+    constexpr std::ptrdiff_t end = begin + 10 * lineBytes;
+    if (tagIndex_->end() - found <= viewsAhead) return;
+    const auto* view = reinterpret_cast<const std::byte*>((found + viewsAhead)->view);
+    for (std::ptrdiff_t byte = begin; byte < end; byte += lineBytes)
+        __builtin_prefetch(view + byte);
 }
 
 /// Document order by a stack of its own: trees from outside may be deep.
@@ -116,10 +148,16 @@ UIView::TagIndex UIView::buildTagIndex() {
     while (!pending.empty()) {
         UIView* const view = pending.back();
         pending.pop_back();
-        index.try_emplace(view->tag_, view);
+        index.push_back({view->tag_, view});
         for (auto subview = view->subviews_.rbegin(); subview != view->subviews_.rend(); ++subview)
             pending.push_back(subview->get());
     }
+    std::ranges::stable_sort(index, {}, &TagEntry::tag);
+    const auto isRepeated = [](const TagEntry& one, const TagEntry& next) {
+        return one.tag == next.tag;
+    };
+    index.erase(std::unique(index.begin(), index.end(), isRepeated), index.end());
+    index.shrink_to_fit();
     return index;
 }
 

@@ -181,6 +181,25 @@ TEST(ViewWithTag, FindsTheFirstInDocumentOrder) {
     EXPECT_EQ(top->viewWithTag(9), second);
 }
 
+TEST(ViewWithTag, FindsTheFirstOfManyWhateverTheirNumber) {
+    for (const int count : {1, 3, 4, 5, 6, 40}) {
+        const auto top = std::make_shared<UIView>();
+        std::vector<std::shared_ptr<UIView>> views;
+        for (int i = 0; i < count; ++i) {
+            views.push_back(add(top, {}));
+            views.back()->setTag(1 + i / 2);  // Each tag twice.
+        }
+        for (int i = 0; i < count; ++i)
+            EXPECT_EQ(top->viewWithTag(1 + i / 2), views[static_cast<std::size_t>(i - i % 2)]);
+        EXPECT_EQ(top->viewWithTag(0), top);
+        EXPECT_EQ(top->viewWithTag(100), nullptr);
+        EXPECT_EQ(top->viewWithTag(-1), nullptr);
+        const auto nested = add(views.front(), {});
+        nested->setTag(100);
+        EXPECT_EQ(top->viewWithTag(100), nested) << count;
+    }
+}
+
 TEST(ViewWithTag, FollowsEveryChangeOfTheTree) {
     const auto top = std::make_shared<UIView>();
     const auto row = add(top, {});
