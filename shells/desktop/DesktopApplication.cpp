@@ -23,6 +23,11 @@ void complain(const std::string& what) {
 GdkDisplay* openDisplay() {
     g_set_prgname(applicationId);  // By this name a Wayland desktop finds its icon.
     g_set_application_name(applicationName);
+    // Nothing here is drawn by GL. The first program of a session that opens a display would load
+    // the graphics driver to look at its visuals, which takes longer than everything else of the
+    // start and 30 MB for good; and a mixer that starts with the session may be the first.
+    constexpr gboolean overwrite = FALSE;
+    g_setenv("GDK_GL", "disable", overwrite);
     if (gdk_init_check(nullptr, nullptr) == FALSE) return nullptr;
     gdk_set_program_class(applicationId);
     return gdk_display_get_default();

@@ -7,6 +7,8 @@
 
 #include <csignal>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 
 namespace test {
 namespace {
@@ -155,6 +157,34 @@ TEST_F(ProgramTest, EndsInGoodOrderWhenItIsToldToEnd) {
         EXPECT_EQ(ended.status, 0) << ended.complaints;
         EXPECT_TRUE(contains(ended.complaints, "TW: dealloc")) << ended.complaints;
     }
+}
+
+/// What the loader wrote of the files that a program loaded.
+std::string loadedFiles(const std::filesystem::path& folder) {
+    std::string text;
+    for (const auto& file : std::filesystem::directory_iterator(folder)) {
+        std::ifstream stream(file.path());
+        text.append(std::istreambuf_iterator<char>(stream), {});
+    }
+    return text;
+}
+
+// GDK starts the graphics driver to look at the display's visuals, unless another program has left
+// the answer there.
+TEST_F(ProgramTest, FirstOnADisplayItLoadsNoGraphicsDriver) {
+    const XServer display;
+    const std::filesystem::path folder = files.folder() / "loaded";
+    std::filesystem::create_directory(folder);
+    runProgramUntilSignal({"--simulate", "--preferences", files.folder().string()},
+                          {{"DISPLAY", display.displayName()},
+                           {"GDK_BACKEND", "x11"},
+                           {"LD_DEBUG", "files"},
+                           {"LD_DEBUG_OUTPUT", folder / "record"}},
+                          SIGTERM);
+    const std::string loaded = loadedFiles(folder);
+    EXPECT_TRUE(contains(loaded, "libgdk-3")) << "the loader tells of nothing";
+    EXPECT_FALSE(contains(loaded, "_dri.so"));
+    EXPECT_FALSE(contains(loaded, "libLLVM"));
 }
 
 TEST_F(ProgramTest, MissingBundleIsAClearFailure) {
