@@ -173,7 +173,7 @@ void CairoCanvas::fillRounded(const CGRect& rect, CGFloat radius, const UIColor&
     const double corner = limitedRadius(*area, radius);
     // Round corners are dear, and most repaints see none. Where the straight edges lie between
     // pixels the library would smooth them in another way.
-    const bool isPlain = grid_.aligned(*area) == *area && !seesCorners(*area, corner);
+    const bool isPlain = corner > 0 && grid_.aligned(*area) == *area && !seesCorners(*area, corner);
     addRounded(context_, *area, isPlain ? 0 : corner);
     cairo_fill(context_);
 }

@@ -106,32 +106,34 @@ const CairoText::Face& CairoText::useFace(cairo_t* context, const UIFont& font, 
     return face_.emplace(Face{font, scale, extents.ascent, extents.descent});
 }
 
-ShapedLines::Line CairoText::shaped(cairo_t* context, const ShapedLines::Key& key) {
-    const std::string text = displayableLine(
-        key.text, charactersWorthShaping(key.width, usableSize(key.font.pointSize)));
-    if (text.empty()) return {};
-    const Face& face = useFace(context, key.font, key.scale);
+ShapedLines::Line CairoText::shaped(cairo_t* context, std::string_view text,
+                                    const ShapedLines::Style& style) {
+    const std::string line = displayableLine(
+        text, charactersWorthShaping(style.width, usableSize(style.font.pointSize)));
+    if (line.empty()) return {};
+    const Face& face = useFace(context, style.font, style.scale);
     PangoLayout* layout = layout_.get();
-    pango_layout_set_text(layout, text.data(), int(text.size()));
-    pango_layout_set_width(layout, pango_units_from_double(key.width));
+    pango_layout_set_text(layout, line.data(), int(line.size()));
+    pango_layout_set_width(layout, pango_units_from_double(style.width));
     // Natural: lines that are read from right to left are put on the other side by the library.
     pango_layout_set_alignment(
-        layout, key.alignment == NSTextAlignment::Center ? PANGO_ALIGN_CENTER : PANGO_ALIGN_LEFT);
+        layout, style.alignment == NSTextAlignment::Center ? PANGO_ALIGN_CENTER : PANGO_ALIGN_LEFT);
     PangoLayoutLinePtr glyphs(pango_layout_line_ref(pango_layout_get_line(layout, 0)));
     return {std::move(glyphs), firstLineX(layout), face.ascent, face.descent};
 }
 
 void CairoText::draw(cairo_t* context, const PixelGrid& grid, std::string_view text,
                      const UIFont& font, const CGRect& rect, NSTextAlignment alignment) {
-    const ShapedLines::Key key{.text = text,
-                               .font = font,
-                               .width = std::min<double>(rect.size.width, largestWidth),
-                               .alignment = alignment,
-                               .scale = grid.scale(),
-                               .matrix = matrixOf(context),
-                               .targetOptions = targetOptions(context)};
-    const ShapedLines::Line* line = lines_.find(key);
-    if (!line) line = &lines_.keep(key, shaped(context, key));
+    const cairo_matrix_t matrix = matrixOf(context);
+    const ShapedLines::Style style{.font = font,
+                                   .width = std::min<double>(rect.size.width, largestWidth),
+                                   .alignment = alignment,
+                                   .scale = grid.scale(),
+                                   .across = matrix.xx,
+                                   .down = matrix.yy,
+                                   .targetOptions = targetOptions(context)};
+    const ShapedLines::Line* line = lines_.find(text, style);
+    if (!line) line = &lines_.keep(text, style, shaped(context, text, style));
     if (!line->glyphs) return;
 
     const double baseline = CGRectGetMidY(rect) + (line->ascent - line->descent) / 2;

@@ -34,7 +34,8 @@ class CairoText {
         double descent;
     };
 
-    ShapedLines::Line shaped(cairo_t* context, const ShapedLines::Key& key);
+    ShapedLines::Line shaped(cairo_t* context, std::string_view text,
+                             const ShapedLines::Style& style);
     const Face& useFace(cairo_t* context, const UIFont& font, double scale);
     void useScale(double scale);
 

@@ -13,15 +13,16 @@
 /// several times what painting does. Main thread.
 class ShapedLines {
  public:
-    /// What makes a line look as it does.
-    struct Key {
-        std::string_view text;
-        const UIFont& font;
+    /// What makes a text look as it does.
+    struct Style {
+        UIFont font;
         double width;  ///< Points.
         NSTextAlignment alignment;
-        double scale;           ///< Pixels a point.
-        cairo_matrix_t matrix;  ///< Of the context; where it translates to is the same for all.
+        double scale;   ///< Pixels a point.
+        double across;  ///< Of the context's matrix; where it translates to is the same for all.
+        double down;
         unsigned long targetOptions;
+        bool operator==(const Style&) const = default;
     };
     struct Line {
         PangoLayoutLinePtr glyphs;
@@ -31,26 +32,19 @@ class ShapedLines {
     };
 
     /// nullptr when it is not there; until the next call otherwise.
-    const Line* find(const Key& key) const;
+    const Line* find(std::string_view text, const Style& style) const;
     /// Keeps the line in the place of the one that has been kept longest, unless its text is too
     /// long to be a caption. Answers what is to be painted, until the next call.
-    const Line& keep(const Key& key, Line line);
+    const Line& keep(std::string_view text, const Style& style, Line line);
     void clear();
 
  private:
     struct Entry {
         std::size_t hash;
         std::string text;
-        UIFont font;
-        double width;
-        NSTextAlignment alignment;
-        double scale;
-        cairo_matrix_t matrix;
-        unsigned long targetOptions;
+        Style style;
         Line line;
     };
-
-    static bool isFor(const Entry& entry, const Key& key);
 
     std::vector<Entry> entries_;
     std::size_t oldest_ = 0;
