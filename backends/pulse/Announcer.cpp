@@ -50,10 +50,8 @@ Announcer::States Announcer::shown() const {
 }
 
 bool Announcer::onlyVolumesMoved(const States& now) const {
-    auto state = now.begin();
-    return std::ranges::all_of(told_, [&state](const auto& entry) {
+    return std::ranges::equal(told_, now, [](const auto& entry, const CategoryState& after) {
         const CategoryState& before = entry.second.state;
-        const CategoryState& after = *state++;
         return before.volume.has_value() == after.volume.has_value() && before.route == after.route;
     });
 }

@@ -107,9 +107,10 @@ void UIView::setTag(NSInteger tag) {
 
 std::shared_ptr<UIView> UIView::viewWithTag(NSInteger tag) {
     if (tag == tag_) return strong(this);
-    if (!tagIndex_)
+    if (!tagIndex_) {
         if (const auto leaf = amongFewLeaves(tag)) return *leaf;
-    if (!tagIndex_) tagIndex_ = std::make_unique<TagIndex>(buildTagIndex());
+        tagIndex_ = std::make_unique<TagIndex>(buildTagIndex());
+    }
     const auto found = std::ranges::lower_bound(*tagIndex_, tag, {}, &TagEntry::tag);
     if (found == tagIndex_->end() || found->tag != tag) return nullptr;
     fetchAhead(found);

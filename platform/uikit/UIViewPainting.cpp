@@ -60,7 +60,7 @@ void UIView::dropExtents() {
 }
 
 void UIView::paint(Canvas& canvas, const CGRect& damage) {
-    if (hidden_ || !CGRectIntersectsRect(damage, extent()) || !canvas.isVisible(extent())) return;
+    if (hidden_ || !CGRectIntersectsRect(damage, extent())) return;
     const std::shared_ptr<UIView> self = strong(this);
     const bool clips = clipsToBounds_;
     if (clips) {
@@ -72,7 +72,8 @@ void UIView::paint(Canvas& canvas, const CGRect& damage) {
     for (const auto& view : subviews_) {
         if (view->hidden_) continue;
         const CGPoint& origin = view->frame_.origin;
-        if (CGRectIntersectsRect(damage, CGRectOffset(view->extent(), origin.x, origin.y)))
+        const CGRect extent = CGRectOffset(view->extent(), origin.x, origin.y);
+        if (CGRectIntersectsRect(damage, extent) && canvas.isVisible(extent))
             touched.push_back(view);
     }
     for (const auto& view : touched) {
