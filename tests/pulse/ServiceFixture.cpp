@@ -41,12 +41,17 @@ float ServiceFixture::volumeOf(const std::string& category) {
     return controller_->getVolume(volume, category) ? volume : unreadable;
 }
 
-bool ServiceFixture::waitForVolume(const std::string& category, float volume) {
-    return waitUntil([&] {
+testing::AssertionResult ServiceFixture::waitForVolume(const std::string& category, float volume) {
+    const auto isIt = [&](float other) { return std::abs(other - volume) <= volumeTolerance; };
+    const bool isShown = waitUntil([&] {
         const Posted* last = lastPosted(category);
-        return std::abs(volumeOf(category) - volume) <= volumeTolerance && last &&
-               std::abs(last->volume - volume) <= volumeTolerance;
+        return isIt(volumeOf(category)) && last && isIt(last->volume);
     });
+    if (isShown) return testing::AssertionSuccess();
+    const Posted* last = lastPosted(category);
+    return testing::AssertionFailure()
+           << category << " reads " << volumeOf(category) << " and was last told as "
+           << (last ? last->volume : unreadable) << ", not " << volume;
 }
 
 bool ServiceFixture::waitToRead(const std::string& category, float volume) {

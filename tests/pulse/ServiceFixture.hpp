@@ -49,7 +49,7 @@ class ServiceFixture : public testing::Test {
         return controller_->state() == PulseAudioController::State::Unavailable;
     }
     /// Waits until the category shows the volume and the notification has said so.
-    bool waitForVolume(const std::string& category, float volume);
+    testing::AssertionResult waitForVolume(const std::string& category, float volume);
     /// Waits until the category shows the volume, told or not.
     bool waitToRead(const std::string& category, float volume);
     bool waitForRoute(const std::string& category, const std::string& route);

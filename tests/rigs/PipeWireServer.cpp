@@ -12,6 +12,8 @@
 namespace rigs {
 namespace {
 
+constexpr const char* remembersRolesText = "what is set for roles is remembered";
+
 // The first has the highest priority and so becomes the default.
 std::string sinkObject(const SoundServer::Sink& sink, std::size_t position) {
     std::string properties;
@@ -51,7 +53,15 @@ void PipeWireServer::writeConfiguration() const {
                   "alsa_monitor.enabled = false\n"
                   "v4l2_monitor.enabled = false\n"
                   "if libcamera_monitor then libcamera_monitor.enabled = false end\n"
-                  "default_access.properties[\"enable-flatpak-portal\"] = false\n");
+                  "default_access.properties[\"enable-flatpak-portal\"] = false\n"
+                  "load_script('rig.lua')\n");
+    folder_.write("config/wireplumber/scripts/rig.lua",
+                  "memory = ObjectManager { Interest { type = 'metadata',"
+                  " Constraint { 'metadata.name', '=', 'route-settings' } } }\n"
+                  "memory:connect('object-added', function() Log.warning('" +
+                      std::string(remembersRolesText) +
+                      "') end)\n"
+                      "memory:activate()\n");
     const bool on = bluetooth_ == Bluetooth::On;
     folder_.write("config/wireplumber/bluetooth.lua.d/80-rig.lua",
                   std::string("bluez_monitor.enabled = ") + (on ? "true" : "false") +
@@ -69,8 +79,21 @@ void PipeWireServer::start() {
     const std::filesystem::path core = folder_.path() / "pipewire-0";
     if (!waitUntil([&] { return isListening(core); }))
         throw std::runtime_error("PipeWire takes no connection: " + folder_.logged());
-    if (manager_ == SessionManager::WirePlumber) sessionManager_ = startProgram("wireplumber");
+    if (manager_ == SessionManager::WirePlumber) startSessionManager();
     pulseServer_ = startProgram("pipewire-pulse");
+}
+
+// A client that has asked for the session manager's memory and leaves before the answer, as a short
+// question to a starting server does, leaves the core waiting: it announces no change of that
+// memory any more. So nobody asks before the session manager itself says that it is there.
+void PipeWireServer::startSessionManager() {
+    const std::size_t said = folder_.logged().size();
+    sessionManager_ = startProgram("wireplumber");
+    const auto remembersRoles = [&] {
+        return folder_.logged().find(remembersRolesText, said) != std::string::npos;
+    };
+    if (!waitUntil(remembersRoles))
+        throw std::runtime_error("The session manager does not come up: " + folder_.logged());
 }
 
 void PipeWireServer::stop(int signal) {
@@ -79,16 +102,6 @@ void PipeWireServer::stop(int signal) {
         program->signal(signal);
     for (ChildProcess* program : {&pulseServer_, &sessionManager_, &core_})
         program->wait();
-}
-
-bool PipeWireServer::isReady() const {
-    if (!SoundServer::isReady()) return false;
-    try {
-        const std::string list = outputOf({"pw-cli", "ls", "Metadata"}, folder_.environment());
-        return list.find("\"route-settings\"") != std::string::npos;
-    } catch (const std::runtime_error&) {
-        return false;  // It ended in between.
-    }
 }
 
 void PipeWireServer::suspend() {

@@ -23,11 +23,10 @@ class PipeWireServer : public SoundServer {
     /// Before start(): one more object of the core, in the form of its configuration.
     void addObject(const std::string& object) { extraObjects_ += object + "\n"; }
 
-    /// Runs the loop until the core takes the other two's connections.
+    /// Runs the loop until the core takes connections and the session manager remembers what is set
+    /// for roles.
     void start() override;
     void stop(int signal) override;
-    /// Also that the session manager remembers what is set for roles, which comes last.
-    bool isReady() const override;
     /// Only what PulseAudio's clients talk to, without the core and the devices.
     void suspend() override;
     void resume() override;
@@ -36,6 +35,7 @@ class PipeWireServer : public SoundServer {
 
  private:
     void writeConfiguration() const;
+    void startSessionManager();
     ChildProcess startProgram(const std::string& name) const;
 
     Bluetooth bluetooth_ = Bluetooth::Off;

@@ -49,7 +49,7 @@ class SoundServer {
     virtual void suspend() = 0;
     virtual void resume() = 0;
     /// Whether clients are answered and its devices are there. Costs some milliseconds.
-    virtual bool isReady() const;
+    bool isReady() const;
     /// start(), and the loop runs until isReady(). Throws what the programs said when that fails.
     void startAndWait();
 
