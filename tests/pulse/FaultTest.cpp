@@ -41,10 +41,6 @@ class PulseFaults : public OnBothServers {
 };
 INSTANTIATE_TEST_SUITE_P(On, PulseFaults, bothServers, serverName);
 
-// Turns of the loop take a fraction of a millisecond, where nothing else stops the machine for a
-// moment; what waits for a server that hangs waits for as long as it does.
-constexpr double blockedSeconds = 1.5;
-
 TEST_P(PulseFaults, SaysThatNoServerAnswersAndFillsWhenOneComes) {
     startControllerWatched();
     EXPECT_EQ(controller_->state(), State::Connecting);
