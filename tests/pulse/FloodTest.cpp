@@ -94,7 +94,7 @@ TEST_P(PulseFlood, LeavesTheWindowResponsiveAndEndsOnTheTrueVolume) {
     EXPECT_GE(flood.paints, 100U);
     // A turn takes a fraction of a millisecond, but now and then a busy machine stops everything.
     EXPECT_LT(flood.longestTurn, blockedSeconds);
-    EXPECT_LT(flood.slowSeconds, 0.25 * seconds);
+    EXPECT_LT(flood.slowSeconds, 0.5 * seconds);
     EXPECT_LT(allocatedBytes(), bytesBefore + 256 * 1024);
     EXPECT_EQ(openDescriptors(), descriptorsBefore);
 }
