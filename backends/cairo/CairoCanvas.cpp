@@ -147,6 +147,12 @@ bool CairoCanvas::seesCorners(const CGRect& rect, double radius) const {
            isVisible(CGRectMake(right, bottom, side, side));
 }
 
+// Round corners are dear, and most repaints see none. Where the straight edges lie between pixels
+// the library would smooth them in another way.
+bool CairoCanvas::looksPlain(const CGRect& rect, double radius) const {
+    return radius > 0 && grid_.aligned(rect) == rect && !seesCorners(rect, radius);
+}
+
 bool CairoCanvas::seesEdges(const CGRect& rect, double width) const {
     const auto thickness = CGFloat(width);
     const CGSize across = {rect.size.width, thickness};
@@ -171,10 +177,7 @@ void CairoCanvas::fillRounded(const CGRect& rect, CGFloat radius, const UIColor&
     setColor(color);
     cairo_new_path(context_);
     const double corner = limitedRadius(*area, radius);
-    // Round corners are dear, and most repaints see none. Where the straight edges lie between
-    // pixels the library would smooth them in another way.
-    const bool isPlain = corner > 0 && grid_.aligned(*area) == *area && !seesCorners(*area, corner);
-    addRounded(context_, *area, isPlain ? 0 : corner);
+    addRounded(context_, *area, looksPlain(*area, corner) ? 0 : corner);
     cairo_fill(context_);
 }
 
@@ -187,9 +190,11 @@ void CairoCanvas::strokeRounded(const CGRect& rect, CGFloat radius, CGFloat widt
     setColor(color);
     cairo_save(context_);
     cairo_new_path(context_);
-    addRounded(context_, *area, outer);
     const CGRect inside = CGRectInset(*area, width, width);
-    if (!CGRectIsEmpty(inside)) addRounded(context_, inside, std::max(outer - width, 0.0));
+    const bool isPlain = looksPlain(*area, outer) && grid_.aligned(inside) == inside;
+    addRounded(context_, *area, isPlain ? 0 : outer);
+    if (!CGRectIsEmpty(inside))
+        addRounded(context_, inside, isPlain ? 0 : std::max(outer - width, 0.0));
     cairo_set_fill_rule(context_, CAIRO_FILL_RULE_EVEN_ODD);
     cairo_fill(context_);
     cairo_restore(context_);

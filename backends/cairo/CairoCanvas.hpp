@@ -44,6 +44,7 @@ class CairoCanvas : public Canvas {
  private:
     void setColor(const UIColor& color);
     bool seesCorners(const CGRect& rect, double radius) const;
+    bool looksPlain(const CGRect& rect, double radius) const;
     bool seesEdges(const CGRect& rect, double width) const;
 
     cairo_t* context_;

@@ -77,13 +77,15 @@ void UISlider::drawTrack(Canvas& canvas) const {
 void UISlider::drawTrackSide(Canvas& canvas, const CGRect& side, const Image& image,
                              const UIColor& color) const {
     const CGRect track = trackRect();
-    if (!CGRectIntersectsRect(side, track) || !canvas.isVisible(side)) return;
+    if (!CGRectIntersectsRect(side, track)) return;
     const CGFloat height = image ? image->size().height : UISliderMetrics::trackHeight;
-    const CGRect whole = centredVertically(track.origin.x, {track.size.width, height});
+    CGRect whole = centredVertically(track.origin.x, {track.size.width, height});
+    if (image) whole = snapped(whole, canvas.scale());
+    if (!canvas.isVisible(CGRectIntersection(side, whole))) return;
     canvas.save();
     canvas.clip(side);
     if (image)
-        image->drawInRect(canvas, snapped(whole, canvas.scale()));
+        image->drawInRect(canvas, whole);
     else
         canvas.fillRounded(whole, height / 2, color);
     canvas.restore();

@@ -143,12 +143,15 @@ TEST(CairoCanvas, SeesAllOfASurfaceThatNothingClips) {
     EXPECT_TRUE(CairoCanvas(context.get(), 1).isVisible(CGRectMake(1000, 1000, 1, 1)));
 }
 
+class CairoPanel : public testing::TestWithParam<CGFloat> {};
+INSTANTIATE_TEST_SUITE_P(WithABorder, CairoPanel, testing::Values(1, 1.5, 12));
+
 // Round corners are drawn only where they can be seen.
-TEST(CairoCanvas, DrawsARoundedPanelInPiecesAsItDoesAtOnce) {
+TEST_P(CairoPanel, IsDrawnInPiecesAsItIsAtOnce) {
     const auto drawPanel = [](CairoCanvas& canvas) {
         const CGRect panel = CGRectMake(2, 3, 33, 31);
         canvas.fillRounded(panel, 9, UIColor::redColor());
-        canvas.strokeRounded(panel, 9, 1.5, UIColor::blueColor());
+        canvas.strokeRounded(panel, 9, GetParam(), UIColor::blueColor());
     };
     Paper whole(40, 40);
     drawPanel(whole.canvas());

@@ -59,6 +59,16 @@ TEST_F(UISliderDrawing, DrawsNothingThatCannotBeSeen) {
     EXPECT_EQ(canvas.ofKind("rounded").size(), 3U);
 }
 
+TEST_F(UISliderDrawing, DrawsNoTrackWhereTheEdgeBelowItAloneIsSeen) {
+    window->takeDamage();
+    RecordingCanvas canvas;
+    canvas.clip(CGRectMake(0, 45, 320, 5));
+    window->layoutAndPaint(canvas, window->bounds());
+    const auto rounded = canvas.ofKind("rounded");
+    ASSERT_EQ(rounded.size(), 1U);
+    EXPECT_EQ(rounded[0].rect.size, (CGSize{27, 27})) << "the thumb reaches down to there";
+}
+
 TEST_F(UISliderDrawing, StaysWithinItsPaintBounds) {
     window->sendKey(UIKey::Tab);
     slider->setThumbImage(decoder.image("thumb.png", {31, 31}), UIControlStateNormal);
