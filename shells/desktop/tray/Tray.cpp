@@ -2,6 +2,8 @@
 
 #include "shells/desktop/tray/TrayScroll.hpp"
 
+#include <utility>
+
 Tray::Tray(GDBusConnection* bus, Handlers handlers)
     : menu_(bus, {{"Open the Mixer", handlers.show}, {"Quit", handlers.quit}}),
       item_(bus, trayLook(volume_.fraction()),
@@ -11,5 +13,8 @@ Tray::Tray(GDBusConnection* bus, Handlers handlers)
              }}),
       host_(bus) {
     volume_.setChangeHandler([this] { refresh(); });
-    host_.setPresenceHandler(handlers.presenceChanged);
+    host_.setPresenceHandler([this, changed = std::move(handlers.presenceChanged)] {
+        item_.setShown(presence() == TrayHost::Presence::Present);
+        changed();
+    });
 }

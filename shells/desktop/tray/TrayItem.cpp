@@ -71,8 +71,15 @@ TrayItem::TrayItem(GDBusConnection* bus, TrayLook look, Handlers handlers)
 
 void TrayItem::setLook(const TrayLook& look) {
     const TrayLook before = std::exchange(look_, look);
+    if (!isShown_) return;
     if (look.icon != before.icon) object_.emit("NewIcon");
     if (look.text != before.text) object_.emit("NewToolTip");
+}
+
+void TrayItem::setShown(bool shown) {
+    if (std::exchange(isShown_, shown) || !shown) return;
+    object_.emit("NewIcon");
+    object_.emit("NewToolTip");
 }
 
 void TrayItem::answerCall(GDBusConnection* /*bus*/, const char* /*sender*/, const char* /*path*/,

@@ -21,8 +21,11 @@ class TrayItem {
 
     TrayItem(GDBusConnection* bus, TrayLook look, Handlers handlers);
 
-    /// Tells the host what is another now, and nothing when nothing is.
+    /// Tells the host what is another now, and nothing when nothing is or nobody shows the icon.
     void setLook(const TrayLook& look);
+    /// Whether a host shows the icon. One that comes is told all: it may have looked before that
+    /// was known.
+    void setShown(bool shown);
 
  private:
     static void answerCall(GDBusConnection* bus, const char* sender, const char* path,
@@ -33,6 +36,7 @@ class TrayItem {
                               gpointer item);
 
     TrayLook look_;
+    bool isShown_ = false;
     Handlers handlers_;
     BusObject object_;
 };
