@@ -1,6 +1,7 @@
 // The least that a mixer on GDK and the sound server's library can do: a window with a bar that is
 // as long as the default device's volume, in enough greys to be taken for a picture.
-#include <gdk/gdk.h>
+#include "bench/start/BareWindow.hpp"
+
 #include <pulse/glib-mainloop.h>
 #include <pulse/introspect.h>
 #include <pulse/subscribe.h>
@@ -9,9 +10,7 @@
 
 namespace {
 
-// Points; the mixer's own window, and a track of its size.
-constexpr int width = 560;
-constexpr int height = 270;
+// Points; a track of the mixer's size.
 constexpr GdkRectangle track = {230, 80, 300, 10};
 
 GdkWindow* window = nullptr;
@@ -58,23 +57,11 @@ void stateChanged(pa_context* context, void* /*data*/) {
     read(context);
 }
 
-void makeWindow() {
-    GdkWindowAttr attributes = {};
-    attributes.width = width;
-    attributes.height = height;
-    attributes.wclass = GDK_INPUT_OUTPUT;
-    attributes.window_type = GDK_WINDOW_TOPLEVEL;
-    attributes.event_mask = GDK_EXPOSURE_MASK;
-    window = gdk_window_new(nullptr, &attributes, 0);
-    gdk_event_handler_set(handle, nullptr, nullptr);
-    gdk_window_show(window);
-}
-
 }  // namespace
 
 int main() {
     gdk_init(nullptr, nullptr);
-    makeWindow();
+    window = showBareWindow(handle);
     pa_glib_mainloop* loop = pa_glib_mainloop_new(nullptr);
     pa_context* context = pa_context_new(pa_glib_mainloop_get_api(loop), "Bare mixer");
     pa_context_set_state_callback(context, stateChanged, nullptr);

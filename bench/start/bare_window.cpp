@@ -1,12 +1,11 @@
 // The least that a program on GDK can do: a window in which five captions are drawn.
-#include <gdk/gdk.h>
+#include "bench/start/BareWindow.hpp"
+
 #include <pango/pangocairo.h>
 
 namespace {
 
 // Points; the widget's own places.
-constexpr int width = 560;
-constexpr int height = 270;
 constexpr int rows = 5;
 constexpr int rowHeight = 50;
 constexpr int captionX = 20;
@@ -42,14 +41,6 @@ void handle(GdkEvent* event, gpointer /*data*/) {
 
 int main() {
     gdk_init(nullptr, nullptr);
-    GdkWindowAttr attributes = {};
-    attributes.width = width;
-    attributes.height = height;
-    attributes.wclass = GDK_INPUT_OUTPUT;
-    attributes.window_type = GDK_WINDOW_TOPLEVEL;
-    attributes.event_mask = GDK_EXPOSURE_MASK;
-    GdkWindow* window = gdk_window_new(nullptr, &attributes, 0);
-    gdk_event_handler_set(handle, nullptr, nullptr);
-    gdk_window_show(window);
+    showBareWindow(handle);
     g_main_loop_run(g_main_loop_new(nullptr, FALSE));
 }
