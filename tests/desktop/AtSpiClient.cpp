@@ -115,8 +115,7 @@ void AtSpiClient::setEnabled(bool enabled) {
 
 AtSpiClient::Object AtSpiClient::waitForProgram(const std::string& name) {
     Object found;
-    const gint64 deadline =
-        g_get_monotonic_time() + static_cast<gint64>(patienceSeconds * G_USEC_PER_SEC);
+    const gint64 deadline = g_get_monotonic_time() + 10 * G_USEC_PER_SEC;
     while (found.program.empty() && g_get_monotonic_time() < deadline)
         for (const Object& program : children(registryRoot))
             if (this->name(program) == name) found = program;

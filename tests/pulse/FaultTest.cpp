@@ -41,6 +41,9 @@ class PulseFaults : public OnBothServers {
 };
 INSTANTIATE_TEST_SUITE_P(On, PulseFaults, bothServers, serverName);
 
+// Turns of the loop take a fraction of a millisecond; what waits for a server takes seconds.
+constexpr double blockedSeconds = 0.5;
+
 TEST_P(PulseFaults, SaysThatNoServerAnswersAndFillsWhenOneComes) {
     startControllerWatched();
     EXPECT_EQ(controller_->state(), State::Connecting);
@@ -119,9 +122,7 @@ TEST_P(PulseFaults, NeverWaitsForAServerThatHangsAndGivesItUpInTime) {
     for (int i = 0; i < 1000; ++i)
         controller_->setVolumeTo(0.25F, "Audio/Video");
     EXPECT_LT(longestTurnUntil([&] { return isUnavailable(); }), blockedSeconds);
-    const double hungSeconds = NSRunLoop::mainRunLoop().currentTime() - start;
-    EXPECT_GT(hungSeconds, 1.5);
-    EXPECT_LT(hungSeconds, 4);
+    EXPECT_NEAR(NSRunLoop::mainRunLoop().currentTime() - start, 2.0, 0.5);
     EXPECT_EQ(volumeOf("Audio/Video"), unreadable);
 
     server_->resume();

@@ -6,7 +6,6 @@
 #include <glib.h>
 
 #include <algorithm>
-#include <utility>
 
 // Another program that never stops moving the volume.
 
@@ -24,8 +23,7 @@ class PulseFlood : public OnBothServers {
 
         unsigned sent = 0;
         unsigned paints = 0;
-        double longestTurn = 0;  ///< Of the loop.
-        double slowSeconds = 0;  ///< In turns that took longer than a frame.
+        double longestTurn = 0;
 
      private:
         void sendDue(double elapsed);
@@ -58,9 +56,7 @@ void PulseFlood::Flood::run() {
     waitUntil(
         [&] {
             const double now = double(g_get_monotonic_time() - start) / G_USEC_PER_SEC;
-            const double turn = now - std::exchange(last, now);
-            longestTurn = std::max(longestTurn, turn);
-            if (turn > frameSeconds) slowSeconds += turn;
+            longestTurn = std::max(longestTurn, now - std::exchange(last, now));
             sendDue(now);
             paintIfDue(now);
             return now >= seconds;
@@ -92,9 +88,7 @@ TEST_P(PulseFlood, LeavesTheWindowResponsiveAndEndsOnTheTrueVolume) {
     EXPECT_GE(volumesPosted("Audio/Video").size(), 100U);
     EXPECT_LE(flood.paints, 60 * seconds + 1);
     EXPECT_GE(flood.paints, 100U);
-    // A turn takes a fraction of a millisecond, but now and then a busy machine stops everything.
-    EXPECT_LT(flood.longestTurn, blockedSeconds);
-    EXPECT_LT(flood.slowSeconds, 0.5 * seconds);
+    EXPECT_LT(flood.longestTurn, 0.2);  // A fraction of a millisecond on an idle machine.
     EXPECT_LT(allocatedBytes(), bytesBefore + 256 * 1024);
     EXPECT_EQ(openDescriptors(), descriptorsBefore);
 }

@@ -21,7 +21,7 @@ class PulsePorts : public OnBothServers {
         mixer_ = std::make_unique<LiveMixer>(controller_, categories, settings);
     }
     bool waitForCaption(NSInteger row, const std::string& text) {
-        const bool came = waitUntil([&] { return mixer_->caption(row) == text; });
+        const bool came = waitUntil([&] { return mixer_->caption(row) == text; }, 5);
         EXPECT_EQ(mixer_->caption(row), text)
             << server_->pactl({"get-sink-volume", "@DEFAULT_SINK@"});
         return came;

@@ -3,7 +3,6 @@
 #include "tests/pulse/ServiceFixture.hpp"
 
 #include <algorithm>
-#include <array>
 #include <csignal>
 
 // Servers that hang for long, that come back as another one, and that never stay.
@@ -11,8 +10,6 @@
 class PulseReplacement : public OnBothServers {
  protected:
     bool waitForBoth() { return waitToRead("Audio/Video", 1) && waitToRead("Ringtone", 1); }
-    /// From when the server answers again until the row is filled.
-    double secondsToFillAfterAReturn();
 };
 INSTANTIATE_TEST_SUITE_P(On, PulseReplacement, bothServers, serverName);
 
@@ -39,27 +36,20 @@ TEST_P(PulseReplacement, TakesTheOtherServerAtTheSameAddressAndBack) {
     }
 }
 
-double PulseReplacement::secondsToFillAfterAReturn() {
+TEST_P(PulseReplacement, FillsTheRowsWithinATenthOfASecondOfTheServersReturn) {
+    startBoth();
     server_->stop(SIGKILL);
-    EXPECT_TRUE(waitUntil([&] { return isUnavailable(); }));
+    ASSERT_TRUE(waitUntil([&] { return isUnavailable(); }));
     server_->start();
     const auto now = [] { return NSRunLoop::mainRunLoop().currentTime(); };
     double answers = 0;
     double filled = 0;
-    EXPECT_TRUE(waitUntil([&] {
+    ASSERT_TRUE(waitUntil([&] {
         if (!answers && server_->isReady()) answers = now();
         if (!filled && volumeOf("Audio/Video") == 1) filled = now();
         return answers && filled;
     }));
-    return filled - answers;
-}
-
-TEST_P(PulseReplacement, FillsTheRowsWithinATenthOfASecondOfTheServersReturn) {
-    startBoth();
-    std::array<double, 5> taken{};
-    std::ranges::generate(taken, [&] { return secondsToFillAfterAReturn(); });
-    std::ranges::sort(taken);
-    EXPECT_LT(taken[taken.size() / 2], 0.1) << "more than once: the machine may pause in one";
+    EXPECT_LT(filled - answers, 0.1);
 }
 
 TEST_P(PulseReplacement, ComesBackFromAHangOfFiveSeconds) {
@@ -75,7 +65,7 @@ TEST_P(PulseReplacement, ComesBackFromAHangOfFiveSeconds) {
         longest = std::max(longest, now - std::exchange(last, now));
         return now >= end;
     });
-    EXPECT_LT(longest, blockedSeconds);
+    EXPECT_LT(longest, 0.5);
     EXPECT_TRUE(isUnavailable());
     EXPECT_EQ(volumeOf("Audio/Video"), unreadable);
     server_->resume();

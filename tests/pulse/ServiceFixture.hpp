@@ -100,8 +100,5 @@ inline std::string serverName(const testing::TestParamInfo<ServerKind>& info) {
 }
 
 inline constexpr float unreadable = -1;
-/// What waits for a server that hangs waits for longer. Turns of the loop take a fraction of a
-/// millisecond, where nothing else stops the machine for a moment.
-inline constexpr double blockedSeconds = 1.5;
 /// Half the server's smallest step.
 inline constexpr float volumeTolerance = 0.5F / 65536;
