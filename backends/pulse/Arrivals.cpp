@@ -14,24 +14,23 @@ void Arrivals::expect(const VolumeObject& object, const std::vector<TargetWrite>
             changes.push_back({write.target, before->volume, write.volume});
 }
 
-void Arrivals::await(const VolumeObject& object, const Read& read,
-                     const std::function<void()>& arrived) {
+void Arrivals::await(const VolumeObject& object, const Read& read, const Ended& ended) {
     expectations_[object].sinceSeconds = NSRunLoop::mainRunLoop().currentTime();
-    look(object, read, arrived);
+    look(object, read, ended);
 }
 
-void Arrivals::look(const VolumeObject& object, const Read& read,
-                    const std::function<void()>& arrived) {
-    read([this, object, read, arrived] {
+void Arrivals::look(const VolumeObject& object, const Read& read, const Ended& ended) {
+    read([this, object, read, ended] {
         const auto found = expectations_.find(object);
         if (found == expectations_.end()) return;
         Expectation& expectation = found->second;
         const double age = NSRunLoop::mainRunLoop().currentTime() - expectation.sinceSeconds;
         const bool allArrived = std::ranges::all_of(
             expectation.changes, [this](const Change& change) { return hasArrived(change); });
-        if (allArrived || age >= longestSeconds) return arrived();
+        if (allArrived) return ended(Outcome::Arrived);
+        if (age >= longestSeconds) return ended(Outcome::Unheeded);
         expectation.retry.start(retrySeconds,
-                                [this, object, read, arrived] { look(object, read, arrived); });
+                                [this, object, read, ended] { look(object, read, ended); });
     });
 }
 

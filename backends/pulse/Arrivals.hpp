@@ -11,12 +11,17 @@
 namespace pulse {
 
 /// Waits for the mirror to show what was written. PipeWire acknowledges a volume before its answers
-/// to us know of it, and drops the next one without a word if that is what they still say.
+/// to us know of it, and drops the next one without a word if that is what they still say. One that
+/// comes while a headset begins to play it takes and moves nothing by it.
 class Arrivals {
  public:
     /// A device may round what is written to what it has already: no longer than this is waited.
     static constexpr double longestSeconds = 0.05;
     static constexpr double retrySeconds = 0.001;
+
+    /// Unheeded: something is still where it was, and was not written to be there.
+    enum class Outcome { Arrived, Unheeded };
+    using Ended = std::function<void(Outcome)>;
 
     /// Reads the mirror anew and calls back.
     using Read = std::function<void(std::function<void()> afterwards)>;
@@ -27,8 +32,8 @@ class Arrivals {
     /// Remembers what the mirror says now of everything that is going to be written.
     void expect(const VolumeObject& object, const std::vector<TargetWrite>& writes);
     /// After the acknowledgement: reads until each volume is the one that was written, or another
-    /// one than before, and calls `arrived`, never from inside.
-    void await(const VolumeObject& object, const Read& read, const std::function<void()>& arrived);
+    /// one than before, and calls `ended`, never from inside.
+    void await(const VolumeObject& object, const Read& read, const Ended& ended);
     /// Forgets everything, for a connection that is gone.
     void clear() { expectations_.clear(); }
 
@@ -44,7 +49,7 @@ class Arrivals {
         OneShotTimer retry;
     };
 
-    void look(const VolumeObject& object, const Read& read, const std::function<void()>& arrived);
+    void look(const VolumeObject& object, const Read& read, const Ended& ended);
     bool hasArrived(const Change& change) const;
 
     const ServerMirror& mirror_;

@@ -59,7 +59,12 @@ void VolumeWriter::acknowledged(const VolumeObject& object, std::uint64_t ticket
     arrivals_.await(
         object,
         [this, object](const std::function<void()>& afterwards) { read(object, afterwards); },
-        [this, object, ticket] { writes_.acknowledged(object, ticket); });
+        [this, object, ticket](Arrivals::Outcome outcome) {
+            if (outcome == Arrivals::Outcome::Unheeded)
+                writes_.unheeded(object, ticket);
+            else
+                writes_.acknowledged(object, ticket);
+        });
 }
 
 void VolumeWriter::confirmInTime(const VolumeObject& object, std::uint64_t ticket) {

@@ -6,7 +6,8 @@ void WriteQueue::set(const VolumeObject& object, float fraction, Repeat repeat) 
     const auto [found, isNew] = entries_.try_emplace(object);
     Entry& entry = found->second;
     // On its way already: a second sending could undo what somebody else sets in between.
-    const bool isOnItsWay = !isNew && entry.stage == Stage::Sent && entry.wanted == fraction;
+    const bool isSent = entry.stage == Stage::Sent || entry.stage == Stage::SentAgain;
+    const bool isOnItsWay = !isNew && isSent && entry.wanted == fraction;
     if (isOnItsWay && repeat == Repeat::Skip) return;
     entry.wanted = fraction;
     if (isNew || entry.stage == Stage::Confirming)
@@ -22,25 +23,32 @@ std::optional<float> WriteQueue::pending(const VolumeObject& object) const {
 }
 
 void WriteQueue::acknowledged(const VolumeObject& object, std::uint64_t ticket) {
-    const auto found = entries_.find(object);
-    if (found == entries_.end() || found->second.ticket != ticket) return;
-    Entry& entry = found->second;
-    if (entry.stage == Stage::SentAndOvertaken) {
-        send(found->first, entry);
-    } else if (entry.stage == Stage::Sent) {
-        entry.stage = Stage::Confirming;
-        confirm_(found->first, ticket);
-    }
+    Entry* const entry = awaiting(object, ticket);
+    if (!entry || entry->stage == Stage::Confirming) return;
+    if (entry->stage == Stage::SentAndOvertaken) return send(object, *entry);
+    entry->stage = Stage::Confirming;
+    confirm_(object, ticket);
+}
+
+void WriteQueue::unheeded(const VolumeObject& object, std::uint64_t ticket) {
+    Entry* const entry = awaiting(object, ticket);
+    if (entry && entry->stage == Stage::Sent) return send(object, *entry, Stage::SentAgain);
+    acknowledged(object, ticket);
 }
 
 void WriteQueue::confirmed(const VolumeObject& object, std::uint64_t ticket) {
-    const auto found = entries_.find(object);
-    if (found == entries_.end() || found->second.ticket != ticket) return;
-    if (found->second.stage == Stage::Confirming) entries_.erase(found);
+    const Entry* const entry = awaiting(object, ticket);
+    if (entry && entry->stage == Stage::Confirming) entries_.erase(object);
 }
 
-void WriteQueue::send(const VolumeObject& object, Entry& entry) {
-    entry.stage = Stage::Sent;
+WriteQueue::Entry* WriteQueue::awaiting(const VolumeObject& object, std::uint64_t ticket) {
+    const auto found = entries_.find(object);
+    const bool isAwaiting = found != entries_.end() && found->second.ticket == ticket;
+    return isAwaiting ? &found->second : nullptr;
+}
+
+void WriteQueue::send(const VolumeObject& object, Entry& entry, Stage stage) {
+    entry.stage = stage;
     entry.ticket = ++lastTicket_;
     send_(object, entry.wanted, entry.ticket);
 }

@@ -35,19 +35,23 @@ class WriteQueue {
     /// Answers to tickets that are not awaited any more are ignored.
     void acknowledged(const VolumeObject& object, std::uint64_t ticket);
     void confirmed(const VolumeObject& object, std::uint64_t ticket);
+    /// Acknowledged, but it moved nothing: where no newer value waits, the same is sent a second
+    /// time, and not a third.
+    void unheeded(const VolumeObject& object, std::uint64_t ticket);
 
     /// Forgets everything, for a connection that is gone.
     void clear() { entries_.clear(); }
 
  private:
-    enum class Stage { Sent, SentAndOvertaken, Confirming };
+    enum class Stage { Sent, SentAgain, SentAndOvertaken, Confirming };
     struct Entry {
         float wanted = 0;
         Stage stage = Stage::Sent;
         std::uint64_t ticket = 0;
     };
 
-    void send(const VolumeObject& object, Entry& entry);
+    Entry* awaiting(const VolumeObject& object, std::uint64_t ticket);
+    void send(const VolumeObject& object, Entry& entry, Stage stage = Stage::Sent);
 
     Send send_;
     Confirm confirm_;

@@ -13,6 +13,8 @@ const VolumeObject speaker{VolumeObject::Kind::Sink, "spk"};
 const Target speakerTarget{Target::Kind::Sink, "spk"};
 }  // namespace
 
+using Outcomes = std::vector<Arrivals::Outcome>;
+
 /// In virtual time, with reads that the test answers.
 class ArrivalsTest : public testing::Test {
  protected:
@@ -30,7 +32,7 @@ class ArrivalsTest : public testing::Test {
         arrivals.expect(speaker, {{.target = target, .volume = {2, {volume, volume}}}});
         arrivals.await(
             speaker, [this](auto afterwards) { reads.push_back(std::move(afterwards)); },
-            [this] { ++arrived; });
+            [this](Arrivals::Outcome outcome) { outcomes.push_back(outcome); });
     }
     void answerRead() { std::exchange(reads, {}).at(0)(); }
     void advance(double seconds) {
@@ -42,15 +44,15 @@ class ArrivalsTest : public testing::Test {
     ServerMirror mirror;
     Arrivals arrivals{mirror};
     std::vector<std::function<void()>> reads;
-    int arrived = 0;
+    Outcomes outcomes;
 };
 
 TEST_F(ArrivalsTest, AreSeenByAReadThatBeginsAfterTheAcknowledgement) {
     write(200);
     mirrorHas(200);
-    EXPECT_EQ(arrived, 0);
+    EXPECT_EQ(outcomes, Outcomes{});
     answerRead();
-    EXPECT_EQ(arrived, 1);
+    EXPECT_EQ(outcomes, Outcomes{Arrivals::Outcome::Arrived});
     EXPECT_TRUE(reads.empty());
 }
 
@@ -61,44 +63,52 @@ TEST_F(ArrivalsTest, AreAwaitedByReadingAgainWhileNothingHasChanged) {
         EXPECT_TRUE(reads.empty()) << "read again without a pause";
         advance(Arrivals::retrySeconds);
     }
-    EXPECT_EQ(arrived, 0);
+    EXPECT_EQ(outcomes, Outcomes{});
     mirrorHas(200);
     answerRead();
-    EXPECT_EQ(arrived, 1);
+    EXPECT_EQ(outcomes, Outcomes{Arrivals::Outcome::Arrived});
 }
 
 TEST_F(ArrivalsTest, AreAnyOtherVolumeToo) {
     write(200);
     mirrorHas(190);  // As a device with few steps rounds it.
     answerRead();
-    EXPECT_EQ(arrived, 1);
+    EXPECT_EQ(outcomes, Outcomes{Arrivals::Outcome::Arrived});
 }
 
 TEST_F(ArrivalsTest, AreThereWhereThatVolumeWasBefore) {
     write(100);
     answerRead();
-    EXPECT_EQ(arrived, 1);
+    EXPECT_EQ(outcomes, Outcomes{Arrivals::Outcome::Arrived});
 }
 
-TEST_F(ArrivalsTest, AreNotAwaitedForLong) {
+TEST_F(ArrivalsTest, AreNotAwaitedForLongWhereNothingMoves) {
     write(200);
     advance(Arrivals::longestSeconds - 0.001);
     answerRead();
-    EXPECT_EQ(arrived, 0);
+    EXPECT_EQ(outcomes, Outcomes{});
     advance(0.0011);
     answerRead();
-    EXPECT_EQ(arrived, 1);
+    EXPECT_EQ(outcomes, Outcomes{Arrivals::Outcome::Unheeded});
+}
+
+TEST_F(ArrivalsTest, AreArrivalsHoweverLateTheyAreSeen) {
+    write(200);
+    advance(10 * Arrivals::longestSeconds);
+    mirrorHas(200);
+    answerRead();
+    EXPECT_EQ(outcomes, Outcomes{Arrivals::Outcome::Arrived});
 }
 
 TEST_F(ArrivalsTest, AreNotAwaitedOfWhatIsGoneOrKeptForARole) {
     write(200);
     mirror.sinks.clear();
     answerRead();
-    EXPECT_EQ(arrived, 1);
+    EXPECT_EQ(outcomes, Outcomes{Arrivals::Outcome::Arrived});
     mirror.roleEntries.emplace();
     write(200, {Target::Kind::RoleEntry, roleEntryName("event")});
     answerRead();
-    EXPECT_EQ(arrived, 2);
+    EXPECT_EQ(outcomes, Outcomes(2, Arrivals::Outcome::Arrived));
 }
 
 TEST_F(ArrivalsTest, AreForgottenWithTheConnection) {
@@ -106,11 +116,11 @@ TEST_F(ArrivalsTest, AreForgottenWithTheConnection) {
     arrivals.clear();
     mirrorHas(200);
     answerRead();
-    EXPECT_EQ(arrived, 0);
+    EXPECT_EQ(outcomes, Outcomes{});
     write(300);
     answerRead();
     arrivals.clear();
     advance(1);
     EXPECT_TRUE(reads.empty());
-    EXPECT_EQ(arrived, 0);
+    EXPECT_EQ(outcomes, Outcomes{});
 }

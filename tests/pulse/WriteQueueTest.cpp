@@ -104,20 +104,25 @@ TEST_F(WriteQueueTest, IgnoresAnswersToWhatWasForgotten) {
     EXPECT_EQ(queue.pending(speaker), std::nullopt);
     queue.set(speaker, 0.6F);
     queue.acknowledged(speaker, sent[0].ticket);
+    queue.unheeded(speaker, sent[0].ticket);
     queue.confirmed(speaker, sent[0].ticket);
     EXPECT_TRUE(confirming.empty());
+    EXPECT_EQ(sent.size(), 2U);
     EXPECT_EQ(queue.pending(speaker), 0.6F);
 }
 
 TEST_F(WriteQueueTest, IgnoresAnswersThatComeTwiceOrForStrangers) {
     queue.acknowledged(speaker, 1);
+    queue.unheeded(speaker, 1);
     queue.confirmed(speaker, 1);
     queue.set(speaker, 0.5F);
     queue.confirmed(speaker, sent[0].ticket);
     EXPECT_EQ(queue.pending(speaker), 0.5F);
     queue.acknowledged(speaker, sent[0].ticket);
     queue.acknowledged(speaker, sent[0].ticket);
+    queue.unheeded(speaker, sent[0].ticket);
     EXPECT_EQ(confirming.size(), 1U);
+    EXPECT_EQ(sent.size(), 1U);
 }
 
 TEST_F(WriteQueueTest, SendsAValueAgainBehindItselfWhenItMustBe) {
@@ -129,6 +134,35 @@ TEST_F(WriteQueueTest, SendsAValueAgainBehindItselfWhenItMustBe) {
     ASSERT_EQ(sent.size(), 2U);
     queue.acknowledged(speaker, sent[1].ticket);
     EXPECT_EQ(sent.size(), 2U);
+}
+
+TEST_F(WriteQueueTest, SendsAValueThatMovedNothingASecondTimeButNotAThird) {
+    queue.set(speaker, 0.8F);
+    queue.unheeded(speaker, sent[0].ticket);
+    ASSERT_EQ(sent.size(), 2U);
+    EXPECT_EQ(sent[1].fraction, 0.8F);
+    EXPECT_TRUE(confirming.empty());
+    queue.set(speaker, 0.8F);
+    queue.unheeded(speaker, sent[1].ticket);
+    EXPECT_EQ(sent.size(), 2U);
+    EXPECT_EQ(confirming, std::vector<std::uint64_t>{sent[1].ticket});
+    queue.confirmed(speaker, sent[1].ticket);
+    EXPECT_EQ(queue.pending(speaker), std::nullopt);
+}
+
+TEST_F(WriteQueueTest, SendsTheNewerValueInsteadOfOneThatMovedNothing) {
+    queue.set(speaker, 0.8F);
+    queue.set(speaker, 0.3F);
+    queue.unheeded(speaker, sent[0].ticket);
+    ASSERT_EQ(sent.size(), 2U);
+    EXPECT_EQ(sent[1].fraction, 0.3F);
+    queue.unheeded(speaker, sent[1].ticket);
+    ASSERT_EQ(sent.size(), 3U) << "a value that was sent once only";
+    EXPECT_EQ(sent[2].fraction, 0.3F);
+    queue.set(speaker, 0.4F);
+    queue.acknowledged(speaker, sent[2].ticket);
+    ASSERT_EQ(sent.size(), 4U);
+    EXPECT_EQ(sent[3].fraction, 0.4F);
 }
 
 TEST_F(WriteQueueTest, IsEmptyOnceEverythingIsConfirmed) {
