@@ -14,6 +14,14 @@ namespace {
 
 constexpr const char* remembersRolesText = "what is set for roles is remembered";
 
+// Everything that the session manager does to devices by default, except for its volumes.
+constexpr const char* deviceDefaultsText =
+    "device_defaults.enabled = false\n"
+    "load_module('default-nodes', device_defaults.properties)\n"
+    "load_script('policy-device-profile.lua',"
+    " { persistent = device_defaults.persistent_profiles })\n"
+    "load_module('default-profile')\n";
+
 // The first has the highest priority and so becomes the default.
 std::string sinkObject(const SoundServer::Sink& sink, std::size_t position) {
     std::string properties;
@@ -63,6 +71,7 @@ void PipeWireServer::writeConfiguration() const {
                       "') end)\n"
                       "memory:activate()\n");
     const bool on = bluetooth_ == Bluetooth::On;
+    if (on) folder_.write("config/wireplumber/main.lua.d/81-volumes.lua", deviceDefaultsText);
     folder_.write("config/wireplumber/bluetooth.lua.d/80-rig.lua",
                   std::string("bluez_monitor.enabled = ") + (on ? "true" : "false") +
                       "\nbluez_monitor.properties[\"with-logind\"] = false\n"

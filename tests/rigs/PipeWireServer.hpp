@@ -16,7 +16,9 @@ class PipeWireServer : public SoundServer {
     using SoundServer::SoundServer;
     ServerKind kind() const override { return ServerKind::PipeWire; }
 
-    /// Before start(): look for Bluetooth devices on the system bus of the environment.
+    /// Before start(): look for Bluetooth devices on the system bus of the environment. With it the
+    /// session manager gives no device a volume, as it does by default to each new one: in several
+    /// turns, each of which would undo what the headset, the mixer or a test has set meanwhile.
     void setBluetooth(Bluetooth bluetooth) { bluetooth_ = bluetooth; }
     /// Before start(): without one, isReady() is never true.
     void setSessionManager(SessionManager manager) { manager_ = manager; }
