@@ -104,6 +104,8 @@ class UISlider : public UIControl {
     CGFloat thumbCentre() const;
     float valueAtThumbCentre(CGFloat x) const;
     CGRect movingPart() const;
+    CGFloat roomAroundThumb() const;
+    bool showsFocus() const;
     void setImage(Image& slot, const Image& image);
     void setTint(std::optional<UIColor>& slot, const std::optional<UIColor>& color);
     void rangeChanged();

@@ -47,7 +47,11 @@ void UISlider::drawParts(Canvas& canvas) const {
     drawTrack(canvas);
     if (CGRectIsEmpty(thumbRect())) return;
     drawThumb(canvas);
-    if (isFocused() && window()->isFocusVisible()) drawFocus(canvas);
+    if (showsFocus()) drawFocus(canvas);
+}
+
+bool UISlider::showsFocus() const {
+    return isFocused() && window()->isFocusVisible();
 }
 
 void UISlider::drawValueImages(Canvas& canvas) const {

@@ -78,7 +78,18 @@ CGRect UISlider::thumbRect() const {
 
 CGRect UISlider::movingPart() const {
     const CGRect thumb = thumbRect();
-    return CGRectIsEmpty(thumb) ? bounds() : CGRectInset(thumb, -aroundThumb, -aroundThumb);
+    if (CGRectIsEmpty(thumb)) return bounds();
+    const CGRect track = trackRect();
+    const CGRect border =
+        CGRectMake(thumb.origin.x, track.origin.y, thumb.size.width, track.size.height);
+    const CGFloat room = roomAroundThumb();
+    return CGRectUnion(CGRectInset(thumb, -room, -room), border);
+}
+
+// No more than it needs, or every move of the thumb would paint the rows above and below too.
+CGFloat UISlider::roomAroundThumb() const {
+    const bool hasImage = thumb_[UIControlStateNormal] != nullptr;
+    return hasImage && !showsFocus() ? aroundThumbImage : aroundThumb;
 }
 
 CGRect UISlider::paintBounds() const {
@@ -90,5 +101,6 @@ CGRect UISlider::paintBounds() const {
         if (*image) height = std::max(height, (*image)->size().height);
     const CGRect parts = centredVertically(0, {bounds().size.width, height});
     if (CGRectIsEmpty(bounds())) return {};
-    return CGRectUnion(bounds(), CGRectInset(parts, -aroundThumb, -aroundThumb));
+    const CGFloat room = roomAroundThumb();
+    return CGRectUnion(bounds(), CGRectInset(parts, -room, -room));
 }

@@ -98,7 +98,8 @@ class UIView : public UIResponder {
     void paint(Canvas& canvas, const CGRect& damage);
 
  protected:
-    /// paintBounds() may have changed without the frame.
+    /// paintBounds() may have changed without the frame. The window calls it of a view on which the
+    /// focus comes to be seen, or ceases to.
     void paintBoundsChanged();
     /// What this view says of itself to assistive technology has changed.
     void structureChanged();

@@ -90,7 +90,7 @@ bool UIWindow::sendKey(UIKey key) {
 void UIWindow::setFocusVisible(bool visible) {
     if (visible == focusVisible_) return;
     focusVisible_ = visible;
-    if (const auto view = focusedView()) view->setNeedsDisplay();
+    if (const auto view = focusedView()) view->paintBoundsChanged();
 }
 
 void UIWindow::setFocusedView(const std::shared_ptr<UIView>& view) {
@@ -98,8 +98,8 @@ void UIWindow::setFocusedView(const std::shared_ptr<UIView>& view) {
     if (view == former) return;
     if (view && !canFocus(*view)) return;
     focused_ = view;
-    if (former) former->setNeedsDisplay();
-    if (view) view->setNeedsDisplay();
+    if (former) former->paintBoundsChanged();
+    if (view) view->paintBoundsChanged();
 }
 
 bool UIWindow::canFocus(const UIView& view) const {

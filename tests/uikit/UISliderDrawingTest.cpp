@@ -212,6 +212,46 @@ TEST_F(UISliderDrawing, FollowsTheThumbImagesShapeWithTheRing) {
     EXPECT_EQ(strokes[0].radius, 3) << "its corners are square";
 }
 
+TEST_F(UISliderDrawing, PaintsHardlyMoreThanAThumbImageWhenItMoves) {
+    slider->setThumbImage(decoder.image("thumb.png", {31, 31}), UIControlStateNormal);
+    painted();
+    const CGRect before = CGRectOffset(slider->thumbRect(), 20, 20);
+    slider->setValue(51);
+    const CGRect both = CGRectUnion(before, CGRectOffset(slider->thumbRect(), 20, 20));
+    const std::vector<CGRect> moved = window->takeDamage();
+    ASSERT_EQ(moved.size(), 1U);
+    const CGRect most = CGRectInset(both, -2, -2);
+    EXPECT_EQ(CGRectIntersection(moved[0], both), both);
+    EXPECT_EQ(CGRectIntersection(moved[0], most), moved[0]);
+}
+
+TEST_F(UISliderDrawing, MakesRoomForTheRingWhileItIsThere) {
+    slider->setThumbImage(decoder.image("thumb.png", {31, 31}), UIControlStateNormal);
+    painted();
+    window->sendKey(UIKey::Tab);
+    const std::vector<CGRect> shown = window->damage();
+    const CGRect ring = painted().ofKind("stroke").at(0).rect;
+    ASSERT_EQ(shown.size(), 1U);
+    EXPECT_EQ(CGRectIntersection(ring, shown[0]), ring);
+    window->setFocusedView(nullptr);
+    const std::vector<CGRect> gone = window->damage();
+    ASSERT_EQ(gone.size(), 1U);
+    EXPECT_EQ(CGRectIntersection(ring, gone[0]), ring);
+    EXPECT_TRUE(painted().ofKind("stroke").empty());
+    slider->setValue(51);
+    ASSERT_EQ(window->damage().size(), 1U);
+    EXPECT_LE(window->damage()[0].size.height, 31 + 3) << "the room is given back";
+}
+
+TEST_F(UISliderDrawing, PaintsTheBorderOfATrackThatIsHigherThanItsThumb) {
+    slider->setThumbImage(decoder.image("thumb.png", {8, 8}), UIControlStateNormal);
+    slider->setMinimumTrackImage(decoder.image("left.png", {20, 28}), UIControlStateNormal);
+    painted();
+    slider->setValue(90);
+    ASSERT_EQ(window->damage().size(), 1U);
+    EXPECT_EQ(window->damage()[0].size.height, 28);
+}
+
 TEST_F(UISliderDrawing, IsFaintAsAWholeWhileDisabled) {
     slider->setMinimumValueImage(decoder.image("quiet.png", {18, 20}));
     const RecordingCanvas enabled = painted();
