@@ -1,7 +1,7 @@
 #include "platform/foundation/NSRunLoop.hpp"
 #include "tests/pulse/ServiceFixture.hpp"
+#include "tests/rigs/TurnWatch.hpp"
 
-#include <algorithm>
 #include <csignal>
 #include <filesystem>
 
@@ -26,14 +26,12 @@ class PulseFaults : public OnBothServers {
     }
     /// Waits as waitUntil() does and answers the longest time for which the main thread was away.
     double longestTurnUntil(const std::function<bool()>& condition) {
-        double longest = 0;
-        double last = NSRunLoop::mainRunLoop().currentTime();
+        rigs::TurnWatch turns;
         EXPECT_TRUE(waitUntil([&] {
-            const double now = NSRunLoop::mainRunLoop().currentTime();
-            longest = std::max(longest, now - std::exchange(last, now));
+            turns.turn();
             return condition();
         }));
-        return longest;
+        return turns.longestSeconds();
     }
 
     std::vector<State> states_;

@@ -1,11 +1,10 @@
 #include "tests/pulse/LiveMixer.hpp"
 #include "tests/pulse/Memory.hpp"
 #include "tests/pulse/ServiceFixture.hpp"
+#include "tests/rigs/TurnWatch.hpp"
 #include "tests/support/RecordingCanvas.hpp"
 
 #include <glib.h>
-
-#include <algorithm>
 
 // Another program that never stops moving the volume.
 
@@ -23,7 +22,7 @@ class PulseFlood : public OnBothServers {
 
         unsigned sent = 0;
         unsigned paints = 0;
-        double longestTurn = 0;
+        rigs::TurnWatch turns;
 
      private:
         void sendDue(double elapsed);
@@ -52,11 +51,10 @@ void PulseFlood::Flood::paintIfDue(double elapsed) {
 
 void PulseFlood::Flood::run() {
     const gint64 start = g_get_monotonic_time();
-    double last = 0;
     waitUntil(
         [&] {
             const double now = double(g_get_monotonic_time() - start) / G_USEC_PER_SEC;
-            longestTurn = std::max(longestTurn, now - std::exchange(last, now));
+            turns.turn();
             sendDue(now);
             paintIfDue(now);
             return now >= seconds;
@@ -88,7 +86,8 @@ TEST_P(PulseFlood, LeavesTheWindowResponsiveAndEndsOnTheTrueVolume) {
     EXPECT_GE(volumesPosted("Audio/Video").size(), 100U);
     EXPECT_LE(flood.paints, 60 * seconds + 1);
     EXPECT_GE(flood.paints, 100U);
-    EXPECT_LT(flood.longestTurn, 0.2);  // A fraction of a millisecond on an idle machine.
+    EXPECT_LT(flood.turns.longestSeconds(),
+              0.2);  // A fraction of a millisecond on an idle machine.
     EXPECT_LT(allocatedBytes(), bytesBefore + 256 * 1024);
     EXPECT_EQ(openDescriptors(), descriptorsBefore);
 }
