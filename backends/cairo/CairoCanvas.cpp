@@ -128,6 +128,7 @@ void CairoCanvas::translate(CGFloat dx, CGFloat dy) {
 
 void CairoCanvas::clip(const CGRect& rect) {
     const CGRect area = grid_.aligned(grid_.paintable(rect).value_or(CGRect{}));
+    if (clipped_.isWithin(area)) return;
     cairo_new_path(context_);
     cairo_rectangle(context_, area.origin.x, area.origin.y, area.size.width, area.size.height);
     cairo_clip(context_);

@@ -39,6 +39,16 @@ bool ClipArea::meets(const CGRect& rect) const {
     });
 }
 
+bool ClipArea::isWithin(const CGRect& rect) const {
+    if (isEndless_) return false;
+    const Part around =
+        below(rect.origin.x, rect.origin.y, CGRectGetMaxX(rect), CGRectGetMaxY(rect));
+    return std::ranges::all_of(parts_, [&](const Part& part) {
+        return around.left <= part.left && around.right >= part.right && around.top <= part.top &&
+               around.bottom >= part.bottom;
+    });
+}
+
 ClipArea::Part ClipArea::below(double left, double top, double right, double bottom) const {
     cairo_matrix_t matrix;
     cairo_get_matrix(context_, &matrix);

@@ -14,6 +14,8 @@ class ClipArea {
     /// Whether it meets the rectangle, given in the context's coordinates of now. A clip that is
     /// no set of rectangles counts as the rectangle around it; an endless surface is met by all.
     bool meets(const CGRect& rect) const;
+    /// Whether all of it lies in the rectangle, given likewise: clipping to that changes nothing.
+    bool isWithin(const CGRect& rect) const;
 
  private:
     /// In the coordinates below the context's matrix.

@@ -134,6 +134,26 @@ TEST(CairoCanvas, KnowsWhatOfItCanBeSeen) {
     EXPECT_FALSE(canvas.isVisible(CGRectMake(0, 0, 40, 40)));
 }
 
+TEST(CairoCanvas, ClipsThoseOfItsPartsThatLieOutside) {
+    struct Case {
+        CGRect clip;
+        int inked;
+    };
+    for (const Case& each :
+         {Case{CGRectMake(-5, -5, 50, 50), 200}, Case{CGRectMake(0, 0, 40, 40), 200},
+          Case{CGRectMake(0, 0, 39, 40), 190}, Case{CGRectMake(0, 1, 40, 39), 190},
+          Case{CGRectMake(0, 0, 15, 15), 100}, Case{CGRectMake(25, 25, 15, 15), 100},
+          Case{CGRectMake(12, 12, 12, 12), 0}}) {
+        Paper paper(40, 40);
+        clipToTwo(paper);
+        CairoCanvas canvas(paper.context(), 1);
+        canvas.translate(7, 3);
+        canvas.clip(CGRectOffset(each.clip, -7, -3));
+        canvas.fill(CGRectMake(-10, -10, 60, 60), UIColor::redColor());
+        EXPECT_EQ(paper.inked(), each.inked) << CGRectGetMaxX(each.clip);
+    }
+}
+
 TEST(CairoCanvas, SeesAllOfASurfaceThatNothingClips) {
     Paper paper(10, 10);
     EXPECT_TRUE(paper.canvas().isVisible(CGRectMake(9, 9, 1, 1)));
