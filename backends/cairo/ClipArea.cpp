@@ -31,8 +31,7 @@ ClipArea::ClipArea(cairo_t* context) : context_(context) {
 bool ClipArea::meets(const CGRect& rect) const {
     if (CGRectIsEmpty(rect)) return false;
     if (isEndless_) return true;
-    const Part wanted =
-        below(rect.origin.x, rect.origin.y, CGRectGetMaxX(rect), CGRectGetMaxY(rect));
+    const Part wanted = below(rect);
     return std::ranges::any_of(parts_, [&](const Part& part) {
         return wanted.left < part.right && wanted.right > part.left && wanted.top < part.bottom &&
                wanted.bottom > part.top;
@@ -41,8 +40,7 @@ bool ClipArea::meets(const CGRect& rect) const {
 
 bool ClipArea::isWithin(const CGRect& rect) const {
     if (isEndless_) return false;
-    const Part around =
-        below(rect.origin.x, rect.origin.y, CGRectGetMaxX(rect), CGRectGetMaxY(rect));
+    const Part around = below(rect);
     return std::ranges::all_of(parts_, [&](const Part& part) {
         return around.left <= part.left && around.right >= part.right && around.top <= part.top &&
                around.bottom >= part.bottom;
@@ -55,4 +53,8 @@ ClipArea::Part ClipArea::below(double left, double top, double right, double bot
     cairo_matrix_transform_point(&matrix, &left, &top);
     cairo_matrix_transform_point(&matrix, &right, &bottom);
     return {left, top, right, bottom};
+}
+
+ClipArea::Part ClipArea::below(const CGRect& rect) const {
+    return below(rect.origin.x, rect.origin.y, CGRectGetMaxX(rect), CGRectGetMaxY(rect));
 }

@@ -27,6 +27,7 @@ class ClipArea {
     };
 
     Part below(double left, double top, double right, double bottom) const;
+    Part below(const CGRect& rect) const;
 
     cairo_t* context_;
     std::vector<Part> parts_;
