@@ -34,8 +34,7 @@ double ownSeconds() {
 
 void TurnWatch::turn() {
     const double now = ownSeconds();
-    if (hasBegun_) longest_ = std::max(longest_, now - last_);
-    hasBegun_ = true;
+    longest_ = std::max(longest_, now - last_.value_or(now));
     last_ = now;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 namespace rigs {
 
 /// Watches how long the thread stays away from its loop: the time that a turn runs or is blocked,
@@ -12,9 +14,9 @@ class TurnWatch {
     double longestSeconds() const { return longest_; }
 
  private:
-    double last_ = 0;  // On a clock that stands still while the thread waits for a processor.
+    /// On a clock that stands still while the thread waits for a processor.
+    std::optional<double> last_;
     double longest_ = 0;
-    bool hasBegun_ = false;
 };
 
 }  // namespace rigs
