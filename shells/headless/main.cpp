@@ -61,8 +61,9 @@ int host(const HeadlessOptions& chosen) {
     options.parentWidth = chosen.parentWidth;
     options.clock = chosen.clock();
     if (chosen.server == ServerKind::Simulated) return converse(options, makeSimulatedDevice());
-    auto [server, error] = openSoundServer(
-        shell::modulePath(soundServerModule, shell::programDirectory()), chosen.serverAddress);
+    const LoadedSoundServer module =
+        loadSoundServer(shell::modulePath(soundServerModule, shell::programDirectory()));
+    auto [server, error] = openSoundServer(module, chosen.serverAddress);
     if (!server) return complain(EXIT_FAILURE, error);
     return converse(options, makeServerDevice(std::move(server)));
 }

@@ -8,7 +8,7 @@
 
 /// The machine's sound server as a volume service, with what a shell must know of it. It lies in a
 /// module of its own: the server's libraries are a third of what a small program takes to start,
-/// and the first picture does not need them. Main thread.
+/// and can be loaded beside the rest of it. Main thread.
 class SoundServer {
  public:
     enum class Answers { No, Yes };
@@ -35,10 +35,17 @@ using SoundServerEntry = SoundServer* (*)(const char* address);
 inline constexpr const char* soundServerEntryName = "tarnwick_sound_server_open";
 inline constexpr const char* soundServerModule = "tarnwick-pulse.so";
 
+/// The module's entry, or nullptr and why there is none.
+struct LoadedSoundServer {
+    SoundServerEntry entry = nullptr;
+    std::string error;
+};
+/// Loads the module (its file). Takes some milliseconds. Any thread.
+LoadedSoundServer loadSoundServer(const std::string& module);
+
 /// A server that is being connected to, or why there is none.
 struct OpenedSoundServer {
     std::unique_ptr<SoundServer> server;
     std::string error;
 };
-/// Loads the module (its file). Takes some milliseconds.
-OpenedSoundServer openSoundServer(const std::string& module, const NSString& address);
+OpenedSoundServer openSoundServer(const LoadedSoundServer& module, const NSString& address);

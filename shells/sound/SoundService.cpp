@@ -43,9 +43,16 @@ void SoundService::install(std::shared_ptr<AVSystemController> service) {
     if (changeHandler_) changeHandler_();
 }
 
+void SoundService::loadAhead() {
+    if (stage_ == Stage::Simulated || connecting_ || loading_.valid()) return;
+    loading_ = std::async(std::launch::async, loadSoundServer, serverModule_);
+}
+
 void SoundService::connect() {
     if (stage_ == Stage::Simulated || std::exchange(connecting_, true)) return;
-    auto [server, error] = openSoundServer(serverModule_, std::nullopt);
+    const LoadedSoundServer module =
+        loading_.valid() ? loading_.get() : loadSoundServer(serverModule_);
+    auto [server, error] = openSoundServer(module, std::nullopt);
     if (!server) {
         say(error);
         return setStage(Stage::Silent);
@@ -63,6 +70,19 @@ void SoundService::connect() {
 void SoundService::setAttention(SoundServer::Attention attention) {
     attention_ = attention;
     if (server_) server_->setAttention(attention);
+}
+
+void SoundService::whenSettled(double atMostSeconds, std::function<void()> handler) {
+    if (isSettled()) return handler();
+    settledHandler_ = std::make_shared<const std::function<void()>>(std::move(handler));
+    NSRunLoop::mainRunLoop().performAfterDelay(atMostSeconds,
+                                               [this, waiting = std::weak_ptr(settledHandler_)] {
+                                                   if (!waiting.expired()) tellThatSettled();
+                                               });
+}
+
+void SoundService::tellThatSettled() {
+    if (const auto handler = std::exchange(settledHandler_, nullptr)) (*handler)();
 }
 
 void SoundService::serverAnswers(SoundServer::Answers answers) {
@@ -85,7 +105,9 @@ void SoundService::beginToWait() {
 void SoundService::setStage(Stage stage) {
     const bool wasSilent = isSilent();
     stage_ = stage;
-    if (wasSilent == isSilent()) return;
-    say(isSilent() ? "no sound server answers" : "the sound server answers now");
-    if (silenceHandler_) silenceHandler_();
+    if (wasSilent != isSilent()) {
+        say(isSilent() ? "no sound server answers" : "the sound server answers now");
+        if (silenceHandler_) silenceHandler_();
+    }
+    tellThatSettled();
 }

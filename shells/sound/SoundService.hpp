@@ -3,6 +3,7 @@
 #include "shells/sound/SoundServer.hpp"
 
 #include <functional>
+#include <future>
 #include <memory>
 #include <string>
 
@@ -23,11 +24,18 @@ class SoundService {
     SoundService(const SoundService&) = delete;
     SoundService& operator=(const SoundService&) = delete;
 
-    /// Loads the module and begins to connect, the first time only. Takes some milliseconds: best
-    /// after the first picture.
+    /// Begins to load the module in a thread of its own, so that connect() finds it there. Whatever
+    /// changes the environment comes before: the libraries read it.
+    void loadAhead();
+    /// Begins to connect, the first time only. Loads the module first, or waits for the thread that
+    /// does: some milliseconds at most.
     void connect();
     /// Whether the volumes are known as far as they will be soon: simulated, answered, or silent.
     bool isSettled() const { return stage_ != Stage::Awaited; }
+    /// Calls the handler once, as soon as it is settled, at the latest after that time. Within this
+    /// call where it is settled already. The last handler counts.
+    void whenSettled(double atMostSeconds, std::function<void()> handler);
+    void forgetWhenSettled() { settledHandler_.reset(); }
     /// Whether no server answers, and has not for a while.
     bool isSilent() const { return stage_ == Stage::Silent; }
     /// Whether a volume that was set is still on its way.
@@ -51,15 +59,19 @@ class SoundService {
     void serverAnswers(SoundServer::Answers answers);
     void beginToWait();
     void setStage(Stage stage);
+    void tellThatSettled();
     void install(std::shared_ptr<AVSystemController> service);
 
     std::string serverModule_;
+    std::future<LoadedSoundServer> loading_;
     std::unique_ptr<SoundServer> server_;
     SoundServer::Attention attention_ = SoundServer::Attention::Watched;
     bool connecting_ = false;
     Stage stage_ = Stage::Awaited;
     /// What the waiting under way holds: a new one, or the end of this, makes it forget.
     std::shared_ptr<const bool> waiting_;
+    /// Shared, so that its patience ends with it.
+    std::shared_ptr<const std::function<void()>> settledHandler_;
     std::function<void()> changeHandler_;
     std::function<void()> availabilityHandler_;
     std::function<void()> silenceHandler_;

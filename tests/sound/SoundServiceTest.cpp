@@ -4,8 +4,27 @@
 
 #include <dlfcn.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <string>
 
 namespace {
+
+/// A copy of the module, which nobody has loaded yet: what is loaded stays.
+class ModuleOfItsOwn {
+ public:
+    ModuleOfItsOwn() { std::filesystem::copy_file(FAKE_SOUND_SERVER, path_); }
+    ~ModuleOfItsOwn() { std::filesystem::remove(path_); }
+    ModuleOfItsOwn(const ModuleOfItsOwn&) = delete;
+    ModuleOfItsOwn& operator=(const ModuleOfItsOwn&) = delete;
+
+    const std::string& path() const { return path_; }
+    bool isLoaded() const { return dlopen(path_.c_str(), RTLD_NOW | RTLD_NOLOAD) != nullptr; }
+
+ private:
+    std::string path_ = testing::TempDir() + "sound_module_" + std::to_string(getpid()) + ".so";
+};
 
 class SoundServiceTest : public testing::Test {
  protected:
@@ -45,10 +64,15 @@ class SoundServiceTest : public testing::Test {
         return installed() && installed()->getVolume(volume, "Ringtone");
     }
 
+    void waitUntilSettled(double patienceSeconds) {
+        service->whenSettled(patienceSeconds, [this] { ++settlings; });
+    }
+
     double now = 100;
     int changes = 0;
     int rereads = 0;
     int silences = 0;
+    int settlings = 0;
     std::unique_ptr<SoundService> service;
 };
 
@@ -71,6 +95,112 @@ TEST_F(SoundServiceTest, SimulatedDeviceIsThereAtOnceAndLoadsNothing) {
     service->connect();
     EXPECT_EQ(fakeServer(), nullptr);
     EXPECT_EQ(changes, 0);
+}
+
+TEST_F(SoundServiceTest, SimulatedDeviceLoadsNothingAhead) {
+    const ModuleOfItsOwn module;
+    make(SoundSource::Simulated, module.path()).loadAhead();
+    service.reset();
+    EXPECT_FALSE(module.isLoaded());
+}
+
+TEST_F(SoundServiceTest, LoadsAheadWithoutConnecting) {
+    const ModuleOfItsOwn module;
+    make(SoundSource::Server, module.path()).loadAhead();
+    service->loadAhead();
+    service.reset();  // Waits for the thread.
+    EXPECT_TRUE(module.isLoaded());
+    EXPECT_EQ(silences, 0);
+    EXPECT_EQ(changes, 0);
+}
+
+TEST_F(SoundServiceTest, ConnectsToWhatWasLoadedAhead) {
+    make(SoundSource::Server).loadAhead();
+    service->connect();
+    ASSERT_NE(fakeServer(), nullptr);
+    EXPECT_EQ(installed(), fakeServer()->service());
+    EXPECT_EQ(changes, 1);
+    service->loadAhead();
+    service->connect();
+    EXPECT_EQ(changes, 1) << "connecting twice";
+}
+
+TEST_F(SoundServiceTest, ModuleThatIsMissingIsSilenceAlsoWhenLoadedAhead) {
+    make(SoundSource::Server, "/nowhere/module.so").loadAhead();
+    EXPECT_EQ(silences, 0);
+    testing::internal::CaptureStderr();
+    service->connect();
+    const std::string said = testing::internal::GetCapturedStderr();
+    EXPECT_TRUE(service->isSilent());
+    EXPECT_NE(said.find("/nowhere/module.so"), std::string::npos) << said;
+}
+
+TEST_F(SoundServiceTest, TellsOnceThatItIsSettled) {
+    make(SoundSource::Server).connect();
+    waitUntilSettled(0.5);
+    advance(0.49);
+    EXPECT_EQ(settlings, 0);
+    tell("fake_sound_server_answers");
+    EXPECT_EQ(settlings, 1);
+    tell("fake_sound_server_falls_silent");
+    tell("fake_sound_server_answers");
+    advance(5);
+    EXPECT_EQ(settlings, 1);
+}
+
+TEST_F(SoundServiceTest, TellsAtOnceWhatIsSettledAlready) {
+    make(SoundSource::Simulated);
+    waitUntilSettled(0.5);
+    EXPECT_EQ(settlings, 1);
+    advance(1);
+    EXPECT_EQ(settlings, 1);
+}
+
+TEST_F(SoundServiceTest, WaitsNoLongerThanItsPatienceForTheServer) {
+    make(SoundSource::Server).connect();
+    waitUntilSettled(0.5);
+    advance(0.51);
+    EXPECT_EQ(settlings, 1);
+    EXPECT_FALSE(service->isSettled());
+    tell("fake_sound_server_answers");
+    EXPECT_EQ(settlings, 1);
+}
+
+TEST_F(SoundServiceTest, SilenceEndsTheWaitToo) {
+    make(SoundSource::Server).connect();
+    waitUntilSettled(5);
+    advance(1.01);
+    EXPECT_EQ(settlings, 1);
+    EXPECT_TRUE(service->isSilent());
+}
+
+TEST_F(SoundServiceTest, TellsNobodyWhoNoLongerWaits) {
+    make(SoundSource::Server).connect();
+    waitUntilSettled(0.5);
+    service->forgetWhenSettled();
+    tell("fake_sound_server_answers");
+    advance(1);
+    EXPECT_EQ(settlings, 0);
+}
+
+TEST_F(SoundServiceTest, TellsTheLastWhoWaitsAlone) {
+    make(SoundSource::Server).connect();
+    int earlier = 0;
+    service->whenSettled(0.1, [&] { ++earlier; });
+    waitUntilSettled(0.5);
+    advance(0.2);
+    EXPECT_EQ(settlings, 0) << "the patience of the one before";
+    tell("fake_sound_server_answers");
+    EXPECT_EQ(settlings, 1);
+    EXPECT_EQ(earlier, 0);
+}
+
+TEST_F(SoundServiceTest, VolumesCanBeReadOnceItTellsThatItIsSettled) {
+    make(SoundSource::Server).connect();
+    bool readable = false;
+    service->whenSettled(0.5, [&] { readable = canRead(); });
+    tell("fake_sound_server_answers");
+    EXPECT_TRUE(readable);
 }
 
 TEST_F(SoundServiceTest, NothingCanBeReadBeforeItConnects) {
