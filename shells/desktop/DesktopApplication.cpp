@@ -1,5 +1,6 @@
 #include "shells/desktop/DesktopApplication.hpp"
 
+#include "backends/cairo/CairoText.hpp"
 #include "platform/foundation/MachineModel.hpp"
 #include "platform/uikit/UILabel.hpp"
 #include "shells/common/ApplicationId.hpp"
@@ -19,8 +20,8 @@ void complain(const std::string& what) {
     std::fprintf(stderr, "tarnwick: %s\n", what.c_str());
 }
 
-/// nullptr where there is no display to open.
-GdkDisplay* openDisplay() {
+/// All of the start that changes the environment: threads may read it afterwards.
+void beginGdk() {
     g_set_prgname(applicationId);  // By this name a Wayland desktop finds its icon.
     g_set_application_name(applicationName);
     // Nothing here is drawn by GL. The first program of a session that opens a display would load
@@ -28,6 +29,11 @@ GdkDisplay* openDisplay() {
     // start and 30 MB for good; and a mixer that starts with the session may be the first.
     constexpr gboolean overwrite = FALSE;
     g_setenv("GDK_GL", "disable", overwrite);
+    gdk_parse_args(nullptr, nullptr);
+}
+
+/// nullptr where there is no display to open.
+GdkDisplay* openDisplay() {
     if (gdk_init_check(nullptr, nullptr) == FALSE) return nullptr;
     gdk_set_program_class(applicationId);
     return gdk_display_get_default();
@@ -51,16 +57,24 @@ int DesktopApplication::run() {
     if (options_.quit) return quitOther();
     if (!options_.standsAlone()) instance_.begin();
     UILabel::setDefaultTextColor(UIColor::whiteColor());
+    sound_ = std::make_unique<SoundService>(
+        options_.simulate ? SoundSource::Simulated : SoundSource::Server,
+        modulePath(soundServerModule));
+    beginGdk();
+    if (!instance_.isLockTaken()) loadAhead();
     GdkDisplay* display = options_.paint ? nullptr : openDisplay();
     // The bus may have answered by now; what is asked of it next is answered meanwhile.
     while (display && g_main_context_iteration(nullptr, FALSE) != FALSE) {
     }
-    sound_ = std::make_unique<SoundService>(
-        options_.simulate ? SoundSource::Simulated : SoundSource::Server,
-        modulePath(soundServerModule));
     if (!openWidget()) return EXIT_FAILURE;
     if (options_.paint) return paint(*options_.paint);
     return display ? runWindow(display) : reportRows();
+}
+
+/// What takes long and needs no display, in threads beside its opening.
+void DesktopApplication::loadAhead() {
+    sound_->loadAhead();
+    if (!options_.background) CairoText::shared();  // Looks for its fonts in a thread.
 }
 
 bool DesktopApplication::openWidget() {

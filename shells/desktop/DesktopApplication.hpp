@@ -22,6 +22,7 @@ class DesktopApplication {
     int run();
 
  private:
+    void loadAhead();
     /// Says what could not be loaded; answers whether anything could.
     bool openWidget();
     int runWindow(GdkDisplay* display);

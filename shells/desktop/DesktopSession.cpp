@@ -13,6 +13,10 @@
 
 namespace {
 
+// Seconds, two frames: rows that fill before the window is seen do not flicker, and nobody notices
+// that it came later. A server that is there answers within two milliseconds.
+constexpr double firstPicturePatience = 0.033;
+
 bool isX11(GdkDisplay* display) {
 #ifdef GDK_WINDOWING_X11
     return GDK_IS_X11_DISPLAY(display);
@@ -56,6 +60,7 @@ void DesktopSession::run() {
     const EndSignals signals([this] { quit(); });
     begin();
     g_main_loop_run(loop_.get());
+    sound_.forgetWhenSettled();
     tray_.reset();
     window_.setCloseHandler({});
     window_.close();
@@ -70,11 +75,13 @@ void DesktopSession::begin() {
         !options_.standsAlone())
         return beginHidden();
     if (options_.background) say("there is no session bus to be called by: an ordinary start");
-    show();
+    sound_.connect();
+    sound_.whenSettled(firstPicturePatience, [this] { show(); });
 }
 
 void DesktopSession::beginHidden() {
     sound_.setAttention(SoundServer::Attention::Resting);
+    sound_.connect();
     afterFirstFrame();
 }
 
@@ -98,7 +105,6 @@ void DesktopSession::serviceChanged() {
 
 /// What need not be there for the first picture.
 void DesktopSession::afterFirstFrame() {
-    sound_.connect();
     if (!options_.standsAlone()) instance_.connect();
     instance_.setStandingHandler([this] { standingChanged(); });
     instance_.setRequestHandler([this](InstanceRequest request) { requested(request); });

@@ -35,6 +35,8 @@ class SingleInstance {
     /// Goes onto the bus, if begin() has not and there is one. Returns at once.
     void connect();
     Standing standing() const { return standing_; }
+    /// Whether another start holds the lock: most likely this one only asks it for something.
+    bool isLockTaken() const { return lockState_ == InstanceLock::State::Taken; }
     /// Runs the main loop until the standing is known, for as long as that at most; not at all
     /// where the lock is ours.
     Standing waitForStanding(double seconds = patienceSeconds);

@@ -15,7 +15,7 @@ namespace {
 /// The program in a window of its own, and a sound server that comes when it likes.
 class LateServerTest : public testing::Test {
  protected:
-    LateServerTest() {
+    void startProgram() {
         rigs::Environment environment = folder.environment();
         environment["DISPLAY"] = display.displayName();
         environment["GDK_BACKEND"] = "x11";
@@ -31,6 +31,11 @@ class LateServerTest : public testing::Test {
         std::ostringstream all;
         all << file.rdbuf();
         return all.str().find(text) != std::string::npos;
+    }
+    /// Captions have more colours than a bare window.
+    bool isPainted() {
+        constexpr std::size_t fewColours = 8;
+        return user.coloursIn(CGRectMake(0, 0, XServer::width, XServer::height)) > fewColours;
     }
     /// Of the filled parts of the tracks: none while the volumes are unknown.
     std::size_t redPixels() {
@@ -48,6 +53,8 @@ class LateServerTest : public testing::Test {
 };
 
 TEST_F(LateServerTest, FillsTheRowsOnceItAnswers) {
+    startProgram();
+    ASSERT_TRUE(rigs::waitUntil([&] { return isPainted(); }));
     ASSERT_TRUE(rigs::waitUntil([&] { return says("no sound server answers"); }));
     EXPECT_EQ(redPixels(), 0U);
     server.startAndWait();
@@ -55,8 +62,19 @@ TEST_F(LateServerTest, FillsTheRowsOnceItAnswers) {
     EXPECT_TRUE(rigs::waitUntil([&] { return redPixels() > 0; })) << "the window was shown before";
 }
 
+TEST_F(LateServerTest, DoesNotKeepItsWindowFromAUserWhoseServerHangs) {
+    server.startAndWait();
+    server.suspend();
+    startProgram();
+    EXPECT_TRUE(rigs::waitUntil([&] { return isPainted(); }));
+    EXPECT_EQ(redPixels(), 0U);
+    server.resume();
+    EXPECT_TRUE(rigs::waitUntil([&] { return redPixels() > 0; }));
+}
+
 TEST_F(LateServerTest, EmptiesThemWhenItGoesAndFillsThemAgain) {
     server.startAndWait();
+    startProgram();
     ASSERT_TRUE(rigs::waitUntil([&] { return redPixels() > 0; }));
     server.stop(SIGKILL);
     EXPECT_TRUE(rigs::waitUntil([&] { return redPixels() == 0; }));
