@@ -5,6 +5,7 @@
 #include "backends/cairo/Limits.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numbers>
 
@@ -41,6 +42,17 @@ void addRounded(cairo_t* context, const CGRect& rect, double radius) {
     cairo_arc(context, left + radius, bottom - radius, radius, quarter, 2 * quarter);
     cairo_arc(context, left + radius, top + radius, radius, 2 * quarter, 3 * quarter);
     cairo_close_path(context);
+}
+
+// Top, bottom, left and right of what lies between the two; none meets another, or a translucent
+// colour would be seen twice.
+std::array<CGRect, 4> sidesBetween(const CGRect& outside, const CGRect& inside) {
+    const CGPoint& corner = outside.origin;
+    const CGSize across = {outside.size.width, inside.origin.y - corner.y};
+    const CGSize down = {inside.origin.x - corner.x, inside.size.height};
+    return {CGRect{corner, across}, CGRect{{corner.x, CGRectGetMaxY(inside)}, across},
+            CGRect{{corner.x, inside.origin.y}, down},
+            CGRect{{CGRectGetMaxX(inside), inside.origin.y}, down}};
 }
 
 // Whole pixels within the bitmap; an empty one where the source lies outside.
@@ -154,15 +166,6 @@ bool CairoCanvas::looksPlain(const CGRect& rect, double radius) const {
     return radius > 0 && grid_.aligned(rect) == rect && !seesCorners(rect, radius);
 }
 
-bool CairoCanvas::seesEdges(const CGRect& rect, double width) const {
-    const auto thickness = CGFloat(width);
-    const CGSize across = {rect.size.width, thickness};
-    const CGSize down = {thickness, rect.size.height};
-    return isVisible({rect.origin, across}) || isVisible({rect.origin, down}) ||
-           isVisible({{rect.origin.x, CGRectGetMaxY(rect) - thickness}, across}) ||
-           isVisible({{CGRectGetMaxX(rect) - thickness, rect.origin.y}, down});
-}
-
 void CairoCanvas::setColor(const UIColor& color) {
     cairo_set_source_rgba(context_, component(color.red), component(color.green),
                           component(color.blue), component(color.alpha));
@@ -186,16 +189,32 @@ void CairoCanvas::strokeRounded(const CGRect& rect, CGFloat radius, CGFloat widt
                                 const UIColor& color) {
     const std::optional<CGRect> area = grid_.paintable(rect);
     if (!area || !(width > 0)) return;
-    const double outer = limitedRadius(*area, radius);
-    if (!seesEdges(*area, width) && !seesCorners(*area, outer)) return;
+    const CGRect inside = CGRectInset(*area, width, width);
+    if (CGRectIsEmpty(inside)) return fillRounded(*area, radius, color);
+    const double corner = limitedRadius(*area, radius);
+    if (clipped_.isWithin(inside) && !seesCorners(*area, corner)) return;
     setColor(color);
+    if (looksPlain(*area, corner) && grid_.aligned(inside) == inside)
+        fillSidesSeen(*area, inside);
+    else
+        fillRing(*area, corner, inside, std::max(corner - width, 0.0));
+}
+
+// A row's repaint reaches one side of the panel or none, and a rectangle is what the library draws
+// fastest.
+void CairoCanvas::fillSidesSeen(const CGRect& outside, const CGRect& inside) {
+    cairo_new_path(context_);
+    for (const CGRect& side : sidesBetween(outside, inside))
+        if (isVisible(side)) addRounded(context_, side, 0);
+    cairo_fill(context_);
+}
+
+void CairoCanvas::fillRing(const CGRect& outside, double outerRadius, const CGRect& inside,
+                           double innerRadius) {
     cairo_save(context_);
     cairo_new_path(context_);
-    const CGRect inside = CGRectInset(*area, width, width);
-    const bool isPlain = looksPlain(*area, outer) && grid_.aligned(inside) == inside;
-    addRounded(context_, *area, isPlain ? 0 : outer);
-    if (!CGRectIsEmpty(inside))
-        addRounded(context_, inside, isPlain ? 0 : std::max(outer - width, 0.0));
+    addRounded(context_, outside, outerRadius);
+    addRounded(context_, inside, innerRadius);
     cairo_set_fill_rule(context_, CAIRO_FILL_RULE_EVEN_ODD);
     cairo_fill(context_);
     cairo_restore(context_);

@@ -45,7 +45,9 @@ class CairoCanvas : public Canvas {
     void setColor(const UIColor& color);
     bool seesCorners(const CGRect& rect, double radius) const;
     bool looksPlain(const CGRect& rect, double radius) const;
-    bool seesEdges(const CGRect& rect, double width) const;
+    void fillSidesSeen(const CGRect& outside, const CGRect& inside);
+    void fillRing(const CGRect& outside, double outerRadius, const CGRect& inside,
+                  double innerRadius);
 
     cairo_t* context_;
     PixelGrid grid_;

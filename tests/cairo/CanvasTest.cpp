@@ -164,7 +164,7 @@ TEST(CairoCanvas, SeesAllOfASurfaceThatNothingClips) {
 }
 
 class CairoPanel : public testing::TestWithParam<CGFloat> {};
-INSTANTIATE_TEST_SUITE_P(WithABorder, CairoPanel, testing::Values(1, 1.5, 12));
+INSTANTIATE_TEST_SUITE_P(WithABorder, CairoPanel, testing::Values(1, 1.5, 12, 20));
 
 // Round corners are drawn only where they can be seen.
 TEST_P(CairoPanel, IsDrawnInPiecesAsItIsAtOnce) {
@@ -198,6 +198,63 @@ TEST_P(CairoPanel, IsDrawnInPiecesAsItIsAtOnce) {
             }
         }
     }
+}
+
+/// Paper of 40 points a side that shows one part and counts what the library fills.
+class CountedPaper {
+ public:
+    explicit CountedPaper(const CGRect& seen) {
+        cairo_surface_observer_add_fill_callback(
+            observed_.get(),
+            [](cairo_surface_t*, cairo_surface_t*, void* fills) { ++*static_cast<int*>(fills); },
+            &fills_);
+        cairo_rectangle(context_.get(), seen.origin.x, seen.origin.y, seen.size.width,
+                        seen.size.height);
+        cairo_clip(context_.get());
+    }
+    cairo_t* context() { return context_.get(); }
+    int fills() const { return fills_; }
+
+ private:
+    int fills_ = 0;
+    Paper paper_{40, 40};
+    CairoSurface observed_{
+        cairo_surface_create_observer(paper_.surface(), CAIRO_SURFACE_OBSERVER_NORMAL)};
+    CairoContext context_{cairo_create(observed_.get())};
+};
+
+int fillsOfABorder(const CGRect& seen, CGFloat radius) {
+    CountedPaper paper(seen);
+    CairoCanvas canvas(paper.context(), 1);
+    canvas.translate(2, 3);
+    canvas.strokeRounded(CGRectMake(0, 0, 33, 31), radius, 1.5, UIColor::redColor());
+    return paper.fills();
+}
+
+TEST(CairoCanvas, DrawsNoBorderWhereNoneOfItCanBeSeen) {
+    for (const CGFloat radius : {0, 9}) {
+        EXPECT_EQ(fillsOfABorder(CGRectMake(11, 5, 15, 27), radius), 0) << "within the straight";
+        EXPECT_EQ(fillsOfABorder(CGRectMake(4, 12, 29, 13), radius), 0) << "within its width";
+        EXPECT_EQ(fillsOfABorder(CGRectMake(3, 12, 29, 13), radius), 1) << "half a pixel of it";
+        EXPECT_EQ(fillsOfABorder(CGRectMake(4, 12, 30, 13), radius), 1) << "the same on the right";
+        EXPECT_EQ(fillsOfABorder(CGRectMake(11, 4, 15, 27), radius), 1) << "and at the top";
+        EXPECT_EQ(fillsOfABorder(CGRectMake(11, 5, 15, 28), radius), 1) << "and at the bottom";
+    }
+    EXPECT_EQ(fillsOfABorder(CGRectMake(4, 5, 15, 15), 9), 1) << "a corner reaches inside";
+}
+
+TEST(CairoCanvas, PaintsATranslucentBorderOnceWhereItsSidesMeet) {
+    Paper paper(10, 10);
+    cairo_rectangle(paper.context(), 1, 1, 8, 8);  // Without the corners, which are a pixel each.
+    cairo_clip(paper.context());
+    CairoCanvas canvas(paper.context(), 1);
+    canvas.strokeRounded(CGRectMake(0, 0, 10, 10), 1, 3, {1, 0, 0, 0.5});
+    EXPECT_EQ(paper.inked(), 64 - 16);
+    for (const int at : {1, 2, 5, 7, 8})
+        for (const int side : {1, 2, 7, 8}) {
+            EXPECT_EQ(paper.alphaAt(at, side), 128) << at << ' ' << side;
+            EXPECT_EQ(paper.alphaAt(side, at), 128) << side << ' ' << at;
+        }
 }
 
 TEST(CairoCanvas, RestoresOriginAndClip) {
