@@ -58,7 +58,7 @@ Found videoConference(const ServerMirror& /*mirror*/) {
 }
 
 struct Mapping {
-    const char* category;
+    std::string_view category;
     Found (*object)(const ServerMirror&);
 };
 

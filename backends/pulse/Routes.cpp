@@ -9,8 +9,9 @@ namespace pulse {
 namespace {
 
 std::string routeOfSink(const ServerMirror& mirror, const Device* sink) {
+    static const Device unknown;
     const Device* real = realSinkBehind(mirror, sink);
-    return routeOfDevice(real ? *real : Device{});
+    return routeOfDevice(real ? *real : unknown);
 }
 
 const Device* sinkOfNextStream(const ServerMirror& mirror, const VolumeObject& object) {
@@ -29,13 +30,20 @@ bool namesADevice(const std::string& category) {
     return category.starts_with("sink:") || category.starts_with("source:");
 }
 
+NSString routeWithoutObject(const ServerMirror& mirror, const NSString& category) {
+    if (!isCategory(category) || namesADevice(*category)) return std::nullopt;
+    return routeOfSink(mirror, mirror.defaultSink());
+}
+
 }  // namespace
 
 NSString routeForCategory(const ServerMirror& mirror, const NSString& category) {
-    if (!isCategory(category)) return std::nullopt;
-    const auto object = objectForCategory(mirror, category);
-    if (!object && namesADevice(*category)) return std::nullopt;
-    if (!object) return routeOfSink(mirror, mirror.defaultSink());
+    return routeForCategory(mirror, category, objectForCategory(mirror, category));
+}
+
+NSString routeForCategory(const ServerMirror& mirror, const NSString& category,
+                          const std::optional<VolumeObject>& object) {
+    if (!object) return routeWithoutObject(mirror, category);
     if (object->kind == VolumeObject::Kind::Sink)
         return routeOfSink(mirror, mirror.sinkNamed(object->name));
     if (object->kind == VolumeObject::Kind::Source)

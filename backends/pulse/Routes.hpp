@@ -3,6 +3,8 @@
 #include "backends/pulse/ServerMirror.hpp"
 #include "platform/foundation/NSString.hpp"
 
+#include <optional>
+
 namespace pulse {
 
 /// The name of the output that the category plays on: its device's, or that of its first stream,
@@ -10,5 +12,8 @@ namespace pulse {
 /// of a named device has one always; nil for a named device that isn't there and for what is no
 /// category.
 NSString routeForCategory(const ServerMirror& mirror, const NSString& category);
+/// The same where it is known what objectForCategory() answers for the category.
+NSString routeForCategory(const ServerMirror& mirror, const NSString& category,
+                          const std::optional<VolumeObject>& object);
 
 }  // namespace pulse

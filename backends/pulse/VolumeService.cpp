@@ -21,12 +21,14 @@ VolumeService::VolumeService(NSString server)
                    [this](Part part) {
                        if (reader_) reader_->refresh(part);
                    }}),
-      announcer_([this](const std::string& category) { return shownBy(category); }) {}
+      announcer_([this](const NSString& category) {
+          return shownBy(category, objectForCategory(mirror_, category));
+      }) {}
 
 CategoryState VolumeService::look(const NSString& category) {
-    CategoryState shown = shownBy(category);
-    if (isCategory(category)) announcer_.answered(*category, shown);
     const auto object = objectForCategory(mirror_, category);
+    CategoryState shown = shownBy(category, object);
+    if (isCategory(category)) announcer_.answered(*category, shown);
     if (object && object->kind == VolumeObject::Kind::Role) poller_.lookedAt();
     return shown;
 }
@@ -39,10 +41,10 @@ std::optional<float> VolumeService::volumeKnownOf(const VolumeObject& object) co
 
 // A volume on its way counts as the object's already, so that nothing of what it passes on the
 // way is shown.
-CategoryState VolumeService::shownBy(const NSString& category) {
-    CategoryState shown{std::nullopt, routeForCategory(mirror_, category)};
+CategoryState VolumeService::shownBy(const NSString& category,
+                                     const std::optional<VolumeObject>& object) {
+    CategoryState shown{std::nullopt, routeForCategory(mirror_, category, object)};
     if (!isReady()) return shown;
-    const auto object = objectForCategory(mirror_, category);
     const auto current = object ? volumeKnownOf(*object) : std::nullopt;
     if (!current) return shown;
     const auto pending = writer_.pending(*object);

@@ -41,7 +41,8 @@ class VolumeService {
     /// Of what is there now, or will be moved when it comes.
     std::optional<float> volumeKnownOf(const VolumeObject& object) const;
     void bringNewStreams();
-    CategoryState shownBy(const NSString& category);
+    /// The object is what the category's volume belongs to now.
+    CategoryState shownBy(const NSString& category, const std::optional<VolumeObject>& object);
     void becameReady(PulseContext& context);
     void lost();
     void mirrorChanged(Part part);

@@ -61,6 +61,15 @@ TEST(Routes, AreThoseOfNamedDevices) {
     EXPECT_EQ(routeForCategory(mirror, "source:mic"), "USB Audio");
 }
 
+TEST(Routes, AreThoseOfTheObjectThatACategoryIsKnownToHave) {
+    const ServerMirror mirror = twoDevices();
+    const VolumeObject headphones{VolumeObject::Kind::Sink, "hp"};
+    EXPECT_EQ(routeForCategory(mirror, "Audio/Video", headphones), "Headphones");
+    EXPECT_EQ(routeForCategory(mirror, "Audio/Video", std::nullopt), "Speaker");
+    for (const NSString& category : {NSString("sink:gone"), NSString("Nonsense"), NSString()})
+        EXPECT_EQ(routeForCategory(mirror, category, std::nullopt), std::nullopt);
+}
+
 TEST(Routes, AreABluetoothDevicesOwnWhateverIsTheDefault) {
     ServerMirror mirror = twoDevices();
     mirror.sinks["buds"] = {.name = "buds", .bus = "bluetooth", .bluetoothProfile = "a2dp_sink"};
