@@ -14,6 +14,8 @@ namespace {
 // Differences that arithmetic leaves are not a scale.
 constexpr double sameLength = 0.01;  // pixels
 
+constexpr std::size_t usualDepth = 16;  // of views in views
+
 struct PixelRect {
     int x;
     int y;
@@ -100,8 +102,13 @@ cairo_filter_t filterFor(const PixelGrid& grid, const CGSize& size, const PixelR
 }  // namespace
 
 CairoCanvas::CairoCanvas(cairo_t* context, CGFloat scale, CairoText& text)
-    : context_(cairo_reference(context)), grid_(context, scale), clipped_(context), text_(text) {
+    : context_(cairo_reference(context)),
+      grid_(context, scale),
+      clipped_(context),
+      clip_(context),
+      text_(text) {
     cairo_save(context_);
+    saved_.reserve(usualDepth);
 }
 
 CairoCanvas::~CairoCanvas() {
@@ -113,25 +120,29 @@ CairoCanvas::~CairoCanvas() {
 }
 
 void CairoCanvas::save() {
-    cairo_save(context_);
-    saved_.emplace_back();
+    save(std::nullopt);
+}
+
+void CairoCanvas::save(const std::optional<double>& opacity) {
+    Saved& saved = saved_.emplace_back(Saved{{}, clip_.area(), opacity});
+    cairo_get_matrix(context_, &saved.matrix);
 }
 
 void CairoCanvas::saveWithOpacity(CGFloat opacity) {
-    cairo_save(context_);
-    cairo_push_group(context_);
-    saved_.emplace_back(component(opacity));
+    clip_.beginGroup();
+    save(component(opacity));
 }
 
 void CairoCanvas::restore() {
     if (saved_.empty()) return;
-    const std::optional<double> opacity = saved_.back();
+    const Saved saved = saved_.back();
     saved_.pop_back();
-    if (opacity) {
-        cairo_pop_group_to_source(context_);
-        cairo_paint_with_alpha(context_, *opacity);
+    clip_.setArea(saved.clip);
+    if (saved.opacity) {
+        clip_.endGroup();
+        cairo_paint_with_alpha(context_, *saved.opacity);
     }
-    cairo_restore(context_);
+    cairo_set_matrix(context_, &saved.matrix);
 }
 
 void CairoCanvas::translate(CGFloat dx, CGFloat dy) {
@@ -140,10 +151,7 @@ void CairoCanvas::translate(CGFloat dx, CGFloat dy) {
 
 void CairoCanvas::clip(const CGRect& rect) {
     const CGRect area = grid_.aligned(grid_.paintable(rect).value_or(CGRect{}));
-    if (clipped_.isWithin(area)) return;
-    cairo_new_path(context_);
-    cairo_rectangle(context_, area.origin.x, area.origin.y, area.size.width, area.size.height);
-    cairo_clip(context_);
+    if (!clipped_.isWithin(area)) clip_.narrow(area);
 }
 
 bool CairoCanvas::isVisible(const CGRect& rect) const {
@@ -166,7 +174,8 @@ bool CairoCanvas::looksPlain(const CGRect& rect, double radius) const {
     return radius > 0 && grid_.aligned(rect) == rect && !seesCorners(rect, radius);
 }
 
-void CairoCanvas::setColor(const UIColor& color) {
+void CairoCanvas::prepare(const UIColor& color) {
+    clip_.apply();
     cairo_set_source_rgba(context_, component(color.red), component(color.green),
                           component(color.blue), component(color.alpha));
 }
@@ -178,7 +187,7 @@ void CairoCanvas::fill(const CGRect& rect, const UIColor& color) {
 void CairoCanvas::fillRounded(const CGRect& rect, CGFloat radius, const UIColor& color) {
     const std::optional<CGRect> area = grid_.paintable(rect);
     if (!area) return;
-    setColor(color);
+    prepare(color);
     cairo_new_path(context_);
     const double corner = limitedRadius(*area, radius);
     addRounded(context_, *area, looksPlain(*area, corner) ? 0 : corner);
@@ -193,7 +202,7 @@ void CairoCanvas::strokeRounded(const CGRect& rect, CGFloat radius, CGFloat widt
     if (CGRectIsEmpty(inside)) return fillRounded(*area, radius, color);
     const double corner = limitedRadius(*area, radius);
     if (clipped_.isWithin(inside) && !seesCorners(*area, corner)) return;
-    setColor(color);
+    prepare(color);
     if (looksPlain(*area, corner) && grid_.aligned(inside) == inside)
         fillSidesSeen(*area, inside);
     else
@@ -228,7 +237,7 @@ void CairoCanvas::fillShadow(const CGRect& rect, CGFloat radius, CGFloat blur,
     }
     const std::optional<CGRect> area = grid_.paintable(rect);
     if (!area) return;
-    setColor(color);
+    prepare(color);
     fillSoftEdged(context_, grid_, *area, CGFloat(limitedRadius(*area, radius)), blur);
 }
 
@@ -251,6 +260,7 @@ void CairoCanvas::drawBitmap(const UIBitmap& bitmap, const CGRect& source, const
     cairo_pattern_set_extend(pattern.get(), CAIRO_EXTEND_PAD);
     cairo_pattern_set_filter(pattern.get(), filterFor(grid_, area.size, pixels));
 
+    clip_.apply();
     cairo_save(context_);
     cairo_set_source(context_, pattern.get());
     cairo_new_path(context_);
@@ -264,6 +274,6 @@ void CairoCanvas::drawText(std::string_view text, const UIFont& font, const UICo
                            const CGRect& rect, NSTextAlignment alignment) {
     const std::optional<CGRect> area = grid_.paintable(rect);
     if (!area) return;
-    setColor(color);
+    prepare(color);
     text_.draw(context_, grid_, text, font, *area, alignment);
 }

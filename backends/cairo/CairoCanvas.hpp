@@ -2,6 +2,7 @@
 
 #include "backends/cairo/CairoText.hpp"
 #include "backends/cairo/ClipArea.hpp"
+#include "backends/cairo/PendingClip.hpp"
 #include "backends/cairo/PixelGrid.hpp"
 #include "platform/uikit/Canvas.hpp"
 
@@ -13,6 +14,8 @@
 /// Paints on a Cairo context, for as long as that lives; leaves the context as it was. The
 /// context's matrix scales and translates only, and leads from points to pixels, together with
 /// the surface's device scale; `scale` says how many pixels a point gets by both.
+///
+/// The context is the canvas's own meanwhile: it hears of clips only once something is drawn.
 ///
 /// Clips, bitmaps and text move to whole pixels, so they are crisp and neighbours have no seam.
 class CairoCanvas : public Canvas {
@@ -42,7 +45,15 @@ class CairoCanvas : public Canvas {
                   const CGRect& rect, NSTextAlignment alignment) override;
 
  private:
-    void setColor(const UIColor& color);
+    struct Saved {
+        cairo_matrix_t matrix;
+        PendingClip::Area clip;
+        std::optional<double> opacity;
+    };
+
+    void save(const std::optional<double>& opacity);
+    /// Before everything that is drawn.
+    void prepare(const UIColor& color);
     bool seesCorners(const CGRect& rect, double radius) const;
     bool looksPlain(const CGRect& rect, double radius) const;
     void fillSidesSeen(const CGRect& outside, const CGRect& inside);
@@ -52,6 +63,7 @@ class CairoCanvas : public Canvas {
     cairo_t* context_;
     PixelGrid grid_;
     ClipArea clipped_;  ///< As the context had it.
+    PendingClip clip_;
     CairoText& text_;
-    std::vector<std::optional<double>> saved_;  ///< With the opacity of those that have one.
+    std::vector<Saved> saved_;
 };

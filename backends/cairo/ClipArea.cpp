@@ -15,7 +15,8 @@ ClipArea::ClipArea(cairo_t* context) : context_(context) {
     if (clip->status == CAIRO_STATUS_SUCCESS) {
         for (int i = 0; i < clip->num_rectangles; ++i) {
             const cairo_rectangle_t& rect = clip->rectangles[i];
-            parts_.push_back(below(rect.x, rect.y, rect.x + rect.width, rect.y + rect.height));
+            parts_.push_back(
+                edgesOf(context, rect.x, rect.y, rect.x + rect.width, rect.y + rect.height));
         }
         return;
     }
@@ -25,14 +26,14 @@ ClipArea::ClipArea(cairo_t* context) : context_(context) {
     double bottom = 0;
     cairo_clip_extents(context, &left, &top, &right, &bottom);
     isEndless_ = std::isinf(right);
-    parts_.push_back(below(left, top, right, bottom));
+    parts_.push_back(edgesOf(context, left, top, right, bottom));
 }
 
 bool ClipArea::meets(const CGRect& rect) const {
     if (CGRectIsEmpty(rect)) return false;
     if (isEndless_) return true;
-    const Part wanted = below(rect);
-    return std::ranges::any_of(parts_, [&](const Part& part) {
+    const Edges wanted = edgesOf(context_, rect);
+    return std::ranges::any_of(parts_, [&](const Edges& part) {
         return wanted.left < part.right && wanted.right > part.left && wanted.top < part.bottom &&
                wanted.bottom > part.top;
     });
@@ -40,21 +41,9 @@ bool ClipArea::meets(const CGRect& rect) const {
 
 bool ClipArea::isWithin(const CGRect& rect) const {
     if (isEndless_) return false;
-    const Part around = below(rect);
-    return std::ranges::all_of(parts_, [&](const Part& part) {
+    const Edges around = edgesOf(context_, rect);
+    return std::ranges::all_of(parts_, [&](const Edges& part) {
         return around.left <= part.left && around.right >= part.right && around.top <= part.top &&
                around.bottom >= part.bottom;
     });
-}
-
-ClipArea::Part ClipArea::below(double left, double top, double right, double bottom) const {
-    cairo_matrix_t matrix;
-    cairo_get_matrix(context_, &matrix);
-    cairo_matrix_transform_point(&matrix, &left, &top);
-    cairo_matrix_transform_point(&matrix, &right, &bottom);
-    return {left, top, right, bottom};
-}
-
-ClipArea::Part ClipArea::below(const CGRect& rect) const {
-    return below(rect.origin.x, rect.origin.y, CGRectGetMaxX(rect), CGRectGetMaxY(rect));
 }

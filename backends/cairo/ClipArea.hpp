@@ -1,5 +1,6 @@
 #pragma once
 
+#include "backends/cairo/Edges.hpp"
 #include "platform/uikit/Geometry.hpp"
 
 #include <cairo.h>
@@ -18,18 +19,7 @@ class ClipArea {
     bool isWithin(const CGRect& rect) const;
 
  private:
-    /// In the coordinates below the context's matrix.
-    struct Part {
-        double left;
-        double top;
-        double right;
-        double bottom;
-    };
-
-    Part below(double left, double top, double right, double bottom) const;
-    Part below(const CGRect& rect) const;
-
     cairo_t* context_;
-    std::vector<Part> parts_;
+    std::vector<Edges> parts_;
     bool isEndless_ = false;
 };

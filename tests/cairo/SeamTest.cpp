@@ -53,11 +53,10 @@ TEST_P(TrackImage, HasNoSeamAtAnyWidth) {
     for (const int scale : {1, 2, 3}) {
         Paper paper(widest, int(height), scale);
         for (int width = narrowest; width <= widest; width += GetParam().step) {
-            paper.canvas().save();
-            paper.canvas().clip(CGRectMake(0, 0, CGFloat(width), height));
             cairo_set_operator(paper.context(), CAIRO_OPERATOR_CLEAR);
-            cairo_paint(paper.context());
-            paper.canvas().restore();
+            cairo_rectangle(paper.context(), 0, 0, width, height);
+            cairo_fill(paper.context());
+            cairo_set_operator(paper.context(), CAIRO_OPERATOR_OVER);
             image->drawInRect(paper.canvas(), CGRectMake(0, 0, CGFloat(width), height));
             ASSERT_EQ(seam(paper, width, scale), -1) << width << " points at " << scale;
             const int middle = paper.pixelsHigh() / 2;
