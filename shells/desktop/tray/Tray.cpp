@@ -6,7 +6,7 @@
 
 Tray::Tray(GDBusConnection* bus, Handlers handlers)
     : menu_(bus, {{"Open the Mixer", handlers.show}, {"Quit", handlers.quit}}),
-      item_(bus, trayLook(volume_.fraction()),
+      item_(bus, [this] { return trayLook(volume_.fraction()); },
             {handlers.toggle, [this] { volume_.toggleSilence(); },
              [this](int delta, std::string_view orientation) {
                  volume_.changeBy(volumeChangeByScroll(delta, orientation));

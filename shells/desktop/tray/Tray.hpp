@@ -23,7 +23,7 @@ class Tray {
 
     TrayHost::Presence presence() const { return host_.presence(); }
     /// Looks at the volume again, where no notification told of it.
-    void refresh() { item_.setLook(trayLook(volume_.fraction())); }
+    void refresh() { item_.lookAgain(); }
 
  private:
     MediaVolume volume_;

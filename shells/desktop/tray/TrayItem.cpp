@@ -58,7 +58,7 @@ void act(const TrayItem::Handlers& handlers, std::string_view method, GVariant* 
 
 }  // namespace
 
-TrayItem::TrayItem(GDBusConnection* bus, TrayLook look, Handlers handlers)
+TrayItem::TrayItem(GDBusConnection* bus, Look look, Handlers handlers)
     : look_(std::move(look)),
       handlers_(std::move(handlers)),
       object_(
@@ -69,15 +69,17 @@ TrayItem::TrayItem(GDBusConnection* bus, TrayLook look, Handlers handlers)
           }(),
           this) {}
 
-void TrayItem::setLook(const TrayLook& look) {
-    const TrayLook before = std::exchange(look_, look);
-    if (!isShown_) return;
-    if (look.icon != before.icon) object_.emit("NewIcon");
-    if (look.text != before.text) object_.emit("NewToolTip");
+void TrayItem::lookAgain() {
+    if (!told_) return;
+    const TrayLook before = std::exchange(*told_, look_());
+    if (told_->icon != before.icon) object_.emit("NewIcon");
+    if (told_->text != before.text) object_.emit("NewToolTip");
 }
 
 void TrayItem::setShown(bool shown) {
-    if (std::exchange(isShown_, shown) || !shown) return;
+    if (told_.has_value() == shown) return;
+    if (!shown) return told_.reset();
+    told_ = look_();
     object_.emit("NewIcon");
     object_.emit("NewToolTip");
 }
@@ -96,11 +98,11 @@ void TrayItem::answerCall(GDBusConnection* /*bus*/, const char* /*sender*/, cons
 GVariant* TrayItem::property(GDBusConnection* /*bus*/, const char* /*sender*/, const char* /*path*/,
                              const char* /*interface*/, const char* name, GError** /*error*/,
                              gpointer data) {
-    const TrayLook& look = static_cast<const TrayItem*>(data)->look_;
     const std::string_view property = name;
     if (property == "WindowId") return g_variant_new_int32(0);
     if (property == "ItemIsMenu") return g_variant_new_boolean(FALSE);
     if (property == "Menu") return g_variant_new_object_path(TrayMenu::objectPath);
+    const TrayLook look = static_cast<const TrayItem*>(data)->shownLook();
     if (property == "ToolTip")
         return g_variant_new("(sa(iiay)ss)", look.icon.c_str(), nullptr, look.text.c_str(), "");
     const char* text = property == "Category"   ? "Hardware"

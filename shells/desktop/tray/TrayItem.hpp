@@ -4,6 +4,7 @@
 #include "shells/desktop/tray/TrayLook.hpp"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -19,10 +20,14 @@ class TrayItem {
         std::function<void(int delta, std::string_view orientation)> scrolled;
     };
 
-    TrayItem(GDBusConnection* bus, TrayLook look, Handlers handlers);
+    using Look = std::function<TrayLook()>;
 
-    /// Tells the host what is another now, and nothing when nothing is or nobody shows the icon.
-    void setLook(const TrayLook& look);
+    /// `look` answers what the icon shows now.
+    TrayItem(GDBusConnection* bus, Look look, Handlers handlers);
+
+    /// It may show another volume: tells the host what is another now. Where nobody shows the icon
+    /// it does not even look.
+    void lookAgain();
     /// Whether a host shows the icon. One that comes is told all: it may have looked before that
     /// was known.
     void setShown(bool shown);
@@ -35,8 +40,11 @@ class TrayItem {
                               const char* interface, const char* name, GError** error,
                               gpointer item);
 
-    TrayLook look_;
-    bool isShown_ = false;
+    /// What the host was told; to whoever else asks, what is now.
+    TrayLook shownLook() const { return told_ ? *told_ : look_(); }
+
+    Look look_;
+    std::optional<TrayLook> told_;  ///< While a host shows the icon.
     Handlers handlers_;
     BusObject object_;
 };
