@@ -35,7 +35,8 @@ void TarnwickView::receiveVolumeChangedNotification(const NSNotification& notifi
         notification.userInfo
             .objectForKey(AVSystemController_EffectiveVolumeNotificationParameter_Volume)
             .floatValue();
-    debugLog(changeLine(category, volume));
+    // The line takes longer to write than the row to find, and nearly nobody reads it.
+    if (enableDebugLogging) debugLog(changeLine(category, volume));
     const NSInteger number = positionOf(categories, category);
     if (number < 0) {
         NSLog("TW: unable to match category " + describe(category) +
