@@ -20,6 +20,8 @@ class Canvas {
     /// Pixels a point.
     virtual CGFloat scale() const = 0;
 
+    /// Keeps origin and clip, until the restore(). Cheap where nothing is drawn in between, as in
+    /// most views.
     virtual void save() = 0;
     virtual void restore() = 0;
     /// Like save(); but what is painted until the restore() is blended as one picture, `opacity`
