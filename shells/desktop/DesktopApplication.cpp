@@ -55,12 +55,12 @@ std::string pictureInCache() {
 
 int DesktopApplication::run() {
     if (options_.quit) return quitOther();
+    beginGdk();
     if (!options_.standsAlone()) instance_.begin();
     UILabel::setDefaultTextColor(UIColor::whiteColor());
     sound_ = std::make_unique<SoundService>(
         options_.simulate ? SoundSource::Simulated : SoundSource::Server,
         modulePath(soundServerModule));
-    beginGdk();
     if (!instance_.isLockTaken()) loadAhead();
     GdkDisplay* display = options_.paint ? nullptr : openDisplay();
     // The bus may have answered by now; what is asked of it next is answered meanwhile.
