@@ -7,7 +7,7 @@ namespace shell {
 namespace {
 
 constexpr const char* bundleExtension = ".bundle";
-constexpr const char* bundleInBuildTree = "../lib/Tarnwick.bundle";
+constexpr const char* mixersBundle = "Tarnwick.bundle";
 
 std::vector<std::string> bundlesIn(const std::filesystem::path& folder) {
     std::vector<std::string> found;
@@ -30,13 +30,7 @@ std::string programDirectory() {
 }
 
 std::string bundlePath(const std::string& programFolder) {
-    const std::filesystem::path folder(programFolder);
-    const auto installed = (folder / TARNWICK_INSTALLED_BUNDLE).lexically_normal();
-    for (const auto& place : {installed, (folder / bundleInBuildTree).lexically_normal()}) {
-        std::error_code error;
-        if (std::filesystem::is_directory(place, error)) return place.string();
-    }
-    return installed.string();
+    return modulePath(mixersBundle, programFolder);
 }
 
 std::vector<std::string> bundlePaths(const std::vector<std::string>& chosen,
@@ -51,8 +45,8 @@ std::vector<std::string> bundlePaths(const std::vector<std::string>& chosen,
 }
 
 std::string modulePath(const std::string& name, const std::string& programFolder) {
-    const std::filesystem::path bundle = bundlePath(programFolder);
-    return (bundle.parent_path() / name).string();
+    const std::filesystem::path folder(programFolder);
+    return (folder / TARNWICK_LIBRARIES_FROM_PROGRAMS / name).lexically_normal().string();
 }
 
 }  // namespace shell

@@ -187,6 +187,20 @@ TEST_F(ProgramTest, FirstOnADisplayItLoadsNoGraphicsDriver) {
     EXPECT_FALSE(contains(loaded, "libLLVM"));
 }
 
+// Slow, and a way to have somebody else's code run.
+TEST_F(ProgramTest, LooksForNoLibraryInTheFolderThatItIsStartedIn) {
+    const std::filesystem::path folder = files.folder() / "searched";
+    std::filesystem::create_directory(folder);
+    runProgram({"--simulate", "--preferences", files.folder().string()},
+               {{"LD_DEBUG", "libs"}, {"LD_DEBUG_OUTPUT", folder / "record"}});
+    const std::string searched = loadedFiles(folder);
+    const std::string attempt = "trying file=";
+    std::size_t found = searched.find(attempt);
+    ASSERT_NE(found, std::string::npos) << "the loader tells of nothing";
+    for (; found != std::string::npos; found = searched.find(attempt, found + 1))
+        EXPECT_EQ(searched[found + attempt.size()], '/') << searched.substr(found, 80);
+}
+
 TEST_F(ProgramTest, MissingBundleIsAClearFailure) {
     const Ended ended = run({"--simulate", "--bundle", "/nowhere/Tarnwick.bundle"});
     EXPECT_EQ(ended.status, 1);

@@ -12,16 +12,20 @@ namespace {
 
 constexpr const char* program = "/usr/libexec/phosh";
 
-/// A folder with both plugins, told of as a cache of what modules bring.
+/// A folder with both plugins, told of as a cache of what modules bring; from it the libraries are
+/// where they are in an installation.
 void writePlugins(const rigs::ServerFolder& folder, PhoneShell::Pages pages) {
-    const std::filesystem::path plugins = folder.path() / "plugins";
-    std::filesystem::create_directory(plugins);
+    const std::filesystem::path plugins = folder.path() / TEST_PLUGIN_FOLDER;
+    std::filesystem::create_directories(plugins);
+    const std::filesystem::path libraries = folder.path() / TEST_LIBRARY_FOLDER;
+    std::filesystem::create_directories(libraries.parent_path());
+    std::filesystem::create_directory_symlink(TEST_LIBRARIES, libraries);
     std::string cache;
     for (const std::filesystem::path plugin : {TEST_PHOSH_PLUGIN, TEST_PHOSH_HAND}) {
         std::filesystem::create_symlink(plugin, plugins / plugin.filename());
         cache += plugin.filename().string() + ": phosh-lockscreen-widget\n";
     }
-    folder.write("plugins/giomodule.cache", cache);
+    folder.write(TEST_PLUGIN_FOLDER "/giomodule.cache", cache);
     folder.write("config/glib-2.0/settings/keyfile",
                  std::string("[sm/puri/phosh/plugins]\nlock-screen=") +
                      (pages == PhoneShell::Pages::Mixer ? "['tarnwick']" : "['tarnwick','empty']") +
@@ -36,7 +40,7 @@ PhoneShell::PhoneShell(HeadlessPhoc& compositor, const rigs::Environment& variab
     writePlugins(folder, pages);
     variables_ = compositor.environment();
     variables_["DBUS_SESSION_BUS_ADDRESS"] = bus_.address();
-    variables_["GIO_EXTRA_MODULES"] = (folder.path() / "plugins").string();
+    variables_["GIO_EXTRA_MODULES"] = (folder.path() / TEST_PLUGIN_FOLDER).string();
     variables_["NO_AT_BRIDGE"] = "1";
     variables_["LC_ALL"] = "C.UTF-8";
     // The plugin's run-time checks must come before the shell's first allocation.

@@ -10,30 +10,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-TEST(BundleLocation, IsTheBuildTreesBesideAProgramThatWasNotInstalled) {
-    const test::MixerFiles root;
-    const fs::path bundle = root.folder() / "lib" / "Tarnwick.bundle";
-    fs::create_directories(bundle);
-    EXPECT_EQ(bundlePath((root.folder() / "bin").string()), bundle.string());
+TEST(BundleLocation, IsTheLibraryFolderOfThisVeryBuildForItsOwnPrograms) {
+    EXPECT_EQ(bundlePath(programDirectory()), TARNWICK_BUNDLE);
 }
 
-TEST(BundleLocation, IsTheInstalledOneBeforeTheBuildTrees) {
-    const test::MixerFiles root;
-    const std::string program = (root.folder() / "bin").string();
-    const fs::path installed = bundlePath(program);
-    EXPECT_TRUE(installed.string().starts_with(root.folder().string())) << installed;
-    EXPECT_EQ(installed.filename(), "Tarnwick.bundle");
-    fs::create_directories(root.folder() / "lib" / "Tarnwick.bundle");
-    fs::create_directories(installed);
-    EXPECT_EQ(bundlePath(program), installed.string());
-}
-
-TEST(BundleLocation, IgnoresAFileInTheBundlesPlace) {
-    const test::MixerFiles root;
-    fs::create_directories(root.folder() / "lib");
-    test::MixerFiles::write(root.folder() / "lib" / "Tarnwick.bundle", "");
-    EXPECT_NE(bundlePath((root.folder() / "bin").string()),
-              (root.folder() / "lib" / "Tarnwick.bundle").string());
+TEST(BundleLocation, FollowsTheProgramsWherever) {
+    const fs::path way = fs::path(TARNWICK_BUNDLE).lexically_relative(programDirectory());
+    EXPECT_EQ(bundlePath("/opt/mixer/bin"), ("/opt/mixer/bin" / way).lexically_normal().string());
 }
 
 TEST(BundlePaths, AreTheChosenOnesWhetherOrNotTheyExist) {
@@ -43,14 +26,15 @@ TEST(BundlePaths, AreTheChosenOnesWhetherOrNotTheyExist) {
 
 TEST(BundlePaths, AreTheMixersAndThenTheOtherBundleFoldersBesideItByName) {
     const test::MixerFiles root;
-    const std::string lib = (root.folder() / "lib").string();
+    const std::string programs = (root.folder() / "bin").string();
+    const std::string lib = fs::path(bundlePath(programs)).parent_path().string();
     for (const char* name : {"Weather.bundle", "Tarnwick.bundle", "Alarm.bundle", "no bundle"})
         fs::create_directories(fs::path(lib) / name);
     test::MixerFiles::write(fs::path(lib) / "File.bundle", "");
     fs::create_symlink("/nowhere", fs::path(lib) / "Dangling.bundle");
     const std::vector<std::string> expected = {lib + "/Tarnwick.bundle", lib + "/Alarm.bundle",
                                                lib + "/Weather.bundle"};
-    EXPECT_EQ(bundlePaths({}, (root.folder() / "bin").string()), expected);
+    EXPECT_EQ(bundlePaths({}, programs), expected);
 }
 
 TEST(BundlePaths, NameTheMixersPlaceWhereThereIsNothing) {
@@ -60,11 +44,8 @@ TEST(BundlePaths, NameTheMixersPlaceWhereThereIsNothing) {
 }
 
 TEST(ModulePath, LiesBesideTheBundle) {
-    const test::MixerFiles root;
-    const fs::path libraries = root.folder() / "lib";
-    fs::create_directories(libraries / "Tarnwick.bundle");
-    EXPECT_EQ(modulePath("module.so", (root.folder() / "bin").string()),
-              (libraries / "module.so").string());
+    EXPECT_EQ(modulePath("module.so", "/usr/bin"),
+              (fs::path(bundlePath("/usr/bin")).parent_path() / "module.so").string());
 }
 
 TEST(ProgramDirectory, HoldsThisProgram) {
