@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -96,29 +97,38 @@ bool changesNothing(const UIColor& color) {
 
 }  // namespace
 
-CairoBitmap::CairoBitmap(CairoSurface surface) : surface_(asArgb(std::move(surface))) {}
+CairoBitmap::CairoBitmap(CairoSurface surface)
+    : plain_{UIColor::whiteColor(), asArgb(std::move(surface)), {}} {}
 
 PixelSize CairoBitmap::size() const {
-    return {cairo_image_surface_get_width(surface_.get()),
-            cairo_image_surface_get_height(surface_.get())};
+    return {cairo_image_surface_get_width(surface()), cairo_image_surface_get_height(surface())};
 }
 
 int CairoBitmap::alphaAt(int x, int y) const {
-    const std::ptrdiff_t stride = cairo_image_surface_get_stride(surface_.get());
-    const unsigned char* row = cairo_image_surface_get_data(surface_.get()) + y * stride;
+    const std::ptrdiff_t stride = cairo_image_surface_get_stride(surface());
+    const unsigned char* row = cairo_image_surface_get_data(surface()) + y * stride;
     std::uint32_t pixel;
     std::memcpy(&pixel, row + std::ptrdiff_t(x) * std::ptrdiff_t(sizeof pixel), sizeof pixel);
     return int(pixel >> 24);
 }
 
-cairo_surface_t* CairoBitmap::tinted(const UIColor& color) const {
-    if (changesNothing(color)) return surface_.get();
-    const auto known = std::ranges::find(
-        tinted_, color, [](const auto& entry) -> const UIColor& { return entry.first; });
-    if (known != tinted_.end()) return known->second.get();
+CairoBitmap::Look* CairoBitmap::look(const UIColor& color) const {
+    if (changesNothing(color)) return &plain_;
+    const auto known = std::ranges::find(tinted_, color, &Look::color);
+    if (known != tinted_.end()) return &*known;
 
-    CairoSurface copy = tintedCopy(surface_.get(), color);
+    CairoSurface copy = tintedCopy(surface(), color);
     if (!copy) return nullptr;
     if (tinted_.size() == tintsKept) tinted_.erase(tinted_.begin());
-    return tinted_.emplace_back(color, std::move(copy)).second.get();
+    return &tinted_.emplace_back(color, std::move(copy));
+}
+
+cairo_surface_t* CairoBitmap::tinted(const UIColor& color) const {
+    const Look* found = look(color);
+    return found ? found->image.get() : nullptr;
+}
+
+cairo_surface_t* CairoBitmap::tintedFor(cairo_surface_t* target, const UIColor& color) const {
+    Look* found = look(color);
+    return found ? found->copy.of(found->image.get(), target) : nullptr;
 }

@@ -68,6 +68,10 @@ PixelRect pixelsOf(const CGRect& source, PixelSize size) {
             edge(CGRectGetMaxY(source), size.height) - top};
 }
 
+bool isWhole(const PixelRect& pixels, PixelSize size) {
+    return pixels.width == size.width && pixels.height == size.height;
+}
+
 // A surface of those pixels alone, on the same memory: nothing beside them can bleed in.
 CairoSurface partOf(cairo_surface_t* surface, const PixelRect& pixels) {
     cairo_surface_flush(surface);
@@ -247,11 +251,16 @@ void CairoCanvas::drawBitmap(const UIBitmap& bitmap, const CGRect& source, const
     if (!image || !grid_.paintable(source) || !grid_.paintable(target)) return;
     const PixelRect pixels = pixelsOf(source, image->size());
     const CGRect area = bitmapTarget(grid_, target, pixels);
-    cairo_surface_t* surface = multiply ? image->tinted(*multiply) : image->surface();
-    if (!surface || pixels.width < 1 || pixels.height < 1 || CGRectIsEmpty(area)) return;
+    if (pixels.width < 1 || pixels.height < 1 || CGRectIsEmpty(area)) return;
 
-    const CairoSurface part = partOf(surface, pixels);
-    const CairoPattern pattern(cairo_pattern_create_for_surface(part.get()));
+    const UIColor color = multiply.value_or(UIColor::whiteColor());
+    const bool whole = isWhole(pixels, image->size());
+    cairo_surface_t* surface =
+        whole ? image->tintedFor(cairo_get_target(context_), color) : image->tinted(color);
+    if (!surface) return;
+
+    const CairoSurface part = whole ? nullptr : partOf(surface, pixels);
+    const CairoPattern pattern(cairo_pattern_create_for_surface(whole ? surface : part.get()));
     cairo_matrix_t matrix;
     cairo_matrix_init_scale(&matrix, pixels.width / area.size.width,
                             pixels.height / area.size.height);
@@ -267,7 +276,7 @@ void CairoCanvas::drawBitmap(const UIBitmap& bitmap, const CGRect& source, const
     cairo_rectangle(context_, area.origin.x, area.origin.y, area.size.width, area.size.height);
     cairo_fill(context_);
     cairo_restore(context_);
-    cairo_surface_finish(part.get());
+    if (part) cairo_surface_finish(part.get());
 }
 
 void CairoCanvas::drawText(std::string_view text, const UIFont& font, const UIColor& color,

@@ -17,6 +17,7 @@ struct ReleaseWith {
 using CairoContext = std::unique_ptr<cairo_t, ReleaseWith<cairo_destroy>>;
 using CairoSurface = std::unique_ptr<cairo_surface_t, ReleaseWith<cairo_surface_destroy>>;
 using CairoPattern = std::unique_ptr<cairo_pattern_t, ReleaseWith<cairo_pattern_destroy>>;
+using CairoDevice = std::unique_ptr<cairo_device_t, ReleaseWith<cairo_device_destroy>>;
 using CairoFontOptions =
     std::unique_ptr<cairo_font_options_t, ReleaseWith<cairo_font_options_destroy>>;
 using PangoContextPtr = std::unique_ptr<PangoContext, ReleaseWith<g_object_unref>>;

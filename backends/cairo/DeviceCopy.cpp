@@ -1,0 +1,38 @@
+#include "backends/cairo/DeviceCopy.hpp"
+
+#include <utility>
+
+namespace {
+
+// A surface that is made for a target takes over its scale, and may have no size in whole pixels.
+bool countsInPixels(cairo_surface_t* target) {
+    double across = 0;
+    double down = 0;
+    cairo_surface_get_device_scale(target, &across, &down);
+    return across == 1 && down == 1;
+}
+
+CairoSurface copyFor(cairo_surface_t* target, cairo_surface_t* image) {
+    CairoSurface copy(cairo_surface_create_similar(target, CAIRO_CONTENT_COLOR_ALPHA,
+                                                   cairo_image_surface_get_width(image),
+                                                   cairo_image_surface_get_height(image)));
+    const CairoContext context(cairo_create(copy.get()));
+    cairo_set_operator(context.get(), CAIRO_OPERATOR_SOURCE);
+    cairo_set_source_surface(context.get(), image, 0, 0);
+    cairo_paint(context.get());
+    const bool isThere = cairo_status(context.get()) == CAIRO_STATUS_SUCCESS &&
+                         cairo_surface_get_device(copy.get()) == cairo_surface_get_device(target);
+    return isThere ? std::move(copy) : nullptr;
+}
+
+}  // namespace
+
+cairo_surface_t* DeviceCopy::of(cairo_surface_t* image, cairo_surface_t* target) {
+    cairo_device_t* device = cairo_surface_get_device(target);
+    if (device == nullptr || !countsInPixels(target)) return image;
+    if (device != device_.get()) {
+        device_.reset(cairo_device_reference(device));
+        copy_ = copyFor(target, image);
+    }
+    return copy_ ? copy_.get() : image;
+}

@@ -1,0 +1,124 @@
+#include "backends/cairo/CairoBitmap.hpp"
+#include "backends/cairo/CairoCanvas.hpp"
+#include "backends/cairo/DeviceCopy.hpp"
+#include "tests/desktop/LonelyDisplay.hpp"
+#include "tests/support/Paper.hpp"
+
+#include <cairo-script.h>
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace test {
+namespace {
+
+constexpr int side = 8;  // pixels
+
+CairoSurface inMemory(int width, int height) {
+    return CairoSurface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height));
+}
+
+CairoSurface onServer(GdkDisplay* display, int width = side, int height = side) {
+    GdkWindow* root = gdk_screen_get_root_window(gdk_display_get_default_screen(display));
+    return CairoSurface(
+        gdk_window_create_similar_surface(root, CAIRO_CONTENT_COLOR_ALPHA, width, height));
+}
+
+// Half of it is half seen.
+std::uint32_t halfVeiled(int x, int y) {
+    return x < side / 2 ? 0xff2080c0U : 0x80104060U + std::uint32_t(y);
+}
+
+std::vector<std::uint32_t> pixelsOf(cairo_surface_t* surface) {
+    cairo_surface_t* image = cairo_surface_map_to_image(surface, nullptr);
+    const auto* row = cairo_image_surface_get_data(image);
+    std::vector<std::uint32_t> pixels;
+    for (int y = 0; y < side; ++y, row += cairo_image_surface_get_stride(image)) {
+        const auto* words = reinterpret_cast<const std::uint32_t*>(row);
+        pixels.insert(pixels.end(), words, words + side);
+    }
+    cairo_surface_unmap_image(surface, image);
+    return pixels;
+}
+
+std::vector<std::uint32_t> drawn(const CairoBitmap& bitmap, cairo_surface_t* target,
+                                 const UIColor& tint) {
+    const CairoContext context(cairo_create(target));
+    cairo_set_source_rgb(context.get(), 1, 1, 0);
+    cairo_paint(context.get());
+    CairoCanvas(context.get(), 1)
+        .drawBitmap(bitmap, CGRectMake(0, 0, side, side), CGRectMake(0, 0, side, side), tint);
+    return pixelsOf(target);
+}
+
+class DeviceCopyTest : public testing::Test {
+ protected:
+    std::optional<LonelyDisplay> display{std::in_place};
+    CairoSurface image = inMemory(side, side);
+    DeviceCopy copy;
+};
+
+TEST_F(DeviceCopyTest, IsMadeOnceForAServer) {
+    const CairoSurface one = onServer(display->get());
+    const CairoSurface other = onServer(display->get());
+    cairo_surface_t* const made = copy.of(image.get(), one.get());
+    ASSERT_NE(made, image.get());
+    EXPECT_EQ(cairo_surface_get_device(made), cairo_surface_get_device(one.get()));
+    EXPECT_EQ(copy.of(image.get(), other.get()), made);
+}
+
+TEST_F(DeviceCopyTest, IsMadeAnewForAnotherDevice) {
+    const CairoDevice record(cairo_script_create("/dev/null"));
+    const CairoSurface recorded(
+        cairo_script_surface_create(record.get(), CAIRO_CONTENT_COLOR_ALPHA, side, side));
+    const CairoSurface target = onServer(display->get());
+    copy.of(image.get(), target.get());
+    EXPECT_EQ(cairo_surface_get_device(copy.of(image.get(), recorded.get())), record.get());
+    EXPECT_EQ(cairo_surface_get_device(copy.of(image.get(), target.get())),
+              cairo_surface_get_device(target.get()));
+}
+
+TEST_F(DeviceCopyTest, IsTheImageItselfForATargetInMemory) {
+    const CairoSurface target = inMemory(side, side);
+    EXPECT_EQ(copy.of(image.get(), target.get()), image.get());
+}
+
+TEST_F(DeviceCopyTest, IsTheImageItselfForATargetOfAnotherScale) {
+    const CairoSurface target = onServer(display->get());
+    cairo_surface_set_device_scale(target.get(), 2, 2);
+    EXPECT_EQ(copy.of(image.get(), target.get()), image.get());
+    cairo_surface_set_device_scale(target.get(), 1, 2);
+    EXPECT_EQ(copy.of(image.get(), target.get()), image.get());
+}
+
+// Both libraries count pixels in sixteen bits.
+TEST_F(DeviceCopyTest, IsMadeOfTheLargestImageThatThereIs) {
+    const CairoSurface wide = inMemory(32767, 1);
+    ASSERT_EQ(cairo_surface_status(wide.get()), CAIRO_STATUS_SUCCESS);
+    const CairoSurface target = onServer(display->get());
+    cairo_surface_t* const made = copy.of(wide.get(), target.get());
+    EXPECT_EQ(cairo_surface_get_device(made), cairo_surface_get_device(target.get()));
+}
+
+TEST_F(DeviceCopyTest, DrawsTheSamePixelsAsTheImageDoesAgainAndAgain) {
+    const CairoBitmap bitmap = bitmapOf(side, side, halfVeiled);
+    for (const UIColor& tint : {UIColor::whiteColor(), UIColor{0.5, 1, 0, 0.5}}) {
+        const CairoSurface paper = inMemory(side, side);
+        const std::vector<std::uint32_t> expected = drawn(bitmap, paper.get(), tint);
+        const CairoSurface target = onServer(display->get());
+        for (int time = 1; time <= 3; ++time)
+            EXPECT_EQ(drawn(bitmap, target.get(), tint), expected) << time;
+    }
+}
+
+TEST_F(DeviceCopyTest, OutlivesItsDisplay) {
+    copy.of(image.get(), onServer(display->get()).get());
+    display.reset();
+    const CairoSurface target = inMemory(side, side);
+    EXPECT_EQ(copy.of(image.get(), target.get()), image.get());
+}
+
+}  // namespace
+}  // namespace test
