@@ -1,6 +1,7 @@
 #include "shells/desktop/DesktopWindow.hpp"
 
 #include "backends/gdk/GdkDesktopSettings.hpp"
+#include "backends/gdk/GdkFrameSync.hpp"
 #include "shells/common/ApplicationId.hpp"
 #include "shells/desktop/OrdinaryPlace.hpp"
 
@@ -43,6 +44,7 @@ DesktopWindow::~DesktopWindow() {
 
 void DesktopWindow::makeWindow() {
     window_.reset(place_->newWindow(wantedLayout().window));
+    skipFrameSyncIfUnmanaged(window_.get());
     host_ = std::make_unique<GdkViewHost>(content_, window_.get());
     events_.setHandler(window_.get(), [this](const GdkEvent& event) { handleEvent(event); });
     if (accessibility_) tellOfFrames();
