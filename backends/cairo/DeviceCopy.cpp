@@ -4,6 +4,15 @@
 
 namespace {
 
+// Pixels, a megabyte: many times what skins are made of. A server without room for a copy would end
+// the program, and of a large image less is sent than there is: what is seen of it.
+constexpr long mostPixels = 512L * 512;
+
+bool isSmall(cairo_surface_t* image) {
+    return long{cairo_image_surface_get_width(image)} * cairo_image_surface_get_height(image) <=
+           mostPixels;
+}
+
 // A surface that is made for a target takes over its scale, and may have no size in whole pixels.
 bool countsInPixels(cairo_surface_t* target) {
     double across = 0;
@@ -29,7 +38,7 @@ CairoSurface copyFor(cairo_surface_t* target, cairo_surface_t* image) {
 
 cairo_surface_t* DeviceCopy::of(cairo_surface_t* image, cairo_surface_t* target) {
     cairo_device_t* device = cairo_surface_get_device(target);
-    if (device == nullptr || !countsInPixels(target)) return image;
+    if (device == nullptr || !countsInPixels(target) || !isSmall(image)) return image;
     if (device != device_.get()) {
         device_.reset(cairo_device_reference(device));
         copy_ = copyFor(target, image);

@@ -7,12 +7,12 @@
 class DeviceCopy {
  public:
     /// What to draw the image from on that target: its copy on the target's device, made now unless
-    /// it is there; the image itself where the target is in this process's memory, counts in other
-    /// units than pixels, or its device has no room. It is always the same image. Valid until the
-    /// next call.
+    /// it is there; the image itself where it is large, or the target is in this process's memory
+    /// or counts in other units than pixels. It is always the same image. Valid until the next
+    /// call.
     cairo_surface_t* of(cairo_surface_t* image, cairo_surface_t* target);
 
  private:
     CairoDevice device_;  ///< Held, so that no other one can be taken for it.
-    CairoSurface copy_;   ///< None where there is no room.
+    CairoSurface copy_;   ///< None where it could not be made.
 };

@@ -7,6 +7,7 @@
 
 namespace {
 
+// What GDK keeps a window's frames in step with: a resize, and the word that one was shown.
 bool isManaged(GdkScreen* screen) {
     for (const char* hint : {"_NET_WM_SYNC_REQUEST", "_NET_WM_FRAME_DRAWN"})
         if (gdk_x11_screen_supports_net_wm_hint(screen, gdk_atom_intern_static_string(hint)))
