@@ -120,7 +120,8 @@ CairoBitmap::Look* CairoBitmap::look(const UIColor& color) const {
     CairoSurface copy = tintedCopy(surface(), color);
     if (!copy) return nullptr;
     if (tinted_.size() == tintsKept) tinted_.erase(tinted_.begin());
-    return &tinted_.emplace_back(color, std::move(copy));
+    tinted_.push_back({color, std::move(copy), {}});
+    return &tinted_.back();
 }
 
 cairo_surface_t* CairoBitmap::tinted(const UIColor& color) const {

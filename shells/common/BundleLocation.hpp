@@ -8,8 +8,8 @@ namespace shell {
 /// The folder of the running program's file; empty when it cannot be told.
 std::string programDirectory();
 
-/// Where the mixer's bundle lies, or would lie, for the programs in `programFolder`: in their library
-/// folder, which is found from there by the same way in an installation and in a build tree.
+/// Where the mixer's bundle lies, or would lie, for the programs in `programFolder`: in their
+/// library folder, to which the same way leads in an installation and in a build tree.
 std::string bundlePath(const std::string& programFolder);
 
 /// The bundles that a shell shows, from top to bottom: the chosen ones; if none was, the mixer's
