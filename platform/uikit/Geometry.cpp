@@ -12,10 +12,6 @@ CGRect CGRectIntersection(const CGRect& a, const CGRect& b) {
     return CGRectMake(left, top, right - left, bottom - top);
 }
 
-bool CGRectIntersectsRect(const CGRect& a, const CGRect& b) {
-    return !CGRectIsEmpty(CGRectIntersection(a, b));
-}
-
 CGRect CGRectUnion(const CGRect& a, const CGRect& b) {
     if (CGRectIsEmpty(a)) return CGRectIsEmpty(b) ? CGRect{} : b;
     if (CGRectIsEmpty(b)) return a;

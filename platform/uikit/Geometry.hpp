@@ -69,7 +69,12 @@ constexpr CGRect CGRectInset(const CGRect& r, CGFloat dx, CGFloat dy) {
 }
 /// The common area, empty at {0, 0} when there is none.
 CGRect CGRectIntersection(const CGRect& a, const CGRect& b);
-bool CGRectIntersectsRect(const CGRect& a, const CGRect& b);
+/// Whether they have an area in common. An empty or undefined one has none with any.
+constexpr bool CGRectIntersectsRect(const CGRect& a, const CGRect& b) {
+    return a.origin.x < CGRectGetMaxX(b) && b.origin.x < CGRectGetMaxX(a) &&
+           a.origin.y < CGRectGetMaxY(b) && b.origin.y < CGRectGetMaxY(a) && !CGRectIsEmpty(a) &&
+           !CGRectIsEmpty(b);
+}
 /// The smallest rectangle around both; an empty one adds nothing.
 CGRect CGRectUnion(const CGRect& a, const CGRect& b);
 

@@ -37,8 +37,9 @@ void UIView::setFrame(const CGRect& requested) {
     const CGRect old = frame_;
     damageExtent();
     frame_ = frame;
-    dropExtents();
+    if (superview_) superview_->dropExtents();
     if (frame.size != old.size) {
+        dropExtents();
         if (auto* window = dynamic_cast<UIWindow*>(this)) window->resized();
         setNeedsLayout();
         resizeSubviews(old.size.width);

@@ -114,6 +114,15 @@ class UIView : public UIResponder {
         UIView* view;
     };
     using TagIndex = std::vector<TagEntry>;  ///< By tag, each once.
+    struct SubviewExtent {
+        CGRect rect;
+        UIView* view;
+    };
+    /// Where a view's subtree paints, and those of its subviews, in the view's coordinates.
+    struct Extents {
+        CGRect own;
+        std::vector<SubviewExtent> visibleSubviews;  ///< Back to front.
+    };
 
     static std::shared_ptr<UIView> strong(UIView* view);
     UIView* root();
@@ -131,7 +140,8 @@ class UIView : public UIResponder {
     void fetchAhead(TagIndex::const_iterator found) const;
     void dropTagIndexes();
 
-    const CGRect& extent() const;
+    const Extents& extents() const;
+    const CGRect& extent() const { return extents().own; }
     void dropExtents();
     void damageRect(const CGRect& rect);
     void damageExtent();
@@ -155,7 +165,7 @@ class UIView : public UIResponder {
     CGRect paintedBounds_;  ///< paintBounds() as they last went to the screen.
 
     /// What is known of the subtree; both are dropped along the superviews when it changes. Where
-    /// an extent is known, those of the visible subviews are too.
+    /// the extents are known, those of the visible subviews are too.
     std::unique_ptr<TagIndex> tagIndex_;
-    mutable std::optional<CGRect> extent_;
+    mutable std::optional<Extents> extents_;
 };

@@ -1,6 +1,8 @@
 #include "platform/uikit/UIView.hpp"
 #include "platform/uikit/UIWindow.hpp"
 
+#include <utility>
+
 void UIView::damageRect(const CGRect& rect) {
     auto* const window = rootWindow();
     if (!window) return;
@@ -41,22 +43,25 @@ void UIView::paintBoundsChanged() {
     setNeedsDisplay();
 }
 
-const CGRect& UIView::extent() const {
-    if (extent_) return *extent_;
-    if (clipsToBounds_) return extent_.emplace(bounds());
-    CGRect extent = paintBounds();
-    for (const auto& view : subviews_)
-        if (!view->hidden_)
-            extent = CGRectUnion(
-                extent, CGRectOffset(view->extent(), view->frame_.origin.x, view->frame_.origin.y));
-    return extent_.emplace(extent);
+/// One beside the other, since each view of a long list is a wait for the memory.
+const UIView::Extents& UIView::extents() const {
+    if (extents_) return *extents_;
+    Extents extents{clipsToBounds_ ? bounds() : paintBounds(), {}};
+    for (const auto& view : subviews_) {
+        if (view->hidden_) continue;
+        const CGPoint& origin = view->frame_.origin;
+        const CGRect rect = CGRectOffset(view->extent(), origin.x, origin.y);
+        extents.visibleSubviews.push_back({rect, view.get()});
+        if (!clipsToBounds_) extents.own = CGRectUnion(extents.own, rect);
+    }
+    return extents_.emplace(std::move(extents));
 }
 
 void UIView::dropExtents() {
-    // A view without one has no visible superview with one: stop there.
-    extent_.reset();
-    for (UIView* view = superview_; view && view->extent_; view = view->superview_)
-        view->extent_.reset();
+    // A view without them has no visible superview with them: stop there.
+    extents_.reset();
+    for (UIView* view = superview_; view && view->extents_; view = view->superview_)
+        view->extents_.reset();
 }
 
 void UIView::paint(Canvas& canvas, const CGRect& damage) {
@@ -69,13 +74,9 @@ void UIView::paint(Canvas& canvas, const CGRect& damage) {
     }
     drawSelf(canvas, damage);
     std::vector<std::shared_ptr<UIView>> touched;
-    for (const auto& view : subviews_) {
-        if (view->hidden_) continue;
-        const CGPoint& origin = view->frame_.origin;
-        const CGRect extent = CGRectOffset(view->extent(), origin.x, origin.y);
-        if (CGRectIntersectsRect(damage, extent) && canvas.isVisible(extent))
-            touched.push_back(view);
-    }
+    for (const auto& [rect, view] : extents().visibleSubviews)
+        if (CGRectIntersectsRect(damage, rect) && canvas.isVisible(rect))
+            touched.push_back(strong(view));
     for (const auto& view : touched) {
         if (view->superview_ != this) continue;
         const CGPoint origin = view->frame_.origin;

@@ -17,6 +17,16 @@ TEST(Geometry, RectanglesThatOnlyTouchDoNotIntersect) {
     EXPECT_EQ(CGRectIntersection(CGRectMake(0, 0, 10, 10), CGRectMake(50, 50, 1, 1)), CGRect{});
 }
 
+TEST(Geometry, AnEmptyRectangleIntersectsNothing) {
+    const CGRect rect = CGRectMake(0, 0, 10, 10);
+    for (const CGRect& empty :
+         {CGRectMake(5, 5, 0, 2), CGRectMake(5, 5, 2, 0), CGRectMake(5, 5, -3, 2),
+          CGRectMake(5, 5, NAN, 2), CGRectMake(NAN, 5, 2, 2)}) {
+        EXPECT_FALSE(CGRectIntersectsRect(rect, empty));
+        EXPECT_FALSE(CGRectIntersectsRect(empty, rect));
+    }
+}
+
 TEST(Geometry, AnEmptyRectangleAddsNothingToAUnion) {
     const CGRect rect = CGRectMake(1, 2, 3, 4);
     EXPECT_EQ(CGRectUnion(rect, CGRectMake(100, 100, 0, 5)), rect);

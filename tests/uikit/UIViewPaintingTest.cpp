@@ -163,6 +163,22 @@ TEST(UIViewPainting, FollowsAChangeDeepInATreeThatWasPainted) {
     EXPECT_EQ(child->paints, 3);
 }
 
+TEST(UIViewPainting, FollowsAMovedViewWithWhatIsOutsideItsBounds) {
+    const auto window = makeWindow();
+    const auto row = add(window, CGRectMake(0, 0, 50, 50));
+    const auto child = add<PaintedView>(row, CGRectMake(100, 0, 10, 10));
+    paintAll(*window);
+    row->setFrame(CGRectMake(0, 100, 50, 50));
+    RecordingCanvas canvas;
+    window->layoutAndPaint(canvas, CGRectMake(105, 105, 1, 1));
+    EXPECT_EQ(child->paints, 2);
+    window->layoutAndPaint(canvas, CGRectMake(105, 5, 1, 1));
+    EXPECT_EQ(child->paints, 2);
+    child->setFrame(CGRectMake(200, 0, 10, 10));
+    window->layoutAndPaint(canvas, CGRectMake(205, 105, 1, 1));
+    EXPECT_EQ(child->paints, 3);
+}
+
 TEST(UIViewPainting, PaintsAViewShownOutsideItsSuperviewAfterAPaintWithoutIt) {
     const auto window = makeWindow();
     const auto row = add(window, CGRectMake(0, 0, 10, 10));
