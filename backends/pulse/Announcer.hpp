@@ -1,7 +1,7 @@
 #pragma once
 
 #include "backends/pulse/CategoryMapping.hpp"
-#include "backends/pulse/OneShotTimer.hpp"
+#include "platform/foundation/OneShotTimer.hpp"
 
 #include <deque>
 #include <functional>

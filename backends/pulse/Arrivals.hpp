@@ -1,8 +1,8 @@
 #pragma once
 
-#include "backends/pulse/OneShotTimer.hpp"
 #include "backends/pulse/ServerMirror.hpp"
 #include "backends/pulse/ServerWrites.hpp"
+#include "platform/foundation/OneShotTimer.hpp"
 
 #include <functional>
 #include <map>

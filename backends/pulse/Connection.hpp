@@ -2,8 +2,8 @@
 
 #include "backends/pulse/ConnectionMachine.hpp"
 #include "backends/pulse/FileWatch.hpp"
-#include "backends/pulse/OneShotTimer.hpp"
 #include "backends/pulse/PulseContext.hpp"
+#include "platform/foundation/OneShotTimer.hpp"
 
 #include <pulse/glib-mainloop.h>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "backends/pulse/OneShotTimer.hpp"
 #include "backends/pulse/PulseContext.hpp"
 #include "backends/pulse/ServerMirror.hpp"
+#include "platform/foundation/OneShotTimer.hpp"
 
 #include <array>
 #include <functional>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "backends/pulse/OneShotTimer.hpp"
+#include "platform/foundation/OneShotTimer.hpp"
 
 #include <pulse/operation.h>
 

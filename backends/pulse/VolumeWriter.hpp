@@ -3,8 +3,8 @@
 #include "backends/pulse/Arrivals.hpp"
 #include "backends/pulse/BalanceMemory.hpp"
 #include "backends/pulse/MirrorReader.hpp"
-#include "backends/pulse/OneShotTimer.hpp"
 #include "backends/pulse/WriteQueue.hpp"
+#include "platform/foundation/OneShotTimer.hpp"
 
 #include <functional>
 #include <map>

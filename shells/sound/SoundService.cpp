@@ -1,7 +1,6 @@
 #include "shells/sound/SoundService.hpp"
 
 #include "platform/celestial/SimulatedAudioDevice.hpp"
-#include "platform/foundation/NSRunLoop.hpp"
 
 #include <cstdio>
 #include <utility>
@@ -74,32 +73,31 @@ void SoundService::setAttention(SoundServer::Attention attention) {
 
 void SoundService::whenSettled(double atMostSeconds, std::function<void()> handler) {
     if (isSettled()) return handler();
-    settledHandler_ = std::make_shared<const std::function<void()>>(std::move(handler));
-    NSRunLoop::mainRunLoop().performAfterDelay(atMostSeconds,
-                                               [this, waiting = std::weak_ptr(settledHandler_)] {
-                                                   if (!waiting.expired()) tellThatSettled();
-                                               });
+    settledHandler_ = std::move(handler);
+    settledAtLast_.start(atMostSeconds, [this] { tellThatSettled(); });
+}
+
+void SoundService::forgetWhenSettled() {
+    settledHandler_ = nullptr;
+    settledAtLast_.cancel();
 }
 
 void SoundService::tellThatSettled() {
-    if (const auto handler = std::exchange(settledHandler_, nullptr)) (*handler)();
+    settledAtLast_.cancel();
+    if (const auto handler = std::exchange(settledHandler_, nullptr)) handler();
 }
 
 void SoundService::serverAnswers(SoundServer::Answers answers) {
     if (answers == SoundServer::Answers::Yes) {
-        waiting_.reset();
+        patience_.cancel();
         setStage(Stage::Answering);
-    } else if (stage_ == Stage::Answering && !waiting_) {
+    } else if (stage_ == Stage::Answering && !patience_.isRunning()) {
         beginToWait();
     }
 }
 
 void SoundService::beginToWait() {
-    waiting_ = std::make_shared<const bool>(true);
-    NSRunLoop::mainRunLoop().performAfterDelay(
-        patienceSeconds, [this, waiting = std::weak_ptr<const bool>(waiting_)] {
-            if (!waiting.expired()) setStage(Stage::Silent);
-        });
+    patience_.start(patienceSeconds, [this] { setStage(Stage::Silent); });
 }
 
 void SoundService::setStage(Stage stage) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/foundation/OneShotTimer.hpp"
 #include "shells/sound/SoundServer.hpp"
 
 #include <functional>
@@ -35,7 +36,7 @@ class SoundService {
     /// Calls the handler once, as soon as it is settled, at the latest after that time. Within this
     /// call where it is settled already. The last handler counts.
     void whenSettled(double atMostSeconds, std::function<void()> handler);
-    void forgetWhenSettled() { settledHandler_.reset(); }
+    void forgetWhenSettled();
     /// Whether no server answers, and has not for a while.
     bool isSilent() const { return stage_ == Stage::Silent; }
     /// Whether a volume that was set is still on its way.
@@ -68,10 +69,9 @@ class SoundService {
     SoundServer::Attention attention_ = SoundServer::Attention::Watched;
     bool connecting_ = false;
     Stage stage_ = Stage::Awaited;
-    /// What the waiting under way holds: a new one, or the end of this, makes it forget.
-    std::shared_ptr<const bool> waiting_;
-    /// Shared, so that its patience ends with it.
-    std::shared_ptr<const std::function<void()>> settledHandler_;
+    OneShotTimer patience_;  ///< While a server that doesn't answer may still be coming.
+    std::function<void()> settledHandler_;
+    OneShotTimer settledAtLast_;  ///< While that handler waits.
     std::function<void()> changeHandler_;
     std::function<void()> availabilityHandler_;
     std::function<void()> silenceHandler_;

@@ -1,11 +1,9 @@
-#include "backends/pulse/OneShotTimer.hpp"
 #include "platform/foundation/NSRunLoop.hpp"
+#include "platform/foundation/OneShotTimer.hpp"
 
 #include <gtest/gtest.h>
 
 #include <memory>
-
-using pulse::OneShotTimer;
 
 /// In virtual time.
 class OneShotTimerTest : public testing::Test {

@@ -5,8 +5,6 @@
 #include <functional>
 #include <optional>
 
-namespace pulse {
-
 /// One call from the main run loop that can be withdrawn; it is withdrawn with the timer. The
 /// call may destroy the timer.
 class OneShotTimer {
@@ -24,5 +22,3 @@ class OneShotTimer {
  private:
     std::optional<NSRunLoop::Call> call_;
 };
-
-}  // namespace pulse

@@ -1,8 +1,6 @@
-#include "backends/pulse/OneShotTimer.hpp"
+#include "platform/foundation/OneShotTimer.hpp"
 
 #include <utility>
-
-namespace pulse {
 
 void OneShotTimer::start(double seconds, std::function<void()> function) {
     cancel();
@@ -16,5 +14,3 @@ void OneShotTimer::start(double seconds, std::function<void()> function) {
 void OneShotTimer::cancel() {
     if (call_) NSRunLoop::mainRunLoop().withdraw(*std::exchange(call_, std::nullopt));
 }
-
-}  // namespace pulse
