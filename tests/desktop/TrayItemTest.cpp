@@ -1,5 +1,7 @@
+#include "platform/foundation/NSRunLoop.hpp"
 #include "shells/common/ApplicationId.hpp"
 #include "shells/desktop/Bus.hpp"
+#include "shells/desktop/tray/TrayItem.hpp"
 #include "tests/desktop/UserSession.hpp"
 #include "tests/rigs/Waiting.hpp"
 
@@ -8,15 +10,18 @@
 namespace test {
 namespace {
 
+BusConnection connectionTo(const UserSession& session) {
+    return BusConnection(g_dbus_connection_new_for_address_sync(
+        session.environment().at("DBUS_SESSION_BUS_ADDRESS").c_str(),
+        static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                          G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
+        nullptr, nullptr, nullptr));
+}
+
 /// What somebody on the session's bus learns of the mixer's icon.
 class IconListener {
  public:
-    explicit IconListener(const UserSession& session)
-        : bus_(g_dbus_connection_new_for_address_sync(
-              session.environment().at("DBUS_SESSION_BUS_ADDRESS").c_str(),
-              static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                                G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
-              nullptr, nullptr, nullptr)) {
+    explicit IconListener(const UserSession& session) : bus_(connectionTo(session)) {
         const auto told =
             +[](GDBusConnection*, const char*, const char*, const char*, const char*, GVariant*,
                 gpointer self) { ++static_cast<IconListener*>(self)->signals_; };
@@ -69,6 +74,94 @@ TEST(TrayItemTest, TellsNothingOfTheVolumeWhereNobodyShowsTheIcon) {
     EXPECT_TRUE(follows("30%", "Media: 30%")) << listener.toolTip();
     EXPECT_TRUE(follows("90%", "Media: 90%")) << "whoever asks is answered";
     EXPECT_EQ(listener.signals(), 0);
+}
+
+/// An icon of the test's own, shown by a host, in virtual time.
+class ShownIcon : public testing::Test {
+ protected:
+    ShownIcon() {
+        NSRunLoop::mainRunLoop().setClock([this] { return now_; });
+        item.setShown(true);
+        expectSignals(2);
+    }
+    ~ShownIcon() override { NSRunLoop::mainRunLoop().setClock({}); }
+
+    void advance(double seconds) {
+        now_ += seconds;
+        NSRunLoop::mainRunLoop().runDue();
+    }
+    void changeTo(int percent) {
+        percent_ = percent;
+        item.lookAgain();
+    }
+    /// That so many came since the icon is there.
+    void expectSignals(int count) {
+        // What was sent before this comes before it.
+        g_dbus_connection_emit_signal(bus.get(), nullptr, TrayItem::objectPath,
+                                      "org.kde.StatusNotifierItem", "NewTitle", nullptr, nullptr);
+        ++marks_;
+        ASSERT_TRUE(
+            rigs::waitUntil([this, count] { return listener.signals() >= count + marks_; }));
+        EXPECT_EQ(listener.signals() - marks_, count);
+    }
+
+    UserSession session;
+    BusConnection bus = connectionTo(session);
+    IconListener listener{session};
+    int percent_ = 0;
+    int lookedAt_ = 0;  ///< The percentage that was there when the icon looked last.
+    double now_ = 1;
+    int marks_ = 0;
+    TrayItem item{bus.get(),
+                  [this] {
+                      lookedAt_ = percent_;
+                      return TrayLook{"icon", std::to_string(percent_)};
+                  },
+                  {}};
+};
+
+TEST_F(ShownIcon, TellsOfAChangeAtOnce) {
+    changeTo(1);
+    expectSignals(3);
+    advance(10);
+    changeTo(2);
+    expectSignals(4);
+    changeTo(2);
+    advance(10);
+    expectSignals(4);
+}
+
+TEST_F(ShownIcon, TellsOfAFloodOfChangesAFewTimesASecondAndOfTheLastOne) {
+    changeTo(1);
+    // In a second and a bit. The first one after each pause comes 0.12 s after the one before.
+    for (int percent = 2; percent <= 35; ++percent) {
+        advance(0.03);
+        changeTo(percent);
+    }
+    expectSignals(2 + 1 + 8);
+    advance(TrayItem::pauseSeconds);
+    EXPECT_EQ(lookedAt_, 35);
+    expectSignals(2 + 1 + 9);
+    EXPECT_EQ(NSRunLoop::mainRunLoop().nextDue(), std::nullopt) << "nothing is left to wake for";
+}
+
+TEST_F(ShownIcon, SaysNothingWhereTheVolumeHasComeBackInThePause) {
+    changeTo(1);
+    changeTo(2);
+    changeTo(1);
+    advance(TrayItem::pauseSeconds);
+    expectSignals(3);
+}
+
+TEST_F(ShownIcon, TellsAHostThatComesInThePauseOfWhatIsNow) {
+    changeTo(1);
+    changeTo(2);
+    item.setShown(false);
+    advance(TrayItem::pauseSeconds);
+    expectSignals(3);
+    item.setShown(true);
+    EXPECT_EQ(lookedAt_, 2);
+    expectSignals(5);
 }
 
 }  // namespace

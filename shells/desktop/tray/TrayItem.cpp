@@ -70,14 +70,23 @@ TrayItem::TrayItem(GDBusConnection* bus, Look look, Handlers handlers)
           this) {}
 
 void TrayItem::lookAgain() {
-    if (!told_) return;
+    if (!told_ || pause_.isRunning()) return;
+    const double left = toldSeconds_ + pauseSeconds - NSRunLoop::mainRunLoop().currentTime();
+    if (left <= 0) return tell();
+    pause_.start(left, [this] { tell(); });
+}
+
+void TrayItem::tell() {
     const TrayLook before = std::exchange(*told_, look_());
+    if (*told_ == before) return;
+    toldSeconds_ = NSRunLoop::mainRunLoop().currentTime();
     if (told_->icon != before.icon) object_.emit("NewIcon");
     if (told_->text != before.text) object_.emit("NewToolTip");
 }
 
 void TrayItem::setShown(bool shown) {
     if (told_.has_value() == shown) return;
+    pause_.cancel();
     if (!shown) return told_.reset();
     told_ = look_();
     object_.emit("NewIcon");
