@@ -9,6 +9,8 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
+#include <utility>
 
 namespace test {
 namespace {
@@ -159,29 +161,44 @@ TEST_F(ProgramTest, EndsInGoodOrderWhenItIsToldToEnd) {
     }
 }
 
-/// What the loader wrote of the files that a program loaded.
-std::string loadedFiles(const std::filesystem::path& folder) {
-    std::string text;
-    for (const auto& file : std::filesystem::directory_iterator(folder)) {
-        std::ifstream stream(file.path());
-        text.append(std::istreambuf_iterator<char>(stream), {});
+/// What the loader writes of the libraries of a program: "files" are those that it loads, "libs"
+/// where it looks for them.
+class LoaderRecord {
+ public:
+    LoaderRecord(std::filesystem::path folder, const char* kind)
+        : folder_(std::move(folder)), kind_(kind) {
+        std::filesystem::create_directory(folder_);
     }
-    return text;
-}
+
+    /// What a program's environment has to say for it.
+    std::map<std::string, std::string> variables() const {
+        return {{"LD_DEBUG", kind_}, {"LD_DEBUG_OUTPUT", folder_ / "record"}};
+    }
+    std::string text() const {
+        std::string text;
+        for (const auto& file : std::filesystem::directory_iterator(folder_)) {
+            std::ifstream stream(file.path());
+            text.append(std::istreambuf_iterator<char>(stream), {});
+        }
+        return text;
+    }
+
+ private:
+    std::filesystem::path folder_;
+    const char* kind_;
+};
 
 // GDK starts the graphics driver to look at the display's visuals, unless another program has left
 // the answer there.
 TEST_F(ProgramTest, FirstOnADisplayItLoadsNoGraphicsDriver) {
     const XServer display;
-    const std::filesystem::path folder = files.folder() / "loaded";
-    std::filesystem::create_directory(folder);
-    runProgramUntilSignal({"--simulate", "--preferences", files.folder().string()},
-                          {{"DISPLAY", display.displayName()},
-                           {"GDK_BACKEND", "x11"},
-                           {"LD_DEBUG", "files"},
-                           {"LD_DEBUG_OUTPUT", folder / "record"}},
+    const LoaderRecord record(files.folder() / "loaded", "files");
+    std::map<std::string, std::string> variables = record.variables();
+    variables["DISPLAY"] = display.displayName();
+    variables["GDK_BACKEND"] = "x11";
+    runProgramUntilSignal({"--simulate", "--preferences", files.folder().string()}, variables,
                           SIGTERM);
-    const std::string loaded = loadedFiles(folder);
+    const std::string loaded = record.text();
     EXPECT_TRUE(contains(loaded, "libgdk-3")) << "the loader tells of nothing";
     EXPECT_FALSE(contains(loaded, "_dri.so"));
     EXPECT_FALSE(contains(loaded, "libLLVM"));
@@ -189,11 +206,9 @@ TEST_F(ProgramTest, FirstOnADisplayItLoadsNoGraphicsDriver) {
 
 // Slow, and a way to have somebody else's code run.
 TEST_F(ProgramTest, LooksForNoLibraryInTheFolderThatItIsStartedIn) {
-    const std::filesystem::path folder = files.folder() / "searched";
-    std::filesystem::create_directory(folder);
-    runProgram({"--simulate", "--preferences", files.folder().string()},
-               {{"LD_DEBUG", "libs"}, {"LD_DEBUG_OUTPUT", folder / "record"}});
-    const std::string searched = loadedFiles(folder);
+    const LoaderRecord record(files.folder() / "searched", "libs");
+    runProgram({"--simulate", "--preferences", files.folder().string()}, record.variables());
+    const std::string searched = record.text();
     const std::string attempt = "trying file=";
     std::size_t found = searched.find(attempt);
     ASSERT_NE(found, std::string::npos) << "the loader tells of nothing";
