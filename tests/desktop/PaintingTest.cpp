@@ -45,6 +45,18 @@ TEST_F(PaintingTest, PaintsOnlyTheRowOfAChangeMadeElsewhere) {
     expectOnlyRowPainted(1);
 }
 
+TEST_F(PaintingTest, PaintsRowsFarFromEachOtherApart) {
+    openAndWatch();
+    slider(0)->setValue(90, Animated::No);
+    slider(3)->setValue(90, Animated::No);
+    settle();
+    double painted = 0;
+    for (const CGRect& rect : watch->take())
+        painted += rect.size.width * rect.size.height;
+    EXPECT_GT(painted, 0);
+    EXPECT_LT(painted, windowSize().width * windowSize().height / 2);
+}
+
 TEST_F(PaintingTest, PaintsOnlyTheRowThatIsDragged) {
     openAndWatch();
     const CGPoint thumb = thumbOnScreen(2);
@@ -77,6 +89,27 @@ TEST_F(PaintingTest, PaintsEverythingWhenItIsUncovered) {
     for (const CGRect& rect : watch->take())
         painted = CGRectUnion(painted, rect);
     EXPECT_EQ(painted, (CGRect{{0, 0}, windowSize()}));
+}
+
+TEST_F(PaintingTest, LooksAfterChangesAsItDoesPaintedAfresh) {
+    open();
+    const CGRect shown = {windowOrigin(), windowSize()};
+    for (const CGFloat volume : {0.1, 0.9, 0.35}) {
+        device->changeVolume("Ringtone", static_cast<float>(volume));
+        device->changeVolume("Audio/Video", static_cast<float>(1 - volume));
+        settle();
+    }
+    user->moveTo(thumbOnScreen(3).x, thumbOnScreen(3).y);
+    user->press();
+    user->moveTo(thumbOnScreen(3).x + 60, thumbOnScreen(3).y);
+    user->release();
+    settle();
+    EXPECT_NEAR(slider(0)->value(), 35, 0.01);
+    const std::vector<std::uint32_t> changed = user->pixelsIn(shown);
+    gdk_window_invalidate_rect(window->host().window(), nullptr, TRUE);
+    settle();
+    const bool isSame = user->pixelsIn(shown) == changed;
+    EXPECT_TRUE(isSame) << "a part of the window was not painted again";
 }
 
 /// Puts its subview elsewhere at every layout.

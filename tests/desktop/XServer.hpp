@@ -56,6 +56,8 @@ class XUser {
 
     /// Red, green and blue in the lowest bytes.
     std::uint32_t pixelAt(double x, double y);
+    /// Those of a rectangle of the screen, line by line.
+    std::vector<std::uint32_t> pixelsIn(const CGRect& rect);
     /// How many different colours there are in a rectangle of the screen.
     std::size_t coloursIn(const CGRect& rect);
     /// How many pixels of a rectangle of the screen have that colour.
@@ -65,8 +67,6 @@ class XUser {
     struct Close {
         void operator()(Display* display) const;
     };
-    std::vector<std::uint32_t> pixelsIn(const CGRect& rect);
-
     std::unique_ptr<Display, Close> display_;
 };
 
