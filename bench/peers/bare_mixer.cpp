@@ -1,24 +1,73 @@
 // The least that a mixer on GDK and the sound server's library can do: a window with a bar that is
-// as long as the default device's volume, in enough greys to be taken for a picture.
+// as long as the default device's volume, in enough greys to be taken for a picture. With
+// --captions also five lines of text, the second of which says the volume.
 #include "bench/start/BareWindow.hpp"
 
+#include <pango/pangocairo.h>
 #include <pulse/glib-mainloop.h>
 #include <pulse/introspect.h>
 #include <pulse/subscribe.h>
 
+#include <cmath>
 #include <cstdint>
+#include <cstdio>
+#include <cstring>
 
 namespace {
 
-// Points; a track of the mixer's size.
+// Points; a track and captions of the mixer's size, in its places.
 constexpr GdkRectangle track = {230, 80, 300, 10};
+constexpr int rows = 5;
+constexpr int rowHeight = 50;
+constexpr int rowOfVolume = 1;
+constexpr int captionX = 20;
+constexpr int captionY = 15;
+constexpr int captionSize = 12;
+constexpr int captionOfVolumeY = captionY + rowHeight * rowOfVolume;
+constexpr GdkRectangle caption = {captionX, captionOfVolumeY, 300, 20};
 
+bool showsCaptions = false;
 GdkWindow* window = nullptr;
 double volume = 0;  // 0 to 1.
+
+/// Of a percentage, shaped once.
+PangoLayout* layoutOf(int percent) {
+    static PangoLayout* layouts[101] = {};
+    PangoLayout*& layout = layouts[percent];
+    if (layout) return layout;
+    static PangoContext* context =
+        pango_font_map_create_context(pango_cairo_font_map_get_default());
+    layout = pango_layout_new(context);
+    PangoFontDescription* font = pango_font_description_from_string("Sans");
+    pango_font_description_set_absolute_size(font, captionSize * PANGO_SCALE);
+    pango_layout_set_font_description(layout, font);
+    pango_font_description_free(font);
+    char text[32];
+    std::snprintf(text, sizeof text, "Volume: %d%%", percent);
+    pango_layout_set_text(layout, text, -1);
+    return layout;
+}
+
+void drawCaptions(cairo_t* context) {
+    cairo_set_source_rgb(context, 1, 1, 1);
+    double left = 0;
+    double top = 0;
+    double right = 0;
+    double bottom = 0;
+    cairo_clip_extents(context, &left, &top, &right, &bottom);
+    for (int row = 0; row < rows; ++row) {
+        const int y = captionY + row * rowHeight;
+        if (y + caption.height <= top || y >= bottom) continue;
+        cairo_move_to(context, captionX, y);
+        const int percent = row == rowOfVolume ? int(std::lround(100 * std::fmin(volume, 1))) : 50;
+        pango_cairo_show_layout(context, layoutOf(percent));
+    }
+}
 
 void draw(cairo_t* context) {
     cairo_set_source_rgb(context, 0, 0, 0);
     cairo_paint(context);
+    if (showsCaptions) drawCaptions(context);
     cairo_pattern_t* grey = cairo_pattern_create_linear(track.x, 0, track.x + track.width, 0);
     cairo_pattern_add_color_stop_rgb(grey, 0, 1, 1, 1);
     cairo_pattern_add_color_stop_rgb(grey, 1, 0, 0, 0);
@@ -44,6 +93,7 @@ void read(pa_context* context) {
         if (!info) return;
         volume = double(pa_cvolume_max(&info->volume)) / PA_VOLUME_NORM;
         gdk_window_invalidate_rect(window, &track, FALSE);
+        if (showsCaptions) gdk_window_invalidate_rect(window, &caption, FALSE);
     };
     release(pa_context_get_sink_info_by_name(context, "@DEFAULT_SINK@", answered, nullptr));
 }
@@ -59,7 +109,8 @@ void stateChanged(pa_context* context, void* /*data*/) {
 
 }  // namespace
 
-int main() {
+int main(int count, char** arguments) {
+    showsCaptions = count > 1 && std::strcmp(arguments[1], "--captions") == 0;
     gdk_init(nullptr, nullptr);
     window = showBareWindow(handle);
     pa_glib_mainloop* loop = pa_glib_mainloop_new(nullptr);

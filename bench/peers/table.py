@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 """Turns what peers_bench prints into a table and holds the mixer, the first line, to what it must
-reach against the better of the others; not against the last, which is no mixer but the least that
-one on the same libraries can be. Fails when it misses something."""
+reach against the better of the others; not against those called bare, which are no mixers but the
+least that one on the same libraries can be. Fails when it misses something."""
 
+import itertools
 import json
 import statistics
 import sys
@@ -47,7 +48,8 @@ def compare(own, peers, limit):
 
 def main():
     mixers = read(sys.stdin)
-    if len(mixers) < 3:
+    is_peer = [not mixer["name"].startswith("bare") for mixer in mixers[1:]]
+    if not any(is_peer):
         return "nothing to compare"
     print("| | " + " | ".join(mixer["name"] for mixer in mixers) + " | ratio to the best (at most) |")
     print("|---|" + "---:|" * (len(mixers) + 1))
@@ -55,7 +57,8 @@ def main():
               for mixer in mixers if mixer["changes_unseen"]]
     for title, key, number, decimals, limit in ROWS:
         values = [number(mixer[key]) for mixer in mixers]
-        ratio, kept = compare(values[0], values[1:-1], limit)
+        peers = list(itertools.compress(values[1:], is_peer))
+        ratio, kept = compare(values[0], peers, limit)
         cells = " | ".join(f"{value:.{decimals}f}" for value in values)
         print(f"| {title} | {cells} | {ratio} |")
         if not kept:
