@@ -1,9 +1,9 @@
 // The least that a mixer on GDK and the sound server's library can do: a window with a bar that is
 // as long as the default device's volume, in enough greys to be taken for a picture. With
 // --captions also five lines of text, the second of which says the volume.
+#include "bench/start/BareCaptions.hpp"
 #include "bench/start/BareWindow.hpp"
 
-#include <pango/pangocairo.h>
 #include <pulse/glib-mainloop.h>
 #include <pulse/introspect.h>
 #include <pulse/subscribe.h>
@@ -15,16 +15,11 @@
 
 namespace {
 
-// Points; a track and captions of the mixer's size, in its places.
+// Points; a track of the mixer's size.
 constexpr GdkRectangle track = {230, 80, 300, 10};
-constexpr int rows = 5;
-constexpr int rowHeight = 50;
 constexpr int rowOfVolume = 1;
-constexpr int captionX = 20;
-constexpr int captionY = 15;
-constexpr int captionSize = 12;
-constexpr int captionOfVolumeY = captionY + rowHeight * rowOfVolume;
-constexpr GdkRectangle caption = {captionX, captionOfVolumeY, 300, 20};
+constexpr int captionOfVolumeY = bare::captionY + bare::rowHeight * rowOfVolume;
+constexpr GdkRectangle caption = {bare::captionX, captionOfVolumeY, 300, 20};
 
 bool showsCaptions = false;
 GdkWindow* window = nullptr;
@@ -38,13 +33,9 @@ PangoLayout* layoutOf(int percent) {
     static PangoContext* context =
         pango_font_map_create_context(pango_cairo_font_map_get_default());
     layout = pango_layout_new(context);
-    PangoFontDescription* font = pango_font_description_from_string("Sans");
-    pango_font_description_set_absolute_size(font, captionSize * PANGO_SCALE);
-    pango_layout_set_font_description(layout, font);
-    pango_font_description_free(font);
     char text[32];
     std::snprintf(text, sizeof text, "Volume: %d%%", percent);
-    pango_layout_set_text(layout, text, -1);
+    bare::setCaption(layout, text);
     return layout;
 }
 
@@ -55,10 +46,10 @@ void drawCaptions(cairo_t* context) {
     double right = 0;
     double bottom = 0;
     cairo_clip_extents(context, &left, &top, &right, &bottom);
-    for (int row = 0; row < rows; ++row) {
-        const int y = captionY + row * rowHeight;
+    for (int row = 0; row < bare::rows; ++row) {
+        const int y = bare::captionY + row * bare::rowHeight;
         if (y + caption.height <= top || y >= bottom) continue;
-        cairo_move_to(context, captionX, y);
+        cairo_move_to(context, bare::captionX, y);
         const int percent = row == rowOfVolume ? int(std::lround(100 * std::fmin(volume, 1))) : 50;
         pango_cairo_show_layout(context, layoutOf(percent));
     }

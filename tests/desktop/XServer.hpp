@@ -67,6 +67,7 @@ class XUser {
     struct Close {
         void operator()(Display* display) const;
     };
+
     std::unique_ptr<Display, Close> display_;
 };
 
