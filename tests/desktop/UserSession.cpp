@@ -1,6 +1,7 @@
 #include "tests/desktop/UserSession.hpp"
 
 #include "shells/common/ApplicationId.hpp"
+#include "tests/rigs/UnixSocket.hpp"
 #include "tests/rigs/Waiting.hpp"
 
 #include <csignal>
@@ -15,7 +16,7 @@ UserSession::UserSession(Bus bus, Accessibility accessibility)
     daemon_ = rigs::ChildProcess(
         {"dbus-daemon", "--session", "--nofork", "--nopidfile", "--address=unix:path=" + socket},
         {.environment = environment(), .log = folder.log()});
-    if (!rigs::waitUntil([&] { return std::filesystem::exists(socket); }))
+    if (!rigs::waitUntil([&] { return rigs::takesConnections(socket); }))
         throw std::runtime_error("no session bus: " + logged());
 }
 

@@ -1,26 +1,20 @@
 #include "tests/desktop/WaylandServer.hpp"
 
-#include "tests/desktop/MainLoop.hpp"
+#include "tests/rigs/UnixSocket.hpp"
+#include "tests/rigs/Waiting.hpp"
 
 #include <fcntl.h>
-#include <gio/gio.h>
+#include <glib.h>
 #include <sys/prctl.h>
-#include <sys/socket.h>
-#include <sys/un.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
-#include <memory>
 
 namespace test {
 namespace {
 
 constexpr const char* socketName = "wayland-test";
-
-struct Unref {
-    void operator()(gpointer object) const { g_object_unref(object); }
-};
 
 [[noreturn]] void becomeServer() {
     prctl(PR_SET_PDEATHSIG, SIGTERM);
@@ -31,31 +25,6 @@ struct Unref {
     execlp("weston", "weston", "--backend=headless-backend.so", "--no-config", "--idle-time=0",
            "--width=1280", "--height=900", socket.c_str(), static_cast<char*>(nullptr));
     _exit(127);
-}
-
-bool takesConnections(const std::filesystem::path& socketFile) {
-    sockaddr_un address = {};
-    address.sun_family = AF_UNIX;
-    socketFile.string().copy(static_cast<char*>(address.sun_path), sizeof address.sun_path - 1);
-    const int connection = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    const bool taken =
-        connect(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
-    close(connection);
-    return taken;
-}
-
-/// The compositor says that it is nearly ready by making its socket; it takes connections an
-/// instant later.
-bool waitForServer(const std::filesystem::path& socketFile) {
-    const std::unique_ptr<GFile, Unref> folder(
-        g_file_new_for_path(socketFile.parent_path().c_str()));
-    const std::unique_ptr<GFileMonitor, Unref> monitor(
-        g_file_monitor_directory(folder.get(), G_FILE_MONITOR_NONE, nullptr, nullptr));
-    if (!waitUntil([&] { return std::filesystem::exists(socketFile); })) return false;
-    const gint64 deadline = g_get_monotonic_time() + 5 * G_USEC_PER_SEC;
-    while (!takesConnections(socketFile))
-        if (g_get_monotonic_time() > deadline) return false;
-    return true;
 }
 
 }  // namespace
@@ -70,7 +39,7 @@ WaylandServer::WaylandServer() {
     g_unsetenv("DISPLAY");
     process_ = fork();
     if (process_ == 0) becomeServer();
-    running_ = waitForServer(folder_ / socketName);
+    running_ = rigs::waitUntil([this] { return rigs::takesConnections(folder_ / socketName); });
 }
 
 WaylandServer::~WaylandServer() {

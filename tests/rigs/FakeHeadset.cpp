@@ -2,6 +2,7 @@
 
 #include "tests/rigs/PipeWireServer.hpp"
 #include "tests/rigs/PulseAudioServer.hpp"
+#include "tests/rigs/UnixSocket.hpp"
 #include "tests/rigs/Waiting.hpp"
 
 #include <sstream>
@@ -37,7 +38,7 @@ FakeHeadset::FakeHeadset(SoundServer& server) : server_(server) {
     bus_ = ChildProcess({"dbus-daemon", std::string("--config-file=") + RIG_FAKE_BUS,
                          "--address=" + busAddress, "--nofork", "--nopidfile", "--nosyslog"},
                         {.environment = environment, .log = folder.log()});
-    if (!waitUntil([&] { return std::filesystem::exists(folder.path() / "system-bus"); }))
+    if (!waitUntil([&] { return takesConnections(folder.path() / "system-bus"); }))
         throw std::runtime_error("no bus: " + folder.logged());
     service_ = std::make_unique<Conversation>(
         std::vector<std::string>{RIG_FAKE_BLUEZ},

@@ -1,12 +1,8 @@
 #include "tests/rigs/PipeWireServer.hpp"
 
+#include "tests/rigs/UnixSocket.hpp"
 #include "tests/rigs/Waiting.hpp"
 
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
-
-#include <cstring>
 #include <stdexcept>
 
 namespace rigs {
@@ -34,18 +30,6 @@ std::string sinkObject(const SoundServer::Sink& sink, std::size_t position) {
            " media.class = Audio/Sink audio.rate = 48000 audio.position = [ FL FR ]"
            " object.linger = true priority.session = " +
            std::to_string(2000 - position) + properties + " } }\n";
-}
-
-// Whether somebody takes connections there. The file alone may be a leftover.
-bool isListening(const std::filesystem::path& socketPath) {
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    std::strncpy(address.sun_path, socketPath.c_str(), sizeof address.sun_path - 1);
-    const int descriptor = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    const bool connected =
-        connect(descriptor, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
-    close(descriptor);
-    return connected;
 }
 
 }  // namespace
@@ -86,7 +70,7 @@ void PipeWireServer::start() {
     writeConfiguration();
     core_ = startProgram("pipewire");
     const std::filesystem::path core = folder_.path() / "pipewire-0";
-    if (!waitUntil([&] { return isListening(core); }))
+    if (!waitUntil([&] { return takesConnections(core); }))
         throw std::runtime_error("PipeWire takes no connection: " + folder_.logged());
     if (manager_ == SessionManager::WirePlumber) startSessionManager();
     pulseServer_ = startProgram("pipewire-pulse");

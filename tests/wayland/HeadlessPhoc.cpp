@@ -1,5 +1,6 @@
 #include "tests/wayland/HeadlessPhoc.hpp"
 
+#include "tests/rigs/UnixSocket.hpp"
 #include "tests/rigs/Waiting.hpp"
 
 #include <csignal>
@@ -30,7 +31,7 @@ HeadlessPhoc::HeadlessPhoc(rigs::ServerFolder& folder, const Screen& screen)
     compositor_ = rigs::ChildProcess({"phoc", "-C", (folder.path() / "phoc.ini").string()},
                                      {.environment = variables, .log = folder.log()});
     const bool began = rigs::waitUntil([this] {
-        return compositor_.hasEnded() || std::filesystem::exists(folder_.path() / socketName);
+        return compositor_.hasEnded() || rigs::takesConnections(folder_.path() / socketName);
     });
     if (!began || !compositor_) throw std::runtime_error("no compositor: " + folder.logged());
     pointer_ = std::make_unique<rigs::Conversation>(

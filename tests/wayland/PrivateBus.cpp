@@ -1,5 +1,6 @@
 #include "tests/wayland/PrivateBus.hpp"
 
+#include "tests/rigs/UnixSocket.hpp"
 #include "tests/rigs/Waiting.hpp"
 
 #include <stdexcept>
@@ -22,19 +23,7 @@ PrivateBus::PrivateBus(rigs::ServerFolder& folder) : socket_(folder.path() / "se
         {"dbus-daemon", "--config-file=" + (folder.path() / "session-bus.conf").string(),
          "--nofork", "--nopidfile", "--nosyslog"},
         {.environment = folder.environment(), .log = folder.log()});
-    const auto answers = [this] {
-        try {
-            rigs::outputOf({"gdbus", "call", "--address", address(), "--dest",
-                            "org.freedesktop.DBus", "--object-path", "/org/freedesktop/DBus",
-                            "--method", "org.freedesktop.DBus.GetId"},
-                           {});
-            return true;
-        } catch (const std::runtime_error&) {
-            return false;
-        }
-    };
-    const auto isThere = [this] { return std::filesystem::exists(socket_); };
-    if (!rigs::waitUntil(isThere) || !rigs::waitUntil(answers))
+    if (!rigs::waitUntil([this] { return rigs::takesConnections(socket_); }))
         throw std::runtime_error("no bus: " + folder.logged());
 }
 
