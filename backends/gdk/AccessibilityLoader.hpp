@@ -1,10 +1,11 @@
 #pragma once
 
+#include "backends/bus/BusNameWatch.hpp"
+#include "backends/bus/BusSignal.hpp"
 #include "backends/gdk/AccessibilityBridge.hpp"
 
-#include <gio/gio.h>
-
 #include <memory>
+#include <optional>
 #include <string>
 
 /// Watches whether the session wants accessibility (a screen reader is on, or the desktop's switch
@@ -26,18 +27,23 @@ class AccessibilityLoader {
     bool takesKey(const GdkEventKey& event) { return bridge_ && bridge_->takesKey(event); }
 
  private:
-    struct Unref {
-        void operator()(gpointer object) const { g_object_unref(object); }
+    /// Hears the switch, and a service that comes to hold it.
+    struct Watch {
+        Watch(BusConnection connection, AccessibilityLoader& loader);
+
+        BusConnection bus;
+        BusNameWatch owner;
+        BusSignal changes;
     };
 
-    void watch(GDBusProxy* status);
-    void loadIfWanted();
+    void watch(BusConnection bus);
+    void askIfWanted();
     void load();
 
     std::string modulePath_;
     AccessibleWindow window_;
     WindowActivity activity_ = WindowActivity::Inactive;
-    std::unique_ptr<GCancellable, Unref> asking_;
-    std::unique_ptr<GDBusProxy, Unref> status_;
+    BusCancellable asking_;
+    std::optional<Watch> watch_;
     std::unique_ptr<AccessibilityBridge> bridge_;
 };

@@ -45,7 +45,7 @@ DesktopSession::DesktopSession(GdkDisplay* display, const DesktopOptions& option
       instance_(instance),
       loop_(g_main_loop_new(nullptr, FALSE)),
       window_(display, events_, widget, accessibilityModule) {
-    if (GdkLayerShell::isOffered(display)) layers_.emplace(display);
+    if (!isX11(display) && GdkLayerShell::isOffered(display)) layers_.emplace(display);
 }
 
 DesktopSession::~DesktopSession() {

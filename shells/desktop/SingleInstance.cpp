@@ -1,5 +1,6 @@
 #include "shells/desktop/SingleInstance.hpp"
 
+#include "backends/bus/BusCall.hpp"
 #include "shells/common/ApplicationId.hpp"
 
 #include <string_view>
@@ -22,21 +23,6 @@ constexpr const char* description = R"xml(<node>
 
 constexpr const char* toggleAction = "toggle";
 constexpr const char* quitAction = "quit";
-
-/// Without one the library would start a bus of its own.
-std::optional<std::string> sessionBusAddress() {
-    const char* set = g_getenv("DBUS_SESSION_BUS_ADDRESS");
-    if (set != nullptr && *set != '\0') return set;
-    const char* folder = g_getenv("XDG_RUNTIME_DIR");
-    if (folder == nullptr) return std::nullopt;
-    const std::string socket = std::string(folder) + "/bus";
-    if (!g_file_test(socket.c_str(), G_FILE_TEST_EXISTS)) return std::nullopt;
-    return "unix:path=" + socket;
-}
-
-bool isCancelled(const GError* error) {
-    return g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED) != FALSE;
-}
 
 std::optional<InstanceRequest> requestOf(std::string_view method, GVariant* arguments) {
     if (method != "ActivateAction") return InstanceRequest::Show;
@@ -66,20 +52,12 @@ void SingleInstance::begin() {
 
 void SingleInstance::connect() {
     if (standing_ != Standing::Undecided || std::exchange(isConnecting_, true)) return;
-    const auto answered = +[](GObject*, GAsyncResult* result, gpointer instance) {
-        GError* error = nullptr;
-        BusConnection bus(g_bus_get_finish(result, &error));
-        const BusError owned(error);
-        if (!isCancelled(error)) static_cast<SingleInstance*>(instance)->connected(std::move(bus));
-    };
-    g_bus_get(G_BUS_TYPE_SESSION, cancellable_.get(), answered, this);
+    openSessionBus(cancellable_.get(), [this](BusConnection bus) { connected(std::move(bus)); });
 }
 
 void SingleInstance::connected(BusConnection bus) {
     if (!bus) return setStanding(Standing::Alone);
     bus_ = std::move(bus);
-    // A session's end is told by a signal; the end of its bus alone is no reason to drop a window.
-    g_dbus_connection_set_exit_on_close(bus_.get(), FALSE);
     const auto closed = +[](GDBusConnection*, gboolean, GError*, gpointer instance) {
         static_cast<SingleInstance*>(instance)->setStanding(Standing::Alone);
     };
@@ -95,18 +73,12 @@ void SingleInstance::requestName() {
     // Before the name: who finds the name finds the object.
     static const GDBusInterfaceVTable table = {answerCall, nullptr, nullptr, {}};
     object_.emplace(bus_.get(), objectPath, description, table, this);
-    const auto answered = +[](GObject* bus, GAsyncResult* result, gpointer instance) {
-        GError* error = nullptr;
-        const BusValue answer(
-            g_dbus_connection_call_finish(G_DBUS_CONNECTION(bus), result, &error));
-        const BusError owned(error);
-        if (!isCancelled(error)) static_cast<SingleInstance*>(instance)->nameAnswered(answer.get());
-    };
     constexpr guint32 doNotQueue = 4;
-    g_dbus_connection_call(bus_.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus",
-                           "org.freedesktop.DBus", "RequestName",
-                           g_variant_new("(su)", applicationId, doNotQueue), G_VARIANT_TYPE("(u)"),
-                           G_DBUS_CALL_FLAGS_NONE, -1, cancellable_.get(), answered, this);
+    callOnBus(
+        bus_.get(),
+        {"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "RequestName"},
+        g_variant_new("(su)", applicationId, doNotQueue), G_VARIANT_TYPE("(u)"), cancellable_.get(),
+        [this](GVariant* answer) { nameAnswered(answer); });
 }
 
 void SingleInstance::nameAnswered(GVariant* answer) {

@@ -1,5 +1,6 @@
 #include "shells/common/ApplicationId.hpp"
 #include "tests/desktop/UserSession.hpp"
+#include "tests/rigs/UnixSocket.hpp"
 #include "tests/rigs/Waiting.hpp"
 
 #include <X11/keysym.h>
@@ -8,6 +9,7 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <fstream>
 
@@ -101,7 +103,7 @@ TEST(SessionTest, AnotherSessionOfTheSameUserHasAMixerOfItsOwn) {
     const rigs::ChildProcess bus(
         {"dbus-daemon", "--session", "--nofork", "--nopidfile", "--address=unix:path=" + socket},
         {.environment = session.environment(), .log = session.folder.log()});
-    ASSERT_TRUE(rigs::waitUntil([&] { return std::filesystem::exists(socket); }));
+    ASSERT_TRUE(rigs::waitUntil([&] { return rigs::takesConnections(socket); }));
     rigs::Environment elsewhere = session.environment();
     elsewhere["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=" + socket;
     const auto start = [&] {
@@ -217,6 +219,22 @@ TEST(SessionTest, EndOfTheBusLeavesAnOpenWindowAlone) {
     session.user.moveTo(CGRectGetMidX(window), CGRectGetMidY(window));
     session.user.typeKey(XK_Escape);
     EXPECT_TRUE(rigs::waitUntil([&] { return mixer.hasEnded(); }));
+}
+
+TEST(SessionTest, EndOfTheBusLeavesOneAloneThatAskedItForAScreenReaderOnly) {
+    UserSession session(Bus::Here, Accessibility::Here);
+    rigs::ChildProcess mixer = session.startMixer({"--new-instance"});
+    const auto isOnTheBus = [&] {
+        const std::string names = rigs::outputOf(
+            {"gdbus", "call", "--session", "--dest", "org.freedesktop.DBus", "--object-path",
+             "/org/freedesktop/DBus", "--method", "org.freedesktop.DBus.ListNames"},
+            session.environment());
+        return std::ranges::count(names, ':') > 1;  // Who asks is there too.
+    };
+    ASSERT_TRUE(rigs::waitUntil(isOnTheBus));
+    session.endBus();
+    rigs::runFor(0.2);
+    EXPECT_FALSE(mixer.hasEnded());
 }
 
 TEST(SessionTest, EndOfTheBusEndsAHiddenOne) {

@@ -1,11 +1,14 @@
+#include "backends/bus/Bus.hpp"
 #include "platform/foundation/NSRunLoop.hpp"
 #include "shells/common/ApplicationId.hpp"
-#include "shells/desktop/Bus.hpp"
 #include "shells/desktop/tray/TrayItem.hpp"
 #include "tests/desktop/UserSession.hpp"
 #include "tests/rigs/Waiting.hpp"
 
 #include <gtest/gtest.h>
+
+#include <optional>
+#include <stdexcept>
 
 namespace test {
 namespace {
@@ -62,9 +65,65 @@ class IconListener {
     int signals_ = 0;
 };
 
+/// The session's tray, while there is no panel that would show what is in it.
+class TrayWithoutPanel {
+ public:
+    explicit TrayWithoutPanel(const UserSession& session) : bus_(connectionTo(session)) {
+        static const GDBusInterfaceVTable table = {taken, isShown, nullptr, {}};
+        object_.emplace(bus_.get(), "/StatusNotifierWatcher", description, table, this);
+        const BusValue named(g_dbus_connection_call_sync(
+            bus_.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+            "RequestName", g_variant_new("(su)", "org.kde.StatusNotifierWatcher", 0U), nullptr,
+            G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
+        if (!named) throw std::runtime_error("the tray gets no name");
+    }
+
+    int items() const { return items_; }
+
+ private:
+    static constexpr const char* description = R"xml(<node>
+      <interface name="org.kde.StatusNotifierWatcher">
+        <method name="RegisterStatusNotifierItem"><arg type="s" direction="in"/></method>
+        <property name="IsStatusNotifierHostRegistered" type="b" access="read"/>
+      </interface>
+    </node>)xml";
+
+    static void taken(GDBusConnection* /*bus*/, const char* /*sender*/, const char* /*path*/,
+                      const char* /*interface*/, const char* /*method*/, GVariant* /*arguments*/,
+                      GDBusMethodInvocation* invocation, gpointer self) {
+        ++static_cast<TrayWithoutPanel*>(self)->items_;
+        g_dbus_method_invocation_return_value(invocation, nullptr);
+    }
+    static GVariant* isShown(GDBusConnection* /*bus*/, const char* /*sender*/, const char* /*path*/,
+                             const char* /*interface*/, const char* /*name*/, GError** /*error*/,
+                             gpointer /*self*/) {
+        return g_variant_new_boolean(FALSE);
+    }
+
+    BusConnection bus_;
+    std::optional<BusObject> object_;
+    int items_ = 0;
+};
+
+TEST(TrayItemTest, IsNotThereBeforeThereIsATray) {
+    const UserSession session;
+    const rigs::ChildProcess mixer = session.startMixer({"--background"});
+    const IconListener listener(session);
+    const auto hasLooked = [&] {
+        return session.logged().find("neither a tray nor") != std::string::npos;
+    };
+    ASSERT_TRUE(rigs::waitUntil(hasLooked));
+    EXPECT_EQ(listener.toolTip(), "");
+    const TrayWithoutPanel tray(session);
+    ASSERT_TRUE(rigs::waitUntil([&] { return tray.items() > 0; }));
+    EXPECT_NE(listener.toolTip(), "");
+    EXPECT_EQ(tray.items(), 1);
+}
+
 TEST(TrayItemTest, TellsNothingOfTheVolumeWhereNobodyShowsTheIcon) {
     UserSession session;
     session.sound.startAndWait();
+    const TrayWithoutPanel tray(session);
     const rigs::ChildProcess mixer = session.startMixer({"--background"});
     const IconListener listener(session);
     const auto follows = [&](const char* percent, const char* text) {

@@ -21,8 +21,9 @@ MAY_INCLUDE = {
 FOLDER_MAY_INCLUDE = {
     "shells/control/": r"config/.*|mixer/(Caption|Volume)\.hpp",
 }
-# Backends that stand on another one: a window shows what the canvas paints, and both loops are GLib's.
-BACKEND_MAY_INCLUDE = {"gdk": {"cairo", "glib"}, "pulse": {"glib"}}
+# Backends that stand on another one: a window shows what the canvas paints, both loops are GLib's, and
+# a bus tells whether a screen reader wants to know what the window shows.
+BACKEND_MAY_INCLUDE = {"gdk": {"bus", "cairo", "glib"}, "pulse": {"glib"}}
 # Headers in angle brackets, beyond the language's own, by folder prefix: the longest wins.
 LIBRARIES = {
     "platform/": r"(dlfcn|fcntl|unistd|syslog|pwd|errno|stdlib)\.h|sys/[a-z]+\.h",
@@ -31,9 +32,10 @@ LIBRARIES = {
     "host/": r"(?!)",
     "backends/plist/": r"plist/.*|locale\.h",
     "backends/glib/": r"glib.*\.h",
+    "backends/bus/": r"gio/.*",
     "backends/cairo/": r"cairo/.*|cairo.*\.h|pango/.*|fontconfig/.*|glib.*\.h|sys/stat\.h|(fcntl|unistd|png)\.h",
     "backends/pulse/": r"pulse/.*|glib.*\.h|unistd\.h|sys/inotify\.h",
-    "backends/gdk/": r"gdk/.*|glib.*\.h|gio/.*|atk.*|cairo.*\.h|gmodule\.h|(dlfcn|unistd)\.h|wlr-layer-shell-.*",
+    "backends/gdk/": r"gdk/.*|glib.*\.h|atk.*|cairo.*\.h|gmodule\.h|(dlfcn|unistd)\.h|wlr-layer-shell-.*",
     "shells/headless/": r"nlohmann/.*|glib.*\.h|(poll|unistd|fcntl|signal)\.h|sys/[a-z]+\.h",
     "shells/desktop/": r"gdk/.*|glib.*\.h|gio/.*|cairo.*\.h|(fcntl|unistd|getopt|signal)\.h|sys/[a-z]+\.h",
     "shells/panel/": r"glib\.h",

@@ -2,19 +2,28 @@
 
 #include "shells/desktop/tray/TrayScroll.hpp"
 
-#include <utility>
+Tray::Icon::Icon(GDBusConnection* bus, const Handlers& handlers)
+    : menu(bus, {{"Open the Mixer", handlers.show}, {"Quit", handlers.quit}}),
+      item(bus, [this] { return trayLook(volume.fraction()); },
+           {handlers.toggle, [this] { volume.toggleSilence(); },
+            [this](int delta, std::string_view orientation) {
+                volume.changeBy(volumeChangeByScroll(delta, orientation));
+            }}) {
+    volume.setChangeHandler([this] { item.lookAgain(); });
+}
 
 Tray::Tray(GDBusConnection* bus, Handlers handlers)
-    : menu_(bus, {{"Open the Mixer", handlers.show}, {"Quit", handlers.quit}}),
-      item_(bus, [this] { return trayLook(volume_.fraction()); },
-            {handlers.toggle, [this] { volume_.toggleSilence(); },
-             [this](int delta, std::string_view orientation) {
-                 volume_.changeBy(volumeChangeByScroll(delta, orientation));
-             }}),
-      host_(bus) {
-    volume_.setChangeHandler([this] { refresh(); });
-    host_.setPresenceHandler([this, changed = std::move(handlers.presenceChanged)] {
-        item_.setShown(presence() == TrayHost::Presence::Present);
-        changed();
-    });
+    : host_(bus, {.came =
+                      [this, bus, handlers] {
+                          if (!icon_) icon_.emplace(bus, handlers);
+                      },
+                  .presenceChanged =
+                      [this, changed = handlers.presenceChanged] {
+                          if (icon_)
+                              icon_->item.setShown(presence() == TrayHost::Presence::Present);
+                          changed();
+                      }}) {}
+
+void Tray::refresh() {
+    if (icon_) icon_->item.lookAgain();
 }

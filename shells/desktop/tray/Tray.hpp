@@ -6,6 +6,7 @@
 #include "shells/desktop/tray/TrayMenu.hpp"
 
 #include <functional>
+#include <optional>
 
 /// The mixer's icon in the session's tray: tells the media volume, changes it by the wheel, and
 /// calls the drawer. Main thread.
@@ -23,11 +24,18 @@ class Tray {
 
     TrayHost::Presence presence() const { return host_.presence(); }
     /// Looks at the volume again, where no notification told of it.
-    void refresh() { item_.lookAgain(); }
+    void refresh();
 
  private:
-    MediaVolume volume_;
-    TrayMenu menu_;
-    TrayItem item_;
+    /// What the tray gets to see.
+    struct Icon {
+        Icon(GDBusConnection* bus, const Handlers& handlers);
+
+        MediaVolume volume;
+        TrayMenu menu;
+        TrayItem item;
+    };
+
+    std::optional<Icon> icon_;  ///< From when there is a tray on.
     TrayHost host_;
 };

@@ -1,5 +1,7 @@
 #include "shells/desktop/tray/TrayHost.hpp"
 
+#include "backends/bus/BusCall.hpp"
+
 #include <utility>
 
 namespace {
@@ -10,62 +12,50 @@ constexpr const char* watcherInterface = "org.kde.StatusNotifierWatcher";
 
 }  // namespace
 
-TrayHost::TrayHost(GDBusConnection* bus) : bus_(shareBus(bus)), cancellable_(g_cancellable_new()) {
-    const auto came = +[](GDBusConnection*, const char*, const char*, gpointer host) {
-        static_cast<TrayHost*>(host)->watcherCame();
-    };
-    const auto went = +[](GDBusConnection*, const char*, gpointer host) {
-        static_cast<TrayHost*>(host)->setPresence(Presence::Absent);
-    };
-    watch_ = g_bus_watch_name_on_connection(bus, watcherName, G_BUS_NAME_WATCHER_FLAGS_NONE, came,
-                                            went, this, nullptr);
-    const auto changed =
-        +[](GDBusConnection*, const char*, const char*, const char*, const char*, GVariant*,
-            gpointer host) { static_cast<TrayHost*>(host)->askForHost(); };
-    signals_ = g_dbus_connection_signal_subscribe(bus, watcherName, watcherInterface, nullptr,
-                                                  watcherPath, nullptr, G_DBUS_SIGNAL_FLAGS_NONE,
-                                                  changed, this, nullptr);
-}
-
-TrayHost::~TrayHost() {
-    g_dbus_connection_signal_unsubscribe(bus_.get(), signals_);
-    g_bus_unwatch_name(watch_);
-}
-
-void TrayHost::watcherCame() {
-    g_dbus_connection_call(
-        bus_.get(), watcherName, watcherPath, watcherInterface, "RegisterStatusNotifierItem",
-        g_variant_new("(s)", g_dbus_connection_get_unique_name(bus_.get())), nullptr,
-        G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, cancellable_.get(), nullptr, nullptr);
+TrayHost::TrayHost(GDBusConnection* bus, Handlers handlers)
+    : bus_(shareBus(bus)),
+      cancellable_(g_cancellable_new()),
+      handlers_(std::move(handlers)),
+      owner_(bus, watcherName, [this](bool hasOwner) { ownerChanged(hasOwner); }),
+      changes_(bus, {.sender = watcherName, .path = watcherPath, .interface = watcherInterface},
+               [this](GVariant* /*arguments*/) { askForHost(); }) {
     askForHost();
 }
 
+void TrayHost::ownerChanged(bool hasOwner) {
+    isRegistered_ = false;
+    if (hasOwner)
+        askForHost();
+    else
+        setPresence(Presence::Absent);
+}
+
 void TrayHost::askForHost() {
-    const auto answered = +[](GObject* bus, GAsyncResult* result, gpointer host) {
-        GError* error = nullptr;
-        const BusValue answer(
-            g_dbus_connection_call_finish(G_DBUS_CONNECTION(bus), result, &error));
-        const BusError owned(error);
-        if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED) != FALSE) return;
-        gboolean isThere = FALSE;
-        if (answer) {
-            GVariant* value = nullptr;
-            g_variant_get(answer.get(), "(v)", &value);
-            const BusValue kept(value);
-            if (g_variant_is_of_type(value, G_VARIANT_TYPE_BOOLEAN) != FALSE)
-                isThere = g_variant_get_boolean(value);
-        }
-        static_cast<TrayHost*>(host)->setPresence(isThere != FALSE ? Presence::Present
-                                                                   : Presence::Absent);
+    const auto answered = [this](GVariant* answer) {
+        if (!answer) return setPresence(Presence::Absent);
+        const BusValue boxed(g_variant_get_child_value(answer, 0));
+        const BusValue value(g_variant_get_variant(boxed.get()));
+        hostAnswered(g_variant_is_of_type(value.get(), G_VARIANT_TYPE_BOOLEAN) != FALSE &&
+                     g_variant_get_boolean(value.get()) != FALSE);
     };
-    g_dbus_connection_call(
-        bus_.get(), watcherName, watcherPath, "org.freedesktop.DBus.Properties", "Get",
-        g_variant_new("(ss)", watcherInterface, "IsStatusNotifierHostRegistered"),
-        G_VARIANT_TYPE("(v)"), G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, cancellable_.get(), answered,
-        this);
+    callOnBus(bus_.get(), {watcherName, watcherPath, "org.freedesktop.DBus.Properties", "Get"},
+              g_variant_new("(ss)", watcherInterface, "IsStatusNotifierHostRegistered"),
+              G_VARIANT_TYPE("(v)"), cancellable_.get(), answered);
+}
+
+void TrayHost::hostAnswered(bool isThere) {
+    if (!std::exchange(isRegistered_, true)) {
+        handlers_.came();
+        g_dbus_connection_call(
+            bus_.get(), watcherName, watcherPath, watcherInterface, "RegisterStatusNotifierItem",
+            g_variant_new("(s)", g_dbus_connection_get_unique_name(bus_.get())), nullptr,
+            G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, nullptr, nullptr, nullptr);
+    }
+    setPresence(isThere ? Presence::Present : Presence::Absent);
 }
 
 void TrayHost::setPresence(Presence presence) {
     if (std::exchange(presence_, presence) == presence) return;
-    if (const auto handler = presenceHandler_) handler();
+    const auto changed = handlers_.presenceChanged;  // A copy: it may end this.
+    changed();
 }

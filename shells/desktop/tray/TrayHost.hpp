@@ -1,35 +1,38 @@
 #pragma once
 
-#include "shells/desktop/Bus.hpp"
+#include "backends/bus/BusNameWatch.hpp"
+#include "backends/bus/BusSignal.hpp"
 
 #include <functional>
 
-/// Hands our item to the session's tray, and again whenever a tray comes back. Main thread.
+/// The session's tray as a service: whether there is one, and whether somebody shows what is in it.
+/// Main thread.
 class TrayHost {
  public:
     enum class Presence { Unknown, Absent, Present };
+    struct Handlers {
+        /// The tray has come, or come back: what it shall show must be on the bus afterwards.
+        std::function<void()> came;
+        std::function<void()> presenceChanged;  ///< May end this.
+    };
 
-    /// Begins to look; the item must be on the bus already.
-    explicit TrayHost(GDBusConnection* bus);
-    ~TrayHost();
-    TrayHost(const TrayHost&) = delete;
-    TrayHost& operator=(const TrayHost&) = delete;
+    /// Begins to look.
+    TrayHost(GDBusConnection* bus, Handlers handlers);
 
     /// Whether somebody shows the item.
     Presence presence() const { return presence_; }
-    void setPresenceHandler(std::function<void()> handler) {
-        presenceHandler_ = std::move(handler);
-    }
 
  private:
-    void watcherCame();
+    void ownerChanged(bool hasOwner);
     void askForHost();
+    void hostAnswered(bool isThere);
     void setPresence(Presence presence);
 
     BusConnection bus_;
     BusCancellable cancellable_;
-    guint watch_ = 0;
-    guint signals_ = 0;
+    Handlers handlers_;
     Presence presence_ = Presence::Unknown;
-    std::function<void()> presenceHandler_;
+    bool isRegistered_ = false;
+    BusNameWatch owner_;
+    BusSignal changes_;
 };

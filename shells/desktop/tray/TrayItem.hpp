@@ -1,7 +1,7 @@
 #pragma once
 
+#include "backends/bus/Bus.hpp"
 #include "platform/foundation/OneShotTimer.hpp"
-#include "shells/desktop/Bus.hpp"
 #include "shells/desktop/tray/TrayLook.hpp"
 
 #include <functional>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shells/desktop/Bus.hpp"
+#include "backends/bus/Bus.hpp"
 
 #include <functional>
 #include <string>

@@ -3,6 +3,8 @@
 #include <gio/gio.h>
 
 #include <memory>
+#include <optional>
+#include <string>
 
 /// Owners of what the bus library hands out.
 struct BusRelease {
@@ -25,6 +27,10 @@ using BusCancellable = std::unique_ptr<GCancellable, BusRelease>;
 inline BusConnection shareBus(GDBusConnection* bus) {
     return BusConnection(G_DBUS_CONNECTION(g_object_ref(bus)));
 }
+
+/// Where the session's bus is; nullopt where there is none, and the library would start one of its
+/// own.
+std::optional<std::string> sessionBusAddress();
 
 /// An object of ours on the bus, for as long as this lives. Main thread.
 class BusObject {

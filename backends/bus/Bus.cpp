@@ -1,4 +1,14 @@
-#include "shells/desktop/Bus.hpp"
+#include "backends/bus/Bus.hpp"
+
+std::optional<std::string> sessionBusAddress() {
+    const char* set = g_getenv("DBUS_SESSION_BUS_ADDRESS");
+    if (set != nullptr && *set != '\0') return set;
+    const char* folder = g_getenv("XDG_RUNTIME_DIR");
+    if (folder == nullptr) return std::nullopt;
+    const std::string socket = std::string(folder) + "/bus";
+    if (!g_file_test(socket.c_str(), G_FILE_TEST_EXISTS)) return std::nullopt;
+    return "unix:path=" + socket;
+}
 
 BusObject::BusObject(GDBusConnection* bus, const char* path, const char* description,
                      const GDBusInterfaceVTable& table, gpointer data)
