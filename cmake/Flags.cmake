@@ -5,6 +5,11 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
+# A library's calls of its own functions go to these, without a look-up by their names at run time:
+# nobody puts others in their place.
+add_compile_options(-fno-semantic-interposition)
+set(TARNWICK_BOUND_TO_ITSELF LINKER:-Bsymbolic-functions)
+
 add_library(tarnwick_flags INTERFACE)
 target_include_directories(tarnwick_flags INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_options(tarnwick_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow

@@ -32,8 +32,7 @@ class PulseServer : public SoundServer {
 
 }  // namespace
 
-extern "C" __attribute__((visibility("default"))) SoundServer* tarnwick_sound_server_open(
-    const char* address) {
+extern "C" SoundServer* tarnwick_sound_server_open(const char* address) {
     const NSString place = address ? NSString(address) : std::nullopt;
     return std::make_unique<PulseServer>(place).release();
 }
