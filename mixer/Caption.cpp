@@ -2,6 +2,7 @@
 
 #include "platform/celestial/AVSystemController.hpp"
 
+#include <cmath>
 #include <cstdio>
 
 namespace {
@@ -20,6 +21,10 @@ std::string captionTitle(const CategoryRecord& record, AVSystemController* servi
 }
 
 std::string percentText(float percent) {
+    // As every volume is that is one; to print what is not costs much more.
+    constexpr float plain = 1000;
+    const float whole = std::nearbyint(percent);
+    if (std::abs(whole) <= plain) return std::to_string(static_cast<int>(whole)) + '%';
     char text[64];
     std::snprintf(text, sizeof text, "%.0f%%", static_cast<double>(percent));
     return text;
