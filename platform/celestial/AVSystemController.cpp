@@ -22,6 +22,7 @@ void AVSystemController::setSharedAVSystemController(
 
 void postEffectiveVolumeDidChange(const NSString& category, float volume) {
     PropertyValue::Dictionary userInfo;
+    userInfo.reserve(2);
     if (category)
         userInfo.emplace_back(AVSystemController_EffectiveVolumeNotificationParameter_Category,
                               PropertyValue(*category));

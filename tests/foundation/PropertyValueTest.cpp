@@ -41,6 +41,18 @@ TEST(PropertyValue, CountsARepeatedKeyOnceWithItsLastValue) {
     EXPECT_EQ(value.dictionary()->at(0).second, PropertyValue(3));
 }
 
+TEST(PropertyValue, CountsARepeatedKeyOnceInADictionaryOfAnySize) {
+    for (const std::size_t size : {2U, 8U, 9U, 10U, 100U}) {
+        Dictionary entries;
+        for (std::size_t i = 1; i < size; ++i)
+            entries.emplace_back(std::to_string(i), PropertyValue("first"));
+        entries.emplace_back("1", PropertyValue("last"));
+        const PropertyValue value(std::move(entries));
+        EXPECT_EQ(value.dictionary()->size(), size - 1);
+        EXPECT_EQ(value.objectForKey("1").string(), "last") << size;
+    }
+}
+
 TEST(PropertyValue, KeepsItsContentsWhileACopyLives) {
     PropertyValue copy;
     {
