@@ -138,6 +138,13 @@ void UIImage::drawInRect(Canvas& canvas, const CGRect& rect,
     if (!bitmap) return;
     const bool changesNothing = !tint || *tint == UIColor::whiteColor();
     const auto multiply = changesNothing ? std::nullopt : tint;
+    if (capInsets_ == UIEdgeInsets{}) {
+        const PixelSize pixels = bitmap->size();
+        const CGSize whole = {static_cast<CGFloat>(pixels.width),
+                              static_cast<CGFloat>(pixels.height)};
+        canvas.drawBitmap(*bitmap, {{}, whole}, rect, multiply);
+        return;
+    }
     for (const NineSlice::Piece& piece :
          NineSlice{size_, capInsets_, bitmap->size(), canvas.scale()}.pieces(rect))
         canvas.drawBitmap(*bitmap, piece.source, piece.target, multiply);

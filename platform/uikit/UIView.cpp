@@ -40,7 +40,7 @@ void UIView::setFrame(const CGRect& requested) {
     if (superview_) superview_->dropExtents();
     if (frame.size != old.size) {
         dropExtents();
-        if (auto* window = dynamic_cast<UIWindow*>(this)) window->resized();
+        if (auto* window = asWindow()) window->resized();
         setNeedsLayout();
         resizeSubviews(old.size.width);
     }

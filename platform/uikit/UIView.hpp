@@ -128,6 +128,7 @@ class UIView : public UIResponder {
     UIView* root();
     const UIView* root() const;
     UIWindow* rootWindow();
+    virtual UIWindow* asWindow() { return nullptr; }
     bool isDescendantOf(const UIView* view) const;
     /// Neither hidden nor disabled, nor in a view that is.
     bool takesInput() const;

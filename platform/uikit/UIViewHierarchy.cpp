@@ -19,7 +19,7 @@ const UIView* UIView::root() const {
 }
 
 UIWindow* UIView::rootWindow() {
-    return dynamic_cast<UIWindow*>(root());
+    return root()->asWindow();
 }
 
 std::shared_ptr<UIWindow> UIView::window() const {
@@ -45,7 +45,7 @@ bool UIView::isDescendantOf(const UIView* view) const {
 
 void UIView::addSubview(const std::shared_ptr<UIView>& added) {
     const std::shared_ptr<UIView> view = added;  // `added` may be what is taken out below.
-    if (!view || isDescendantOf(view.get()) || dynamic_cast<UIWindow*>(view.get())) return;
+    if (!view || isDescendantOf(view.get()) || view->asWindow()) return;
     UIWindow* const former = view->rootWindow();
     if (view->superview_) {
         view->damageExtent();

@@ -137,7 +137,9 @@ void UIWindow::resized() {
 }
 
 std::vector<CGRect> UIWindow::takeDamage() {
-    return std::exchange(damage_, {});
+    std::vector<CGRect> taken = damage_;
+    damage_.clear();  // Its room is wanted again.
+    return taken;
 }
 
 void UIWindow::setDamageHandler(std::function<void()> handler) {

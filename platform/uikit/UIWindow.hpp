@@ -59,6 +59,7 @@ class UIWindow : public UIView {
         double time = 0;
     };
 
+    UIWindow* asWindow() override { return this; }
     void addDamage(const CGRect& rect);
     void includeDamage(const CGRect& rect);
     void mergeIntoNearest(CGRect rect);
