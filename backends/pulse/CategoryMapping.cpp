@@ -7,6 +7,8 @@
 #include <array>
 #include <string_view>
 
+using namespace std::string_view_literals;
+
 namespace pulse {
 namespace {
 
@@ -19,13 +21,13 @@ Found objectOf(const Device* sink) {
 }
 
 Found ringtone(const ServerMirror& mirror) {
-    if (const Device* sink = roleSinkFor(mirror, {"notification", "ringing", "ringtone"}))
+    if (const Device* sink = roleSinkFor(mirror, {"notification"sv, "ringing"sv, "ringtone"sv}))
         return objectOf(sink);
     return VolumeObject{Kind::Role, "event"};
 }
 
 Found media(const ServerMirror& mirror) {
-    const Device* sink = roleSinkFor(mirror, {"multimedia"});
+    const Device* sink = roleSinkFor(mirror, {"multimedia"sv});
     return objectOf(sink ? sink : mirror.defaultSink());
 }
 
@@ -48,7 +50,7 @@ Found headphones(const ServerMirror& mirror) {
 }
 
 Found phoneCall(const ServerMirror& mirror) {
-    if (const Device* sink = roleSinkFor(mirror, {"call", "phone", "communication"}))
+    if (const Device* sink = roleSinkFor(mirror, {"call"sv, "phone"sv, "communication"sv}))
         return objectOf(sink);
     return VolumeObject{Kind::Role, "phone"};
 }
@@ -79,11 +81,12 @@ Found namedRole(const ServerMirror& mirror, const std::string& role) {
 }
 
 Found namedSink(const ServerMirror& mirror, const std::string& name) {
-    return objectOf(name == "@DEFAULT_SINK@" ? mirror.defaultSink() : mirror.sinkNamed(name));
+    return objectOf(name == "@DEFAULT_SINK@"sv ? mirror.defaultSink() : mirror.sinkNamed(name));
 }
 
 Found namedSource(const ServerMirror& mirror, const std::string& name) {
-    const std::string& wanted = name == "@DEFAULT_SOURCE@" ? mirror.server.defaultSourceName : name;
+    const std::string& wanted =
+        name == "@DEFAULT_SOURCE@"sv ? mirror.server.defaultSourceName : name;
     if (!mirror.sourceNamed(wanted)) return std::nullopt;
     return VolumeObject{Kind::Source, wanted};
 }

@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <string>
+
+using namespace std::string_view_literals;
 
 namespace pulse {
 namespace {
@@ -14,11 +15,16 @@ constexpr std::array<std::string_view, 2> roleSinkPrefixes = {"input.loopback.si
 constexpr std::string_view playingEnd = "output.";
 constexpr std::string_view takingEnd = "input.";
 
+// Names are words of a protocol: the user's language has no say in what is the same.
+char lowered(char letter) {
+    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
 // Sinks carry the words of the session's policy, streams those of the protocol.
 bool isSameRole(std::string_view ofSink, std::string_view ofStreams) {
     if (isSameName(ofSink, ofStreams)) return true;
-    return (isSameName(ofSink, "notification") && isSameName(ofStreams, "event")) ||
-           (isSameName(ofSink, "communication") && isSameName(ofStreams, "phone"));
+    return (isSameName(ofSink, "notification"sv) && isSameName(ofStreams, "event"sv)) ||
+           (isSameName(ofSink, "communication"sv) && isSameName(ofStreams, "phone"sv));
 }
 
 // Empty for a device that is no role's.
@@ -68,7 +74,7 @@ const Device* nextBehind(const ServerMirror& mirror, const Device& sink) {
 const Device* anyRealSink(const ServerMirror& mirror) {
     const Device* first = nullptr;
     for (const auto& [name, sink] : mirror.sinks) {
-        if (isVirtual(sink) || name == "auto_null") continue;
+        if (isVirtual(sink) || name == "auto_null"sv) continue;
         if (!first || (first->bus.empty() && !sink.bus.empty())) first = &sink;
     }
     return first;
@@ -77,14 +83,12 @@ const Device* anyRealSink(const ServerMirror& mirror) {
 }  // namespace
 
 bool isSameName(std::string_view one, std::string_view other) {
-    return std::ranges::equal(one, other, [](unsigned char letter, unsigned char otherLetter) {
-        return std::tolower(letter) == std::tolower(otherLetter);
-    });
+    return std::ranges::equal(one, other, {}, lowered, lowered);
 }
 
 bool isPlumbing(const Stream& stream) {
-    return !stream.linkGroup.empty() || isSameName(stream.role, "loopback") ||
-           stream.role == "filter" || stream.role == "abstract";
+    return !stream.linkGroup.empty() || isSameName(stream.role, "loopback"sv) ||
+           stream.role == "filter"sv || stream.role == "abstract"sv;
 }
 
 bool isRoleSink(const Device& sink) {

@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <string_view>
 
+using namespace std::string_view_literals;
+
 namespace pulse {
 namespace {
 
 const char* nameOfBluetooth(std::string profile) {
     std::replace(profile.begin(), profile.end(), '_', '-');
-    const bool calls = profile.starts_with("headset") || profile.starts_with("handsfree");
+    const bool calls = profile.starts_with("headset"sv) || profile.starts_with("handsfree"sv);
     return calls ? "HeadsetBT" : "HeadphonesBT";
 }
 
@@ -43,33 +45,33 @@ const char* nameOfPortType(int type) {
 }
 
 const char* nameOfFormFactor(std::string_view formFactor) {
-    if (formFactor == "internal" || formFactor == "speaker") return "Speaker";
-    if (formFactor == "headphone") return "Headphones";
-    if (formFactor == "headset" || formFactor == "hands-free") return "Headset";
-    if (formFactor == "handset") return "Earpiece";
-    if (formFactor == "tv") return "HDMI";
+    if (formFactor == "internal"sv || formFactor == "speaker"sv) return "Speaker";
+    if (formFactor == "headphone"sv) return "Headphones";
+    if (formFactor == "headset"sv || formFactor == "hands-free"sv) return "Headset";
+    if (formFactor == "handset"sv) return "Earpiece";
+    if (formFactor == "tv"sv) return "HDMI";
     return nullptr;
 }
 
 }  // namespace
 
 bool isBluetooth(const Device& device) {
-    return device.bus == "bluetooth";
+    return device.bus == "bluetooth"sv;
 }
 
 std::string routeOfDevice(const Device& sink) {
     if (isBluetooth(sink)) return nameOfBluetooth(sink.bluetoothProfile);
     if (const char* name = nameOfPortType(sink.portType)) return name;
     if (const char* name = nameOfFormFactor(sink.formFactor)) return name;
-    return sink.bus == "usb" ? "USB Audio" : "Speaker";
+    return sink.bus == "usb"sv ? "USB Audio" : "Speaker";
 }
 
 std::string routeOfInput(const Device& source) {
     if (isBluetooth(source)) return nameOfBluetooth(source.bluetoothProfile);
     const bool isHeadset =
-        source.portType == PA_DEVICE_PORT_TYPE_HEADSET || source.formFactor == "headset";
+        source.portType == PA_DEVICE_PORT_TYPE_HEADSET || source.formFactor == "headset"sv;
     if (isHeadset) return "Headset";
-    return source.bus == "usb" ? "USB Audio" : "Microphone";
+    return source.bus == "usb"sv ? "USB Audio" : "Microphone";
 }
 
 }  // namespace pulse

@@ -133,4 +133,7 @@ TEST(Routes, EndWhereVirtualDevicesAreConnectedInACircle) {
 TEST(Roles, HaveNamesThatCompareWithoutCase) {
     EXPECT_TRUE(isSameName("Music", "music"));
     EXPECT_FALSE(isSameName("music", "movie"));
+    EXPECT_TRUE(isSameName("aMz", "AmZ"));
+    EXPECT_FALSE(isSameName("@[", "`{")) << "beside the letters";
+    EXPECT_FALSE(isSameName("music", "musics"));
 }
