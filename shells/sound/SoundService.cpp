@@ -43,15 +43,17 @@ void SoundService::install(std::shared_ptr<AVSystemController> service) {
 }
 
 void SoundService::loadAhead() {
-    if (stage_ == Stage::Simulated || connecting_ || loading_.valid()) return;
-    loading_ = std::async(std::launch::async, loadSoundServer, serverModule_);
+    if (stage_ == Stage::Simulated || connecting_ || loading_.joinable()) return;
+    loading_ = std::jthread([this] { module_ = loadSoundServer(serverModule_); });
 }
 
 void SoundService::connect() {
     if (stage_ == Stage::Simulated || std::exchange(connecting_, true)) return;
-    const LoadedSoundServer module =
-        loading_.valid() ? loading_.get() : loadSoundServer(serverModule_);
-    auto [server, error] = openSoundServer(module, std::nullopt);
+    if (loading_.joinable())
+        loading_.join();
+    else
+        module_ = loadSoundServer(serverModule_);
+    auto [server, error] = openSoundServer(module_, std::nullopt);
     if (!server) {
         say(error);
         return setStage(Stage::Silent);

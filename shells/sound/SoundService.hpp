@@ -4,9 +4,9 @@
 #include "shells/sound/SoundServer.hpp"
 
 #include <functional>
-#include <future>
 #include <memory>
 #include <string>
+#include <thread>
 
 enum class SoundSource { Server, Simulated };
 
@@ -64,7 +64,8 @@ class SoundService {
     void install(std::shared_ptr<AVSystemController> service);
 
     std::string serverModule_;
-    std::future<LoadedSoundServer> loading_;
+    LoadedSoundServer module_;
+    std::jthread loading_;  ///< While it runs, the module is its own.
     std::unique_ptr<SoundServer> server_;
     SoundServer::Attention attention_ = SoundServer::Attention::Watched;
     bool connecting_ = false;
