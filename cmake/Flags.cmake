@@ -9,6 +9,9 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 # nobody puts others in their place.
 add_compile_options(-fno-semantic-interposition)
 set(TARNWICK_BOUND_TO_ITSELF LINKER:-Bsymbolic-functions)
+# Code and constants in one mapping: three pages less of each of these small files, and fewer steps
+# to load them.
+add_link_options(LINKER:-z,noseparate-code)
 
 add_library(tarnwick_flags INTERFACE)
 target_include_directories(tarnwick_flags INTERFACE ${PROJECT_SOURCE_DIR})
