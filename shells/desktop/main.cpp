@@ -2,6 +2,10 @@
 #include "shells/common/BrokenPipes.hpp"
 #include "shells/desktop/DesktopApplication.hpp"
 
+#if __has_include(<malloc.h>)
+#include <malloc.h>
+#endif
+
 #include <cstdio>
 #include <cstdlib>
 #include <vector>
@@ -10,9 +14,18 @@ namespace {
 
 constexpr int exitBadArguments = 2;
 
+/// The libraries' threads are few and do little: with a heap for each, most of it would be room
+/// that nobody uses.
+void shareHeaps() {
+#ifdef M_ARENA_MAX
+    mallopt(M_ARENA_MAX, 2);
+#endif
+}
+
 }  // namespace
 
 int main(int argc, char* argv[]) {
+    shareHeaps();
     shell::ignoreBrokenPipes();
     DesktopOptions options;
     const std::vector<shell::Option> known = desktopOptions(options);

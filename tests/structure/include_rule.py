@@ -37,7 +37,7 @@ LIBRARIES = {
     "backends/pulse/": r"pulse/.*|glib.*\.h|unistd\.h|sys/inotify\.h",
     "backends/gdk/": r"gdk/.*|glib.*\.h|atk.*|cairo.*\.h|gmodule\.h|(dlfcn|unistd)\.h|wlr-layer-shell-.*",
     "shells/headless/": r"nlohmann/.*|glib.*\.h|(poll|unistd|fcntl|signal)\.h|sys/[a-z]+\.h",
-    "shells/desktop/": r"gdk/.*|glib.*\.h|gio/.*|cairo.*\.h|(fcntl|unistd|getopt|signal)\.h|sys/[a-z]+\.h",
+    "shells/desktop/": r"gdk/.*|glib.*\.h|gio/.*|cairo.*\.h|(fcntl|unistd|getopt|signal|malloc)\.h|sys/[a-z]+\.h",
     "shells/panel/": r"glib\.h",
     "shells/phosh/": r"gtk/.*|gdk/.*|gio/.*|glib.*\.h|dlfcn\.h",
     "shells/common/": r"nlohmann/.*|(unistd|getopt)\.h",
