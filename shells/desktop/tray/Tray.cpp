@@ -12,7 +12,7 @@ Tray::Icon::Icon(GDBusConnection* bus, const Handlers& handlers)
     volume.setChangeHandler([this] { item.lookAgain(); });
 }
 
-Tray::Tray(GDBusConnection* bus, Handlers handlers)
+Tray::Tray(GDBusConnection* bus, const Handlers& handlers)
     : host_(bus, {.came =
                       [this, bus, handlers] {
                           if (!icon_) icon_.emplace(bus, handlers);

@@ -20,7 +20,7 @@ class Tray {
         std::function<void()> presenceChanged;
     };
 
-    Tray(GDBusConnection* bus, Handlers handlers);
+    Tray(GDBusConnection* bus, const Handlers& handlers);
 
     TrayHost::Presence presence() const { return host_.presence(); }
     /// Looks at the volume again, where no notification told of it.
