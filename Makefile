@@ -1,5 +1,5 @@
 # The two commands: `make run` and `make test`. The others are for those who work on the mixer.
-.PHONY: run test test-32 test-deb lint format fuzz bench bench-peers compare install deb clean
+.PHONY: run test test-32 test-deb lint format fuzz bench bench-change bench-peers compare install deb clean
 
 run:
 	@scripts/run
@@ -24,6 +24,9 @@ fuzz:
 
 bench:
 	@scripts/bench
+
+bench-change:
+	@scripts/bench-change
 
 bench-peers:
 	@scripts/bench-peers
