@@ -21,10 +21,11 @@ std::string captionTitle(const CategoryRecord& record, AVSystemController* servi
 }
 
 std::string percentText(float percent) {
-    // As every volume is that is one; to print what is not costs much more.
-    constexpr float plain = 1000;
+    // All that a working service answers is printed as an integer: printing a number with a point
+    // goes a much longer way.
+    constexpr float most = 1000;
     const float whole = std::nearbyint(percent);
-    if (std::abs(whole) <= plain) return std::to_string(static_cast<int>(whole)) + '%';
+    if (std::abs(whole) <= most) return std::to_string(static_cast<int>(whole)) + '%';
     char text[64];
     std::snprintf(text, sizeof text, "%.0f%%", static_cast<double>(percent));
     return text;
