@@ -7,7 +7,10 @@
 #include <cairo-script.h>
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <iterator>
 #include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -35,9 +38,10 @@ std::vector<std::uint32_t> pixelsOf(cairo_surface_t* surface) {
     cairo_surface_t* image = cairo_surface_map_to_image(surface, nullptr);
     const auto* row = cairo_image_surface_get_data(image);
     std::vector<std::uint32_t> pixels;
-    for (int y = 0; y < side; ++y, row += cairo_image_surface_get_stride(image)) {
+    for (int y = 0; y < cairo_image_surface_get_height(image);
+         ++y, row += cairo_image_surface_get_stride(image)) {
         const auto* words = reinterpret_cast<const std::uint32_t*>(row);
-        pixels.insert(pixels.end(), words, words + side);
+        pixels.insert(pixels.end(), words, words + cairo_image_surface_get_width(image));
     }
     cairo_surface_unmap_image(surface, image);
     return pixels;
@@ -51,6 +55,22 @@ std::vector<std::uint32_t> drawn(const CairoBitmap& bitmap, cairo_surface_t* tar
     CairoCanvas(context.get(), 1)
         .drawBitmap(bitmap, CGRectMake(0, 0, side, side), CGRectMake(0, 0, side, side), tint);
     return pixelsOf(target);
+}
+
+CairoSurface veiled(int width, int height) {
+    CairoSurface image = inMemory(width, height);
+    unsigned char* row = cairo_image_surface_get_data(image.get());
+    for (int y = 0; y < height; ++y, row += cairo_image_surface_get_stride(image.get()))
+        for (int x = 0; x < width; ++x)
+            reinterpret_cast<std::uint32_t*>(row)[x] = halfVeiled(x, y);
+    cairo_surface_mark_dirty(image.get());
+    return image;
+}
+
+bool sharesMemory() {
+    std::ifstream maps("/proc/self/maps");
+    const std::string text{std::istreambuf_iterator<char>(maps), {}};
+    return text.find("SYSV") != std::string::npos;
 }
 
 class DeviceCopyTest : public testing::Test {
@@ -67,6 +87,24 @@ TEST_F(DeviceCopyTest, IsMadeOnceForAServer) {
     ASSERT_NE(made, image.get());
     EXPECT_EQ(cairo_surface_get_device(made), cairo_surface_get_device(one.get()));
     EXPECT_EQ(copy.of(image.get(), other.get()), made);
+}
+
+TEST_F(DeviceCopyTest, HasEveryPixelOfItsImage) {
+    for (const auto& [width, height] : {std::pair{1, 1}, {31, 40}, {32, 40}, {33, 3}, {100, 1}}) {
+        const CairoSurface pixels = veiled(width, height);
+        DeviceCopy own;
+        const CairoSurface target = onServer(display->get());
+        cairo_surface_t* const made = own.of(pixels.get(), target.get());
+        ASSERT_NE(made, pixels.get());
+        EXPECT_EQ(pixelsOf(made), pixelsOf(pixels.get())) << width << " x " << height;
+    }
+}
+
+TEST_F(DeviceCopyTest, OfASkinsThumbNeedsNoMemoryThatTheServerShares) {
+    const CairoSurface thumb = veiled(31, 31);
+    const CairoSurface target = onServer(display->get());
+    ASSERT_NE(copy.of(thumb.get(), target.get()), thumb.get());
+    EXPECT_FALSE(sharesMemory());
 }
 
 TEST_F(DeviceCopyTest, IsMadeAnewForAnotherDevice) {
