@@ -1,4 +1,4 @@
-#include "backends/bus/Bus.hpp"
+#include "backends/bus/BusSignal.hpp"
 #include "platform/foundation/NSRunLoop.hpp"
 #include "shells/common/ApplicationId.hpp"
 #include "shells/desktop/tray/TrayItem.hpp"
@@ -24,17 +24,10 @@ BusConnection connectionTo(const UserSession& session) {
 /// What somebody on the session's bus learns of the mixer's icon.
 class IconListener {
  public:
-    explicit IconListener(const UserSession& session) : bus_(connectionTo(session)) {
-        const auto told =
-            +[](GDBusConnection*, const char*, const char*, const char*, const char*, GVariant*,
-                gpointer self) { ++static_cast<IconListener*>(self)->signals_; };
-        subscription_ = g_dbus_connection_signal_subscribe(bus_.get(), nullptr, interface, nullptr,
-                                                           path, nullptr, G_DBUS_SIGNAL_FLAGS_NONE,
-                                                           told, this, nullptr);
-    }
-    ~IconListener() { g_dbus_connection_signal_unsubscribe(bus_.get(), subscription_); }
-    IconListener(const IconListener&) = delete;
-    IconListener& operator=(const IconListener&) = delete;
+    explicit IconListener(const UserSession& session)
+        : bus_(connectionTo(session)),
+          told_(bus_.get(), {.path = path, .interface = interface},
+                [this](GVariant* /*arguments*/) { ++signals_; }) {}
 
     /// Before the latest tooltip that was asked for.
     int signals() const {
@@ -61,8 +54,8 @@ class IconListener {
     static constexpr const char* path = "/StatusNotifierItem";
 
     BusConnection bus_;
-    guint subscription_ = 0;
     int signals_ = 0;
+    BusSignal told_;
 };
 
 /// The session's tray, while there is no panel that would show what is in it.
