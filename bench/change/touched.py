@@ -11,6 +11,7 @@ them, from empty caches at each change, so that they are the same on a busy mach
 import collections
 import os
 import re
+import socket
 import subprocess
 import sys
 import tempfile
@@ -39,17 +40,22 @@ def private_screen(environment):
         return server, ":" + answer.readline().strip()
 
 
+def takes_connections(path):
+    with socket.socket(socket.AF_UNIX) as connection:
+        return connection.connect_ex(path) == 0
+
+
 def private_sound(folder, environment):
-    socket = folder + "/sound"
+    path = folder + "/sound"
     server = started(["pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1",
                       "-L", "module-null-sink sink_name=speaker",
-                      "-L", f"module-native-protocol-unix auth-anonymous=1 socket={socket}"],
+                      "-L", f"module-native-protocol-unix auth-anonymous=1 socket={path}"],
                      environment)
-    while not os.path.exists(socket):
+    while not takes_connections(path):
         if server.poll() is not None:
             sys.exit("touched: PulseAudio does not start")
         time.sleep(0.05)
-    return server, "unix:" + socket
+    return server, "unix:" + path
 
 
 def change(percent, environment):
