@@ -17,6 +17,8 @@ import sys
 import tempfile
 import time
 
+from screen import private_screen
+
 START_SECONDS = 10  # Under the simulation, on a slow machine.
 SETTLING_SECONDS = 0.8
 FIRST_PERCENTAGES = (45, 16, 36, 58)  # Each once before, so that its text is known.
@@ -26,18 +28,9 @@ LARGE_CACHE = "--LL=8388608,16,64"  # Nothing is touched twice for lack of room.
 LIBRARIES_SHOWN = 24
 
 
-def started(command, environment, **options):
+def started(command, environment):
     return subprocess.Popen(command, env=environment, stdout=subprocess.DEVNULL,
-                            stderr=subprocess.DEVNULL, **options)
-
-
-def private_screen(environment):
-    reading, writing = os.pipe()
-    server = started(["Xvfb", "-noreset", "-displayfd", str(writing), "-screen", "0",
-                      "1280x800x24"], environment, pass_fds=[writing])
-    os.close(writing)
-    with os.fdopen(reading) as answer:
-        return server, ":" + answer.readline().strip()
+                            stderr=subprocess.DEVNULL)
 
 
 def takes_connections(path):
@@ -136,7 +129,7 @@ def main():
     with tempfile.TemporaryDirectory() as folder:
         environment.update(HOME=folder, XDG_RUNTIME_DIR=folder, GDK_BACKEND="x11", NO_AT_BRIDGE="1",
                            DBUS_SESSION_BUS_ADDRESS="unix:path=" + folder + "/no-bus")
-        screen, environment["DISPLAY"] = private_screen(environment)
+        screen, environment["DISPLAY"] = private_screen()
         sound, environment["PULSE_SERVER"] = private_sound(folder, environment)
         counts = []
         try:

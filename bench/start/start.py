@@ -10,18 +10,9 @@ import subprocess
 import sys
 import tempfile
 
+from screen import private_screen
+
 LIMIT = 1.5
-
-
-def private_screen():
-    """An X server without a window manager; -noreset, since no real desktop resets."""
-    reading, writing = os.pipe()
-    server = subprocess.Popen(
-        ["Xvfb", "-noreset", "-displayfd", str(writing), "-screen", "0", "1280x800x24"],
-        pass_fds=[writing], stderr=subprocess.DEVNULL)
-    os.close(writing)
-    with os.fdopen(reading) as answer:
-        return server, ":" + answer.readline().strip()
 
 
 def main():
