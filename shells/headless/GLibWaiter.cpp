@@ -1,57 +1,63 @@
 #include "shells/headless/Waiter.hpp"
 
-#include <glib-unix.h>
+#include <glib.h>
 
 #include <algorithm>
-#include <cmath>
+#include <cerrno>
+#include <vector>
 
 namespace headless {
 namespace {
 
-/// A source of the default context that ends with this, whether or not it was dispatched.
-class Source {
- public:
-    explicit Source(GSource* source, GSourceFunc function, gpointer data) : source_(source) {
-        g_source_set_callback(source_, function, data, nullptr);
-        g_source_attach(source_, nullptr);
-    }
-    ~Source() {
-        g_source_destroy(source_);
-        g_source_unref(source_);
-    }
-    Source(const Source&) = delete;
-    Source& operator=(const Source&) = delete;
-
- private:
-    GSource* source_;
-};
-
-gboolean wake(gpointer /*data*/) {
-    return G_SOURCE_CONTINUE;
+/// The shorter of two timeouts in milliseconds, of which a negative one never ends.
+int shorter(int one, int other) {
+    return one < 0 || other < 0 ? std::max(one, other) : std::min(one, other);
 }
 
-gboolean inputCame(gint /*input*/, GIOCondition /*condition*/, gpointer came) {
-    *static_cast<bool*>(came) = true;
-    return G_SOURCE_CONTINUE;
-}
-
+/// One turn of the default main context with the input polled beside the context's descriptors. A
+/// source for the input would have to come and go with each turn, and a context whose descriptors
+/// change wakes itself: it would never sleep.
 class GLibWaiter : public Waiter {
  public:
     Woken wait(int input, std::optional<double> seconds) override {
-        bool hasInput = false;
-        std::optional<Source> reading;
-        std::optional<Source> timing;
-        if (input >= 0)
-            reading.emplace(g_unix_fd_source_new(input, G_IO_IN), G_SOURCE_FUNC(inputCame),
-                            &hasInput);
-        if (seconds) {
-            const double bounded = std::clamp(*seconds, 0.0, longestWait);
-            const auto interval = static_cast<guint>(std::ceil(bounded * millisecondsPerSecond));
-            timing.emplace(g_timeout_source_new(interval), wake, nullptr);
-        }
-        g_main_context_iteration(nullptr, TRUE);
+        if (g_main_context_acquire(context_) == FALSE) return Woken::Failed;
+        const Woken woken = turn(input, timeoutFor(seconds));
+        g_main_context_release(context_);
+        return woken;
+    }
+
+ private:
+    Woken turn(int input, int inputTimeout) {
+        gint priority = 0;
+        gint timeout = 0;
+        g_main_context_prepare(context_, &priority);
+        const gint count = query(priority, timeout);
+        GPollFD& inputState = polled_[static_cast<std::size_t>(count)];
+        inputState = {input, G_IO_IN, 0};  // Ignored when it is negative.
+        const gint ready = g_main_context_get_poll_func(context_)(
+            polled_.data(), static_cast<guint>(count) + 1, shorter(timeout, inputTimeout));
+        const bool hasFailed = ready < 0 && errno != EINTR;
+        const bool hasInput = ready > 0 && inputState.revents != 0;
+        if (g_main_context_check(context_, priority, polled_.data(), count) != FALSE)
+            g_main_context_dispatch(context_);
+        if (hasFailed) return Woken::Failed;
         return hasInput ? Woken::Input : Woken::Other;
     }
+
+    /// Fills polled_ with what the context lives on and leaves one more place behind it; answers
+    /// how many they are.
+    gint query(gint priority, gint& timeout) {
+        for (;;) {
+            const auto room = static_cast<gint>(polled_.size()) - 1;
+            const gint count =
+                g_main_context_query(context_, priority, &timeout, polled_.data(), room);
+            if (count <= room) return count;
+            polled_.resize(static_cast<std::size_t>(count) + 1);
+        }
+    }
+
+    GMainContext* context_ = g_main_context_default();
+    std::vector<GPollFD> polled_ = std::vector<GPollFD>(1);
 };
 
 }  // namespace

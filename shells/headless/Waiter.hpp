@@ -24,6 +24,10 @@ class Waiter {
     virtual Woken wait(int input, std::optional<double> seconds) = 0;
 };
 
+/// Seconds as the timeout that polling takes: milliseconds, rounded up, longestWait at most; -1 for
+/// no end.
+int timeoutFor(const std::optional<double>& seconds);
+
 /// For a device that does nothing by itself.
 std::unique_ptr<Waiter> makePollingWaiter();
 /// For a device that lives on GLib's default main context, which runs meanwhile.

@@ -11,23 +11,9 @@
 
 #include <algorithm>
 #include <csignal>
-#include <fstream>
 
 namespace test {
 namespace {
-
-/// How often a process has gone to sleep, all its threads together.
-long sleepsOf(pid_t process) {
-    long sleeps = 0;
-    const std::string tasks = "/proc/" + std::to_string(process) + "/task";
-    for (const auto& task : std::filesystem::directory_iterator(tasks)) {
-        std::ifstream status(task.path() / "status");
-        std::string word;
-        while (status >> word)
-            if (word == "voluntary_ctxt_switches:" && status >> word) sleeps += std::stol(word);
-    }
-    return sleeps;
-}
 
 bool says(const UserSession& session, const std::string& part) {
     return rigs::waitUntil([&] { return session.logged().find(part) != std::string::npos; });
@@ -257,7 +243,7 @@ TEST(SessionTest, NothingWakesAHiddenOneWhileNothingChanges) {
     constexpr double quietSeconds = 1;
     long before = -1;
     EXPECT_TRUE(rigs::waitUntil([&] {
-        const long now = sleepsOf(mixer.id());
+        const long now = rigs::sleepsOf(mixer.id());
         const bool rests = now == before;
         before = now;
         if (!rests) rigs::runFor(quietSeconds);

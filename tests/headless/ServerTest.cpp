@@ -1,4 +1,6 @@
+#include "tests/rigs/ChildProcess.hpp"
 #include "tests/rigs/PulseAudioServer.hpp"
+#include "tests/rigs/Waiting.hpp"
 #include "tests/support/HeadlessFixture.hpp"
 
 #include <csignal>
@@ -93,6 +95,21 @@ TEST_F(RealServer, IsNotReadyUntilItAnswers) {
     server.startAndWait();
     expectOk("ready " + soon);
     EXPECT_EQ(captionOf(1), "Music (Speaker): 100%");
+}
+
+TEST_F(RealServer, SleepsWhileNothingHappens) {
+    startBoth();
+    setSinkVolume(30);
+    ASSERT_TRUE(waitFor("volume-notification Audio/Video 0.3"));
+    rigs::runFor(1);  // What settles and what is confirmed has an end.
+    const long sleeps = rigs::sleepsOf(program->id());
+    const double processorSeconds = rigs::processorSecondsOf(program->id());
+    rigs::runFor(3);
+    EXPECT_EQ(rigs::sleepsOf(program->id()), sleeps);
+    // A loop that never sleeps is not woken either.
+    EXPECT_NEAR(rigs::processorSecondsOf(program->id()), processorSeconds, 0.001);
+    setSinkVolume(40);
+    EXPECT_TRUE(waitFor("volume-notification Audio/Video 0.4"));
 }
 
 TEST_F(RealServer, TellsThatItIsGoneAndBack) {

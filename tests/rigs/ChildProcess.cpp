@@ -10,6 +10,8 @@
 #include <chrono>
 #include <csignal>
 #include <cstring>
+#include <ctime>
+#include <fstream>
 #include <stdexcept>
 
 namespace rigs {
@@ -136,6 +138,27 @@ std::string outputOf(const std::vector<std::string>& words, const Environment& e
     for (const std::string& word : words)
         line += word + " ";
     throw std::runtime_error(line + "failed: " + output);
+}
+
+long sleepsOf(pid_t process) {
+    long sleeps = 0;
+    const std::string tasks = "/proc/" + std::to_string(process) + "/task";
+    for (const auto& task : std::filesystem::directory_iterator(tasks)) {
+        std::ifstream status(task.path() / "status");
+        std::string word;
+        while (status >> word)
+            if (word == "voluntary_ctxt_switches:" && status >> word) sleeps += std::stol(word);
+    }
+    return sleeps;
+}
+
+double processorSecondsOf(pid_t process) {
+    clockid_t clock{};
+    timespec used{};
+    if (clock_getcpuclockid(process, &clock) != 0 || clock_gettime(clock, &used) != 0)
+        throw std::runtime_error("no such process");
+    constexpr double nanosecond = 1e-9;
+    return static_cast<double>(used.tv_sec) + static_cast<double>(used.tv_nsec) * nanosecond;
 }
 
 }  // namespace rigs

@@ -55,4 +55,9 @@ class ChildProcess {
 /// messages when it fails, or doesn't end within 20 seconds.
 std::string outputOf(const std::vector<std::string>& words, const Environment& environment);
 
+/// How often a process has gone to sleep so far, all its threads together.
+long sleepsOf(pid_t process);
+/// The processor's time that a process of one's own has used so far, seconds.
+double processorSecondsOf(pid_t process);
+
 }  // namespace rigs

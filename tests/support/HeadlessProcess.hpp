@@ -45,6 +45,7 @@ class HeadlessProcess {
     /// The next line of the output as it is; nullopt at its end.
     std::optional<std::string> readLine();
     void write(std::string_view bytes) const;
+    pid_t id() const { return process_; }
     void closeInput();
     void closeOutput();
     /// Closes the input and waits; the exit code, or minus the signal that ended the program.
