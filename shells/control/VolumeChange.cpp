@@ -24,7 +24,9 @@ std::optional<double> fractionFrom(std::string_view text) {
         return percent ? std::optional(*percent / percentOfAll) : std::nullopt;
     }
     if (text.find('.') == std::string_view::npos) return std::nullopt;
-    return plainDecimal(text);
+    // Past the whole, who wrote it thought of a percentage: "40.0" is not everything.
+    const auto fraction = plainDecimal(text);
+    return fraction && *fraction <= 1 ? fraction : std::nullopt;
 }
 
 }  // namespace

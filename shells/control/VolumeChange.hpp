@@ -9,7 +9,7 @@ namespace control {
 class VolumeChange {
  public:
     /// "40%", or "0.4" as a fraction of the whole; with a sign a step, "+5%" or "-0.05". nullopt
-    /// for any other text. A bare "40" or "1" is none: it could mean either.
+    /// for any other text. A bare "40" or "1" is none, nor is "40.0": it could mean either.
     static std::optional<VolumeChange> from(std::string_view text);
 
     /// The volume that it leads to from `current`, both from 0 to 1.

@@ -27,7 +27,8 @@ INSTANTIATE_TEST_SUITE_P(Every, ReadableChange,
                                          Reading{"99999999999999999999%", 0, 1},
                                          Reading{"37.6%", 0, 0.376F}, Reading{".5%", 0, 0.005F},
                                          Reading{"5.%", 0, 0.05F}, Reading{"0.4", 0, 0.4F},
-                                         Reading{"1.0", 0, 1}, Reading{"1.5", 0, 1},
+                                         Reading{"1.0", 0, 1}, Reading{"1.", 0, 1},
+                                         Reading{"150.5%", 0, 1}, Reading{"-1.0", 0.5F, 0},
                                          Reading{"0.0", 0.5F, 0}, Reading{"+5%", 0.5F, 0.55F},
                                          Reading{"-5%", 0.5F, 0.45F}, Reading{"+0.25", 0.5F, 0.75F},
                                          Reading{"-0.25", 0.5F, 0.25F}, Reading{"+60%", 0.5F, 1},
@@ -45,9 +46,10 @@ TEST_P(UnreadableChange, IsNone) {
     EXPECT_FALSE(VolumeChange::from(GetParam()));
 }
 
-// A bare number could be a percentage as well as the whole volume.
+// A bare number could be a percentage as well as the whole volume, and so could a fraction past it.
 INSTANTIATE_TEST_SUITE_P(Every, UnreadableChange,
-                         testing::Values("", "%", "+", "-", "+%", "40", "1", "0", "+5", "loud",
+                         testing::Values("", "%", "+", "-", "+%", "40", "1", "0", "+5", "40.0",
+                                         "5.", "1.5", "1.01", "+5.0", "-1.5", "+40.", "loud",
                                          "40%%", "40 %", " 40%", "40% ", "--5%", "+-5%", "5%+",
                                          "5%-", "nan%", "inf%", "0x1p3%", "1e2%", "1e-1", "1.2.3",
                                          "1,5%", ".", ".%", "+.", "4O%", "٤٠%", "0.4f",
