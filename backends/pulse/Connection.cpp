@@ -23,13 +23,15 @@ PulseContext* Connection::context() {
 
 void Connection::attempt() {
     const std::uint64_t generation = machine_.attempt();
-    timer_.start(attemptDeadlineSeconds, [this, generation] { failed(generation); });
-    context_ = std::make_unique<PulseContext>(pa_glib_mainloop_get_api(loop_.get()), server_,
-                                              PulseContext::Handlers{
-                                                  [this, generation] { becameReady(generation); },
-                                                  [this, generation] { failed(generation); },
-                                                  handlers_.changed,
-                                              });
+    refusal_.reset();
+    timer_.start(attemptDeadlineSeconds, [this, generation] { failed(generation, std::nullopt); });
+    context_ =
+        std::make_unique<PulseContext>(pa_glib_mainloop_get_api(loop_.get()), server_,
+                                       PulseContext::Handlers{
+                                           [this, generation] { becameReady(generation); },
+                                           [this, generation] { failed(generation, reason()); },
+                                           handlers_.changed,
+                                       });
 }
 
 void Connection::becameReady(std::uint64_t generation) {
@@ -39,12 +41,21 @@ void Connection::becameReady(std::uint64_t generation) {
     handlers_.ready(*context_);
 }
 
-void Connection::failed(std::uint64_t generation) {
+void Connection::failed(std::uint64_t generation, const NSString& refusal) {
     if (!machine_.failed(generation)) return;
+    refusal_ = refusal;
     handlers_.lost();
     context_.reset();
     timer_.start(machine_.waitForRetry(), [this] { attempt(); });
     watchForServer();
+}
+
+std::string Connection::reason() const {
+    const auto socket = serverSocket(server_);
+    std::error_code error;
+    if (socket && !std::filesystem::exists(*socket, error) && !error)
+        return "there is no " + socket->string();
+    return context_->reason();
 }
 
 void Connection::watchForServer() {

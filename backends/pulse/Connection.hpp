@@ -31,6 +31,9 @@ class Connection {
 
     /// nullptr unless the server answers.
     PulseContext* context();
+    /// Why there is no connection, for people; nil while it is being attempted, and after a server
+    /// that took the connection has said nothing in time: it may only be slow.
+    const NSString& refusal() const { return refusal_; }
 
  private:
     struct LoopDeleter {
@@ -39,13 +42,15 @@ class Connection {
 
     void attempt();
     void becameReady(std::uint64_t generation);
-    void failed(std::uint64_t generation);
+    void failed(std::uint64_t generation, const NSString& refusal);
+    std::string reason() const;
     void watchForServer();
     void serverAppeared();
 
     NSString server_;
     Handlers handlers_;
     ConnectionMachine machine_;
+    NSString refusal_;
     std::optional<FileWatch> socketWatch_;  // While there is no connection.
     OneShotTimer timer_;  // While connecting its deadline, while retrying the wait.
     std::unique_ptr<pa_glib_mainloop, LoopDeleter> loop_;

@@ -35,6 +35,10 @@ PulseAudioController::State PulseAudioController::state() const {
     return service_->state();
 }
 
+NSString PulseAudioController::refusal() const {
+    return service_->refusal();
+}
+
 void PulseAudioController::setStateHandler(std::function<void(State)> handler) {
     service_->setStateHandler(std::move(handler));
 }

@@ -73,6 +73,9 @@ class PulseAudioController : public AVSystemController {
     void setAttention(Attention attention);
 
     State state() const;
+    /// Why no server answers, in a few words for people; nil while there is one, while an attempt
+    /// is under way, and where a server took the connection but has not answered yet.
+    NSString refusal() const;
     /// Called with each new state, before the notifications that come of it.
     void setStateHandler(std::function<void(State)> handler);
     /// Called when rows have to be read again and no notification says so: a category can't be

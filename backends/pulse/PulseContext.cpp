@@ -1,5 +1,6 @@
 #include "backends/pulse/PulseContext.hpp"
 
+#include <pulse/error.h>
 #include <pulse/ext-stream-restore.h>
 
 #include <cstdlib>
@@ -52,6 +53,12 @@ void PulseContext::stateChanged() {
 // Whoever hears of the failure drops the context, which can't be done from inside its callbacks.
 void PulseContext::failSoon() {
     failure_.start(0, handlers_.failed);
+}
+
+std::string PulseContext::reason() const {
+    const int error = context_ ? pa_context_errno(context_.get()) : PA_ERR_INTERNAL;
+    // An address that the library was not given is no error of its own.
+    return pa_strerror(error == PA_OK ? PA_ERR_INVALIDSERVER : error);
 }
 
 void PulseContext::succeeded(pa_context*, int success, void* userdata) {

@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 #include <utility>
 
 namespace pulse {
@@ -35,6 +36,9 @@ class PulseContext {
     PulseContext(const PulseContext&) = delete;
     PulseContext& operator=(const PulseContext&) = delete;
     ~PulseContext();
+
+    /// Why it failed, in a few words for people.
+    std::string reason() const;
 
     /// Asks to be told of changes.
     void subscribe();

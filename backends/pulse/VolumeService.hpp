@@ -33,6 +33,7 @@ class VolumeService {
     }
 
     State state() const { return state_; }
+    const NSString& refusal() const { return connection_.refusal(); }
     void setStateHandler(std::function<void(State)> handler) { stateHandler_ = std::move(handler); }
     Announcer& announcer() { return announcer_; }
 

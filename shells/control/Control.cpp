@@ -72,10 +72,8 @@ std::string unreadable(const CategoryRecord& record) {
 Control::Control(const Request& request) : request_(request), service_(request.server) {}
 
 int Control::run() {
-    if (!service_.waitUntilReady(request_.timeoutSeconds)) {
-        const std::string place = request_.server ? " at " + *request_.server : "";
-        return complain(exitCannot, "no sound server answers" + place);
-    }
+    if (!service_.waitUntilReady(request_.timeoutSeconds, request_.waitSeconds))
+        return complain(exitCannot, noServer());
     switch (request_.verb) {
         case Verb::List:
             return list();
@@ -87,6 +85,13 @@ int Control::run() {
             return watch();
     }
     return exitMisuse;
+}
+
+std::string Control::noServer() {
+    std::string text = "no sound server answers";
+    if (request_.server) text += " at " + *request_.server;
+    if (const NSString reason = service_.volumes().refusal()) text += ": " + *reason;
+    return text;
 }
 
 int Control::withCategory(int (Control::*action)(const CategoryRecord&)) {
@@ -126,17 +131,20 @@ int Control::set(const CategoryRecord& record) {
 int Control::watch() {
     LoopUntilEnd loop;
     const CategoryList categories = mixerCategories();
-    Table table = tableFor(rowsFrom(reportsOf(categories, service_.volumes())));
-    const std::string heading =
-        request_.form == Form::Text ? table.headingLine(reportHeading()) : "";
-    const auto tell = [&](const CategoryReport& report) {
-        const bool isWritten =
-            output_.write(request_.form == Form::Json ? shell::lineFrom(jsonFrom(report)) + "\n"
-                                                      : table.line(rowFrom(report)));
-        if (!isWritten) loop.end();
+    const auto reports = reportsOf(categories, service_.volumes());
+    Table table = tableFor(rowsFrom(reports));
+    const bool isText = request_.form == Form::Text;
+    const auto lineFor = [&](const CategoryReport& report) {
+        return isText ? table.line(rowFrom(report)) : shell::lineFrom(jsonFrom(report)) + "\n";
     };
-    const Watcher watcher(service_, categories, tell);
-    if (output_.write(heading)) loop.run();
+    std::string beginning = isText ? table.headingLine(reportHeading()) : "";
+    if (!request_.changesOnly)
+        for (const CategoryReport& report : reports)
+            beginning += lineFor(report);
+    const Watcher watcher(service_, categories, [&](const CategoryReport& report) {
+        if (!output_.write(lineFor(report))) loop.end();
+    });
+    if (output_.write(beginning)) loop.run();
     return output_.error() == EPIPE ? EXIT_SUCCESS : finish();
 }
 

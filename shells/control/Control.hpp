@@ -21,6 +21,7 @@ class Control {
     int get(const CategoryRecord& record);
     int set(const CategoryRecord& record);
     int watch();
+    std::string noServer();
     int withCategory(int (Control::*action)(const CategoryRecord&));
     int finish();
 

@@ -9,7 +9,7 @@ namespace {
 using Words = std::span<const std::string>;
 using Problem = std::optional<std::string>;
 
-constexpr double longestTimeout = 3600;  // Seconds.
+constexpr double longestWait = 3600;  // Seconds.
 
 constexpr const char* usage =
     "tarnwickctl [OPTION ...] COMMAND\n"
@@ -19,7 +19,7 @@ constexpr const char* usage =
     "                          can be read\n"
     "  get CATEGORY            the volume\n"
     "  set CATEGORY VOLUME     40% or 0.4; with a sign a step from where it stands: +5%, -5%\n"
-    "  watch                   a line for each change, until it is interrupted\n"
+    "  watch                   the list, then a line for each change, until it is interrupted\n"
     "\n"
     "A CATEGORY is a name of the list, or a caption that only one category has.";
 
@@ -36,10 +36,10 @@ constexpr Syntax commands[] = {
     {"watch", Verb::Watch, "", 0},
 };
 
-Problem takeTimeout(double& seconds, const std::string& value) {
+Problem takeSeconds(double& seconds, const std::string& value) {
     const char* const end = value.data() + value.size();
     const auto [stop, error] = std::from_chars(value.data(), end, seconds);
-    const bool isInRange = seconds >= 0 && seconds <= longestTimeout;  // Not so for no number.
+    const bool isInRange = seconds >= 0 && seconds <= longestWait;  // Not so for no number.
     if (error != std::errc() || stop != end || !isInRange)
         return "SECONDS is a number from 0 to 3600";
     return std::nullopt;
@@ -58,9 +58,16 @@ std::vector<shell::Option> optionsOf(Request& request) {
              request.server = value;
              return std::nullopt;
          }},
-        {"--timeout", "SECONDS", "how long to wait for the server (2)",
+        {"--timeout", "SECONDS", "how long a server may take to answer (2)",
          [&request](const std::string& value) {
-             return takeTimeout(request.timeoutSeconds, value);
+             return takeSeconds(request.timeoutSeconds, value);
+         }},
+        {"--wait", "SECONDS", "how long to wait where no server is there (0)",
+         [&request](const std::string& value) { return takeSeconds(request.waitSeconds, value); }},
+        {"--changes-only", "", "watch does not begin with the list",
+         [&request](const std::string&) -> Problem {
+             request.changesOnly = true;
+             return std::nullopt;
          }},
     };
     for (shell::Option& option : shell::commonOptions(request.common))
@@ -76,6 +83,8 @@ Problem readCommand(Request& request, Words words) {
     if (operands.size() != command->operands)
         return "usage: tarnwickctl " + words[0] + std::string(command->parameters);
     request.verb = command->verb;
+    if (request.changesOnly && request.verb != Verb::Watch)
+        return "--changes-only goes with watch alone";
     if (!operands.empty()) request.category = operands[0];
     if (request.verb != Verb::Set) return std::nullopt;
     request.change = VolumeChange::from(operands[1]);

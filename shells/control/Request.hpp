@@ -17,8 +17,10 @@ struct Request {
     shell::CommonOptions common;
     std::optional<std::string> server;  ///< As libpulse takes it; nullopt: where it finds one.
     double timeoutSeconds = 2;          ///< For the server to answer, and to confirm.
+    double waitSeconds = 0;             ///< For a server that is not there to come.
     Form form = Form::Text;
     Verb verb = Verb::List;
+    bool changesOnly = false;            ///< Watch does not begin with what is.
     std::string category;                ///< Of Get and Set, as the user calls it.
     std::optional<VolumeChange> change;  ///< Of Set.
 };

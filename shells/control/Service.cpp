@@ -1,19 +1,38 @@
 #include "shells/control/Service.hpp"
 
-#include "platform/foundation/NSRunLoop.hpp"
+#include "platform/foundation/OneShotTimer.hpp"
+
+#include <algorithm>
 
 namespace control {
 namespace {
 
 using State = PulseAudioController::State;
 
+/// Wakes the loop when so many seconds are over.
+class Alarm {
+ public:
+    explicit Alarm(double seconds) {
+        timer_.start(seconds, [this] { isOver_ = true; });
+    }
+    bool isOver() const { return isOver_; }
+
+ private:
+    bool isOver_ = false;
+    OneShotTimer timer_;
+};
+
 }  // namespace
 
 Service::Service(const NSString& server)
     : volumes_(std::make_shared<PulseAudioController>(server)) {}
 
-bool Service::waitUntilReady(double seconds) {
-    return waitUntil([this] { return volumes_->state() == State::Ready; }, seconds);
+bool Service::waitUntilReady(double timeout, double patience) {
+    const Alarm impatience(patience);
+    const auto isReady = [this] { return volumes_->state() == State::Ready; };
+    waitUntil([&] { return isReady() || (impatience.isOver() && volumes_->refusal()); },
+              std::max(timeout, patience));
+    return isReady();
 }
 
 bool Service::waitUntilWritten(double seconds) {
@@ -24,9 +43,8 @@ bool Service::waitUntilWritten(double seconds) {
 }
 
 bool Service::waitUntil(const std::function<bool()>& condition, double seconds) {
-    const auto isOver = std::make_shared<bool>(false);
-    NSRunLoop::mainRunLoop().performAfterDelay(seconds, [isOver] { *isOver = true; });
-    while (!condition() && !*isOver)
+    const Alarm deadline(seconds);
+    while (!condition() && !deadline.isOver())
         g_main_context_iteration(nullptr, TRUE);
     return condition();
 }

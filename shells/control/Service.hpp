@@ -15,8 +15,9 @@ class Service {
     explicit Service(const NSString& server);
 
     PulseAudioController& volumes() { return *volumes_; }
-    /// False when the server has not answered within that many seconds.
-    bool waitUntilReady(double seconds);
+    /// False when no server answers. One that is there has `timeout` seconds for it; one that is
+    /// not is waited for `patience` seconds, 0 for none.
+    bool waitUntilReady(double timeout, double patience);
     /// False when the server has not taken what was set within that many seconds.
     bool waitUntilWritten(double seconds);
 

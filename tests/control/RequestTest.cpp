@@ -45,13 +45,22 @@ TEST_F(RequestTest, NeedsNoCommandForAQuestion) {
     EXPECT_EQ(read({"--version"}), std::nullopt);
 }
 
-TEST_F(RequestTest, TakesATimeoutBetweenNothingAndAnHour) {
-    for (const char* seconds : {"0", "3600", "1e-3"})
-        EXPECT_EQ(read({"--timeout", seconds, "list"}), std::nullopt) << seconds;
-    for (const char* seconds : {"", "-1", "3600.5", "nan", "inf", "2s", "soon", "1e999"})
-        EXPECT_EQ(read({"--timeout", seconds, "list"}),
-                  "--timeout: SECONDS is a number from 0 to 3600")
-            << seconds;
+TEST_F(RequestTest, TakesTimesBetweenNothingAndAnHour) {
+    for (const std::string option : {"--timeout", "--wait"}) {
+        for (const char* seconds : {"0", "3600", "1e-3"})
+            EXPECT_EQ(read({option.c_str(), seconds, "list"}), std::nullopt) << seconds;
+        for (const char* seconds : {"", "-1", "3600.5", "nan", "inf", "2s", "soon", "1e999"})
+            EXPECT_EQ(read({option.c_str(), seconds, "list"}),
+                      option + ": SECONDS is a number from 0 to 3600")
+                << seconds;
+    }
+}
+
+TEST_F(RequestTest, WaitsForNoServerUnlessTold) {
+    EXPECT_EQ(read({"list"}), std::nullopt);
+    EXPECT_EQ(request.waitSeconds, 0);
+    EXPECT_EQ(read({"--wait", "60", "list"}), std::nullopt);
+    EXPECT_EQ(request.waitSeconds, 60);
 }
 
 TEST_F(RequestTest, SaysWhatDoesNotFit) {
@@ -64,6 +73,7 @@ TEST_F(RequestTest, SaysWhatDoesNotFit) {
     EXPECT_EQ(read({"set", "a"}), "usage: tarnwickctl set CATEGORY VOLUME");
     EXPECT_EQ(read({"set", "a", "1%", "2%"}), "usage: tarnwickctl set CATEGORY VOLUME");
     EXPECT_EQ(read({"watch", "a"}), "usage: tarnwickctl watch");
+    EXPECT_EQ(read({"list", "--changes-only"}), "--changes-only goes with watch alone");
     EXPECT_EQ(read({"--bundle", "b", "list"}), "unknown argument '--bundle'");
     EXPECT_EQ(read({"-h"}), "unknown argument '-h'");
     EXPECT_EQ(read({"--server=", "list"}), "--server: the value is empty");

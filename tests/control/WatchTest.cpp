@@ -11,32 +11,51 @@ class ControlWatch : public ControlOnEachServer {
         startServer();
         setSinkVolume(50);
     }
-    /// A watching program that has been seen to tell a change; the volume stands at 50 % again, and
-    /// it has told that.
+    /// A watching program that has told what there is.
     std::unique_ptr<RunningProgram> watching(
         const Words& options = {}, RunningProgram::Output output = RunningProgram::Output::Pipe) {
         Words arguments = options;
         arguments.emplace_back("watch");
         auto program = std::make_unique<RunningProgram>(commandLine(arguments), output);
-        // It says nothing of itself when it begins, so something is changed until it tells that.
-        std::optional<std::string> line;
-        for (int percent = 1; !isAboutMusic(line); percent = percent % 49 + 1) {
-            setSinkVolume(percent);
-            line = program->lineSoon();
-        }
-        setSinkVolume(50);
-        while (!isHalf(line))
-            line = program->nextLine();
+        const int lines = output == RunningProgram::Output::Terminal ? 5 : 4;
+        for (int i = 0; i < lines; ++i)
+            beginning_.push_back(program->nextLine().value_or("nothing"));
         return program;
     }
-    static bool isAboutMusic(const std::optional<std::string>& line) {
-        return line && line->find("Music") != std::string::npos;
-    }
-    static bool isHalf(const std::optional<std::string>& line) {
-        return line && (line->find("50%") != std::string::npos ||
-                        line->find("\"volume\":0.5,") != std::string::npos);
-    }
+
+    /// What the programs said so far of what there is.
+    Words beginning_;
 };
+
+TEST_P(ControlWatch, BeginsWithTheList) {
+    const std::string list = outputOf({"list"});
+    const auto program = watching();
+    std::string beginning;
+    for (const std::string& line : beginning_)
+        beginning += line + "\n";
+    EXPECT_EQ(beginning, list);
+    EXPECT_EQ(program->lineSoon(), std::nullopt);
+}
+
+TEST_P(ControlWatch, BeginsWithAnObjectForEachAsJson) {
+    const Json list = jsonOf({"--json", "list"});
+    watching({"--json"});
+    ASSERT_EQ(list.size(), beginning_.size());
+    for (std::size_t i = 0; i < list.size(); ++i)
+        EXPECT_EQ(Json::parse(beginning_[i]), list[i]);
+}
+
+TEST_P(ControlWatch, TellsNothingButChangesIfAsked) {
+    RunningProgram program(commandLine({"watch", "--changes-only"}));
+    EXPECT_EQ(program.lineSoon(), std::nullopt);
+    // It says nothing of itself when it begins, so something is changed until it tells that.
+    std::optional<std::string> line;
+    for (int percent = 1; !line; percent = percent % 49 + 1) {
+        setSinkVolume(percent);
+        line = program.lineSoon();
+    }
+    EXPECT_TRUE(line->starts_with("Audio/Video\tMusic (Speaker)\t")) << *line;
+}
 
 TEST_P(ControlWatch, PrintsALineForEachChange) {
     const auto program = watching();
@@ -73,6 +92,7 @@ TEST_P(ControlWatch, IsAnObjectALineAsJson) {
 TEST_P(ControlWatch, HasAHeadingOnATerminal) {
     RunningProgram program(commandLine({"watch"}), RunningProgram::Output::Terminal);
     EXPECT_EQ(program.nextLine(), "CATEGORY      CAPTION          VOLUME   ROUTE    READABLE");
+    EXPECT_EQ(program.nextLine(), "Ringtone      Bell             100%     Speaker  yes");
 }
 
 TEST_P(ControlWatch, TellsThatTheServerIsGoneAndThatItIsBack) {

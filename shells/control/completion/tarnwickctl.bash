@@ -17,7 +17,7 @@ _tarnwickctl() {
     _init_completion -n := || return
     for ((i = 1; i < cword; ++i)); do
         case ${words[i]} in
-        --timeout) ((++i)) ;;
+        --timeout | --wait) ((++i)) ;;
         --server | --preferences | --model) choices+=("${words[i]}" "${words[++i]}") ;;
         --*) ;;
         *) [[ $command ]] && ((++operands)) || command=${words[i]} ;;
@@ -28,12 +28,12 @@ _tarnwickctl() {
         _filedir -d
         return
         ;;
-    --server | --timeout | --model) return ;;
+    --server | --timeout | --wait | --model) return ;;
     esac
 
     if [[ $cur == --* ]]; then
-        COMPREPLY=($(compgen -W '--json --server --timeout --preferences --model --help --version' \
-            -- "$cur"))
+        COMPREPLY=($(compgen -W '--json --server --timeout --wait --changes-only --preferences
+            --model --help --version' -- "$cur"))
     elif [[ ! $command ]]; then
         COMPREPLY=($(compgen -W 'list get set watch' -- "$cur"))
     elif [[ $command == [gs]et && $operands == 0 ]]; then
