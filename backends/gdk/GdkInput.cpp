@@ -19,6 +19,13 @@ GdkPress pressFrom(const GdkEventTouch& event) {
             event.time};
 }
 
+/// Some systems turn a finger into a pointer, and then it is a finger all the same.
+UITouchType touchTypeOf(const GdkEventButton& event) {
+    GdkDevice* source = gdk_event_get_source_device(reinterpret_cast<const GdkEvent*>(&event));
+    const bool isFinger = source && gdk_device_get_source(source) == GDK_SOURCE_TOUCHSCREEN;
+    return isFinger ? UITouchType::Direct : UITouchType::IndirectPointer;
+}
+
 /// Positive away from the user, and to the right: either raises a slider. A touchpad's event
 /// carries both directions, and only the one that is meant counts.
 double stepsOf(const GdkEventScroll& event) {
@@ -75,7 +82,7 @@ bool GdkInput::press(const GdkEventButton& event) {
     if (event.button != GDK_BUTTON_PRIMARY) return false;
     pressed_ = true;
     lastPress_ = pressFrom(event);
-    content_->sendTouch(UITouchPhase::Began, locationOf(event), pointerTouch);
+    content_->sendTouch(UITouchPhase::Began, locationOf(event), pointerTouch, touchTypeOf(event));
     return true;
 }
 
@@ -96,7 +103,8 @@ bool GdkInput::touch(const GdkEventTouch& event) {
     const CGPoint point = locationOf(event);
     if (event.type == GDK_TOUCH_BEGIN) {
         lastPress_ = pressFrom(event);
-        content_->sendTouch(UITouchPhase::Began, point, beginSequence(event.sequence));
+        content_->sendTouch(UITouchPhase::Began, point, beginSequence(event.sequence),
+                            UITouchType::Direct);
         return true;
     }
     const auto found = sequences_.find(event.sequence);

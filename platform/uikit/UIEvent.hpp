@@ -13,6 +13,9 @@ class UIWindow;
 /// The phases that a touch passes through, by the platform's numbers.
 enum class UITouchPhase { Began = 0, Moved = 1, Stationary = 2, Ended = 3, Cancelled = 4 };
 
+/// What touches: a finger on the screen, or a pointer that is moved from elsewhere.
+enum class UITouchType { Direct, IndirectPointer };
+
 /// One finger, or the pressed pointer, from its beginning to its end. Belongs to the main thread.
 /// The view it began on keeps it: moves outside of that view still go there.
 class UITouch : public NSObject {
@@ -21,6 +24,7 @@ class UITouch : public NSObject {
 
     UITouchPhase phase() const { return _phase; }
     void setPhase(UITouchPhase phase) { _phase = phase; }
+    UITouchType type() const { return _type; }
     std::int32_t tapCount() const { return _tapCount; }
     /// Seconds; on the clock of the main loop for a touch that a window delivers.
     double timestamp() const { return _timestamp; }
@@ -42,6 +46,7 @@ class UITouch : public NSObject {
     UITouchPhase _phase = UITouchPhase::Began;
     std::uint8_t _touchFlags = 0;  // Their meaning is the platform's own matter.
     double _timestamp = 0;
+    UITouchType _type = UITouchType::Direct;
 };
 
 using UITouchSet = std::vector<std::shared_ptr<UITouch>>;

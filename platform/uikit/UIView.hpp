@@ -69,6 +69,10 @@ class UIView : public UIResponder {
     /// disabled views take none, and nothing outside its superviews' bounds does.
     virtual std::shared_ptr<UIView> hitTest(const CGPoint& point, const UIEvent* event);
 
+    /// Whether a finger that comes down in that subview of its own may be meant for this view, as
+    /// for one that scrolls: the window keeps it back until its direction is known.
+    virtual bool delaysTouchesIn(const UIView& /*subview*/) const { return false; }
+
     /// The wheel over this view: positive steps away from the user. False passes it on to the
     /// superview.
     virtual bool scrolled(const CGPoint& point, double steps);

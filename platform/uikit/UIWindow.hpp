@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/foundation/OneShotTimer.hpp"
 #include "platform/uikit/UIView.hpp"
 
 #include <functional>
@@ -20,8 +21,15 @@ class UIWindow : public UIView {
     /// it; the following phases of the same identifier go there too. When that view leaves the
     /// window or goes away, the rest of the touch goes nowhere. A second beginning of the same
     /// identifier cancels the first; other phases without a beginning are ignored. A point that is
-    /// not finite begins nothing and moves nothing. A view that can have the focus gets it.
-    void sendTouch(UITouchPhase phase, const CGPoint& point, int identifier = 0);
+    /// not finite begins nothing and moves nothing. A view that can have the focus gets it. The
+    /// type counts at the beginning.
+    ///
+    /// A finger in a view that delays touches is kept back, and nobody hears of it, until it is
+    /// known whom it is meant for: one that goes up or down is the delaying view's, one that goes
+    /// sideways, rests for 150 ms or is lifted is that of the view it began on. That one is then
+    /// handed all of it, from where it came down.
+    void sendTouch(UITouchPhase phase, const CGPoint& point, int identifier = 0,
+                   UITouchType type = UITouchType::IndirectPointer);
     /// Cancels every touch under way, as when the window loses the pointer.
     void cancelTouches();
     /// The wheel over a point (window coordinates): to the view under it, then its superviews.
@@ -53,6 +61,13 @@ class UIWindow : public UIView {
  private:
     friend class UIView;
     enum class Direction { Forward, Backward };
+    /// What a touch that is kept back is: not known yet, the delaying view's, or that of the view
+    /// it began on.
+    enum class Meaning { Open, Scroll, Content };
+    struct DelayedTouch {
+        std::weak_ptr<UIView> scroller;
+        OneShotTimer patience;
+    };
     struct Scroll {
         std::weak_ptr<UIView> taker;
         CGPoint point;
@@ -71,10 +86,18 @@ class UIWindow : public UIView {
     bool canFocus(const UIView& view) const;
     std::vector<std::shared_ptr<UIView>> focusableViews();
     bool moveFocus(Direction direction);
-    void beginTouch(const CGPoint& point, int identifier);
+    void beginTouch(const CGPoint& point, int identifier, UITouchType type);
+    std::shared_ptr<UIView> viewDelaying(const UITouch& touch) const;
+    void delayTouch(int identifier, const std::shared_ptr<UIView>& scroller);
+    Meaning meaningOf(const UITouch& touch, UITouchPhase phase) const;
+    bool endsDelay(int identifier, UITouchPhase phase);
+    bool handOver(int identifier, Meaning meaning);
+    void patienceEnded(int identifier);
+    void beginOnView(const std::shared_ptr<UITouch>& touch);
     void deliver(UITouchPhase phase, const std::shared_ptr<UITouch>& touch);
 
     std::map<int, std::shared_ptr<UITouch>> touches_;
+    std::map<int, DelayedTouch> delayed_;  ///< Those of the touches that are kept back.
     Scroll lastScroll_;
     std::weak_ptr<UIView> focused_;
     bool focusVisible_ = false;

@@ -10,24 +10,29 @@ namespace {
 constexpr double scrollPauseSeconds = 0.5;
 }
 
-void UIWindow::sendTouch(UITouchPhase phase, const CGPoint& point, int identifier) {
+void UIWindow::sendTouch(UITouchPhase phase, const CGPoint& point, int identifier,
+                         UITouchType type) {
     const auto self = strong(this);
-    if (phase == UITouchPhase::Began) return beginTouch(point, identifier);
+    if (phase == UITouchPhase::Began) return beginTouch(point, identifier, type);
     const auto found = touches_.find(identifier);
     if (found == touches_.end()) return;
     const std::shared_ptr<UITouch> touch = found->second;
+    const bool delayed = delayed_.contains(identifier);
     touch->_timestamp = NSRunLoop::mainRunLoop().currentTime();
-    touch->_previousLocationInWindow = touch->_locationInWindow;
+    if (!delayed) touch->_previousLocationInWindow = touch->_locationInWindow;
     const bool usable = std::isfinite(point.x) && std::isfinite(point.y);
     if (usable) touch->_locationInWindow = point;
     if (phase == UITouchPhase::Stationary) return touch->setPhase(phase);
     if (phase == UITouchPhase::Moved && !usable) return;
-    if (phase != UITouchPhase::Moved) touches_.erase(found);
+    if (delayed && !endsDelay(identifier, phase)) return;
+    if (phase != UITouchPhase::Moved) touches_.erase(identifier);
     deliver(phase, touch);
 }
 
-void UIWindow::beginTouch(const CGPoint& point, int identifier) {
-    if (const auto former = touches_.extract(identifier))
+void UIWindow::beginTouch(const CGPoint& point, int identifier, UITouchType type) {
+    const auto former = touches_.extract(identifier);
+    // Of one that is kept back nobody has heard.
+    if (former && delayed_.erase(identifier) == 0)
         deliver(UITouchPhase::Cancelled, former.mapped());
     setFocusVisible(false);
     if (!std::isfinite(point.x) || !std::isfinite(point.y)) return;
@@ -38,8 +43,15 @@ void UIWindow::beginTouch(const CGPoint& point, int identifier) {
     touch->_view = view;
     touch->_window = std::static_pointer_cast<UIWindow>(strong(this));
     touch->_timestamp = NSRunLoop::mainRunLoop().currentTime();
+    touch->_type = type;
     touches_.insert_or_assign(identifier, touch);
-    if (canFocus(*view)) setFocusedView(view);
+    if (const auto scroller = viewDelaying(*touch)) return delayTouch(identifier, scroller);
+    beginOnView(touch);
+}
+
+void UIWindow::beginOnView(const std::shared_ptr<UITouch>& touch) {
+    const std::shared_ptr<UIView> view = touch->view();
+    if (view && canFocus(*view)) setFocusedView(view);
     deliver(UITouchPhase::Began, touch);
 }
 
@@ -51,6 +63,8 @@ void UIWindow::deliver(UITouchPhase phase, const std::shared_ptr<UITouch>& touch
 
 void UIWindow::cancelTouches() {
     const auto self = strong(this);
+    for (const auto& [identifier, delayed] : std::exchange(delayed_, {}))
+        touches_.erase(identifier);  // Nobody has heard of it.
     for (const auto& [identifier, touch] : std::exchange(touches_, {}))
         deliver(UITouchPhase::Cancelled, touch);
 }
@@ -60,6 +74,7 @@ void UIWindow::forget(const UIView& subtree) {
         const auto view = entry.second->view();
         return !view || view->isDescendantOf(&subtree);
     });
+    std::erase_if(delayed_, [this](const auto& entry) { return !touches_.contains(entry.first); });
     forgetFocus(subtree);
 }
 

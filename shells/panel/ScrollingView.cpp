@@ -5,27 +5,17 @@
 
 namespace {
 
-// Points.
-constexpr CGFloat wheelStep = 50;
-constexpr CGFloat indicatorWidth = 3;
-constexpr CGFloat indicatorMargin = 4;
-constexpr CGFloat shortestIndicator = 24;
-constexpr UIColor indicatorColor = {1, 1, 1, 0.35};
-
-class ScrollIndicator : public UIView {
- public:
-    std::string_view className() const override { return "ScrollIndicator"; }
-    void drawRect(Canvas& canvas) override {
-        canvas.fillRounded(bounds(), indicatorWidth / 2, indicatorColor);
-    }
-};
+constexpr CGFloat wheelStep = 50;  // Points.
 
 }  // namespace
 
-ScrollingView::ScrollingView() : indicator_(std::make_shared<ScrollIndicator>()) {
-    indicator_->setUserInteractionEnabled(false);
-    indicator_->setHidden(true);
+ScrollingView::ScrollingView() : bar_(std::make_shared<ScrollBar>()) {
+    bar_->setDragHandler([this](CGFloat offset) { scrollBy(offset - offset_); });
     setClipsToBounds(true);
+}
+
+ScrollingView::~ScrollingView() {
+    bar_->setDragHandler({});
 }
 
 void ScrollingView::setContent(const std::shared_ptr<UIView>& content) {
@@ -34,7 +24,7 @@ void ScrollingView::setContent(const std::shared_ptr<UIView>& content) {
     content_ = content;
     offset_ = 0;
     if (content_) addSubview(content_);
-    addSubview(indicator_);
+    addSubview(bar_);
     place();
 }
 
@@ -69,23 +59,13 @@ void ScrollingView::layoutSubviews() {
 
 /// Whole points, so that the text stays crisp.
 void ScrollingView::place() {
-    const CGFloat greatest = greatestOffset();
-    indicator_->setHidden(greatest <= 0);
-    if (!content_) return;
-    offset_ = std::clamp<CGFloat>(offset_, 0, greatest);
+    if (!content_) return bar_->show({});
+    offset_ = std::clamp<CGFloat>(offset_, 0, greatestOffset());
     const CGSize opening = frame().size;
     const CGSize size = content_->frame().size;
     const CGFloat spare = std::max<CGFloat>(0, opening.height - size.height);
     content_->setFrame({{std::floor((opening.width - size.width) / 2),
                          std::floor(spare / 2) - std::round(offset_)},
                         size});
-
-    if (greatest <= 0) return;
-    // The corners are round: the indicator keeps clear of them.
-    const CGFloat track = std::max<CGFloat>(0, opening.height - 2 * panelRadius);
-    const CGFloat length =
-        std::min(track, std::max(shortestIndicator, track * opening.height / size.height));
-    indicator_->setFrame(CGRectMake(opening.width - indicatorMargin - indicatorWidth,
-                                    panelRadius + (track - length) * offset_ / greatest,
-                                    indicatorWidth, length));
+    bar_->show({bounds(), size.height, offset_});
 }

@@ -2,12 +2,15 @@
 
 #include "platform/uikit/UIView.hpp"
 #include "shells/panel/PanelLayout.hpp"
+#include "shells/panel/ScrollBar.hpp"
 
 /// Shows one view through an opening, moved up and down when it is taller than that, with a thin
-/// indicator of where it stands.
+/// bar that tells where it stands and can be dragged. A finger on the view that swipes up or down
+/// is this view's then, whatever it began on, and goes to its superviews; the mouse is not.
 class ScrollingView : public UIView {
  public:
     ScrollingView();
+    ~ScrollingView() override;
     std::string_view className() const override { return "ScrollingView"; }
 
     /// Takes the place of the one before; the same again stays where it stands. Its width is its
@@ -21,6 +24,9 @@ class ScrollingView : public UIView {
     /// Moves as little as needed for a rectangle (of this view's coordinates) to be seen.
     void scrollToShow(const CGRect& rect);
 
+    bool delaysTouchesIn(const UIView& subview) const override {
+        return isScrollable() && &subview == content_.get();
+    }
     bool scrolled(const CGPoint& point, double steps) override;
     void layoutSubviews() override;
 
@@ -29,6 +35,6 @@ class ScrollingView : public UIView {
     void place();
 
     std::shared_ptr<UIView> content_;
-    std::shared_ptr<UIView> indicator_;
+    std::shared_ptr<ScrollBar> bar_;
     CGFloat offset_ = 0;
 };

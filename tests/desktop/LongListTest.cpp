@@ -1,5 +1,6 @@
 #include "platform/uikit/UIAccessibility.hpp"
 #include "tests/desktop/DesktopFixture.hpp"
+#include "tests/support/VirtualClock.hpp"
 
 #include <X11/keysym.h>
 
@@ -14,6 +15,20 @@ class LongListTest : public DesktopFixture {
     void openLongList() {
         files.writeShownCategories(rows);
         open();
+    }
+    /// Of a finger, which no device of this screen's is; in points of the window.
+    void touch(GdkEventType type, const CGPoint& point) {
+        GdkEvent* event = gdk_event_new(type);
+        event->touch.window = GDK_WINDOW(g_object_ref(window->host().window()));
+        event->touch.sequence = reinterpret_cast<GdkEventSequence*>(this);
+        event->touch.x = static_cast<double>(point.x);
+        event->touch.y = static_cast<double>(point.y);
+        gdk_event_put(event);
+        gdk_event_free(event);
+    }
+    CGPoint thumbInWindow(std::size_t row) const {
+        const CGPoint onScreen = thumbOnScreen(row);
+        return {onScreen.x - windowOrigin().x, onScreen.y - windowOrigin().y};
     }
     bool isOnPanel(std::size_t row) const {
         const CGFloat y = thumbOnScreen(row).y - windowOrigin().y;
@@ -55,6 +70,52 @@ TEST_F(LongListTest, DragOfAnEmptyPartScrolls) {
     user->release();
     settle();
     EXPECT_NEAR(thumbOnScreen(10).y, before - 200, 5);
+    EXPECT_EQ(windowOrigin(), origin);
+}
+
+TEST_F(LongListTest, FingerThatSwipesAcrossASliderScrollsAndSetsNothing) {
+    openLongList();
+    const VirtualClock still;
+    const CGPoint thumb = thumbInWindow(5);
+    const float value = slider(5)->value();
+    const CGPoint beside = {thumb.x + 60, thumb.y};
+    touch(GDK_TOUCH_BEGIN, beside);
+    touch(GDK_TOUCH_UPDATE, {beside.x + 3, beside.y - 30});
+    touch(GDK_TOUCH_UPDATE, {beside.x + 3, beside.y - 80});
+    touch(GDK_TOUCH_END, {beside.x + 3, beside.y - 80});
+    settle();
+    EXPECT_EQ(slider(5)->value(), value);
+    EXPECT_EQ(thumbInWindow(5), (CGPoint{thumb.x, thumb.y - 80}));
+}
+
+TEST_F(LongListTest, FingerThatDragsAThumbOrTapsATrackSetsTheVolume) {
+    openLongList();
+    const VirtualClock still;
+    const CGPoint thumb = thumbInWindow(5);
+    touch(GDK_TOUCH_BEGIN, thumb);
+    touch(GDK_TOUCH_UPDATE, {thumb.x + 40, thumb.y + 5});
+    touch(GDK_TOUCH_END, {thumb.x + 40, thumb.y + 5});
+    settle();
+    EXPECT_NEAR(thumbInWindow(5).x, thumb.x + 40, 0.5);
+    touch(GDK_TOUCH_BEGIN, thumb);
+    touch(GDK_TOUCH_END, {thumb.x, thumb.y + 1});
+    settle();
+    EXPECT_NEAR(thumbInWindow(5).x, thumb.x, 0.5);
+}
+
+TEST_F(LongListTest, ScrollBarIsDraggedByThePointer) {
+    openLongList();
+    const CGPoint origin = windowOrigin();
+    const CGPoint bar = {origin.x + windowSize().width - 5, origin.y + 30};
+    user->moveTo(bar.x, bar.y);
+    user->press();
+    user->moveTo(bar.x, bar.y + 200);
+    settle();
+    EXPECT_FALSE(isOnPanel(0)) << "the bar goes down, and the page up";
+    user->moveTo(bar.x, bar.y + 2000);
+    user->release();
+    settle();
+    EXPECT_TRUE(isOnPanel(rows - 1));
     EXPECT_EQ(windowOrigin(), origin);
 }
 

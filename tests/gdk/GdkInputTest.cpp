@@ -83,6 +83,22 @@ TEST_F(GdkInputTest, TellsAFingerFromThePointer) {
     EXPECT_EQ(right->log, (Log{"began 10,10", "ended 20,10"}));
 }
 
+TEST_F(GdkInputTest, SaysWhichTouchesAreFingers) {
+    struct TypeRecorder : UIView {
+        using UIView::UIView;
+        void touchesBegan(const UITouchSet& touches, const std::shared_ptr<UIEvent>&) override {
+            types.push_back(touches.front()->type());
+        }
+        std::vector<UITouchType> types;
+    };
+    const auto recorder = std::make_shared<TypeRecorder>(CGRectMake(0, 0, 100, 100));
+    content->addSubview(recorder);
+    send(buttonEvent(GDK_BUTTON_PRESS, 10, 10));
+    send(touchEvent(GDK_TOUCH_BEGIN, 0, 10, 10));
+    EXPECT_EQ(recorder->types,
+              (std::vector<UITouchType>{UITouchType::IndirectPointer, UITouchType::Direct}));
+}
+
 TEST_F(GdkInputTest, GivesAFreedFingersNumberToTheNextWithoutMixingThemUp) {
     send(touchEvent(GDK_TOUCH_BEGIN, 0, 10, 10));
     send(touchEvent(GDK_TOUCH_BEGIN, 1, 110, 10));

@@ -68,6 +68,35 @@ TEST_F(LockTouchTest, LongListScrollsInsideThePageByADragUp) {
     EXPECT_EQ(screen->passedOn(GDK_TOUCH_END), 1U) << "or it would wait for that for ever";
 }
 
+TEST_F(LockTouchTest, LongListScrollsByASwipeAcrossASliderAndTheLockScreenHearsNothing) {
+    files.writeShownCategories(20);
+    lockAtMixer();
+    const std::shared_ptr<UISlider> crossed = sliders()[5];
+    const float before = crossed->value();
+    const CGPoint from = middleOf(*crossed);
+    screen->touch(GDK_TOUCH_BEGIN, from.x, from.y);
+    screen->touch(GDK_TOUCH_UPDATE, from.x + 5, from.y - 60);
+    screen->touch(GDK_TOUCH_END, from.x + 5, from.y - 60);
+    EXPECT_EQ(crossed->value(), before);
+    EXPECT_EQ(middleOf(*crossed).y, from.y - 60);
+    for (const GdkEventType type : {GDK_TOUCH_BEGIN, GDK_TOUCH_UPDATE, GDK_TOUCH_END})
+        EXPECT_EQ(screen->passedOn(type), 0U) << type;
+}
+
+TEST_F(LockTouchTest, LongListGivesADragSidewaysToTheSliderThatItBeganOn) {
+    files.writeShownCategories(20);
+    lockAtMixer();
+    const std::shared_ptr<UISlider> dragged = sliders()[5];
+    const CGPoint from = middleOf(*dragged);
+    screen->touch(GDK_TOUCH_BEGIN, from.x, from.y);
+    screen->touch(GDK_TOUCH_UPDATE, from.x - 60, from.y + 10);
+    EXPECT_TRUE(dragged->isHighlighted());
+    screen->touch(GDK_TOUCH_END, from.x - 60, from.y + 10);
+    EXPECT_EQ(middleOf(*dragged).y, from.y);
+    EXPECT_FALSE(dragged->isHighlighted());
+    EXPECT_EQ(screen->passedOn(GDK_TOUCH_UPDATE), 0U);
+}
+
 TEST_F(LockTouchTest, LongListLeavesADragSidewaysToTheLockScreen) {
     files.writeShownCategories(20);
     lockAtMixer();
