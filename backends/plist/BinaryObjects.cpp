@@ -1,6 +1,7 @@
 #include "backends/plist/BinaryObjects.hpp"
 
 #include "backends/plist/BinaryForm.hpp"
+#include "backends/plist/Limits.hpp"
 
 using binaryform::bigEndian;
 using binaryform::header;
@@ -122,7 +123,9 @@ std::optional<BinaryObject> BinaryObjects::sized(std::uint64_t markerOffset) con
     }
     // Nothing is larger than the file, and so no product below overflows.
     if (size > objects_.size()) return std::nullopt;
-    const std::uint64_t references = marker >> 4 == Dictionary ? 2 * size : size;
+    const bool isDictionary = marker >> 4 == Dictionary;
+    if (isDictionary && size > maximumDictionaryEntries) return std::nullopt;
+    const std::uint64_t references = isDictionary ? 2 * size : size;
     switch (marker >> 4) {
         case Data:
             return plain(start, size);

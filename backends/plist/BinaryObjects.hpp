@@ -23,7 +23,8 @@ class BinaryObjects {
     std::uint64_t root() const { return root_; }
 
     /// nullopt when the object is of no known kind, does not lie whole between the header and the
-    /// table of offsets, or is a text with a zero character. `index` is below count().
+    /// table of offsets, is a text with a zero character, or a dictionary of too many entries.
+    /// `index` is below count().
     std::optional<BinaryObject> object(std::uint64_t index) const;
     /// The index behind the object's nth reference; nullopt when there is no such object.
     std::optional<std::uint64_t> reference(const BinaryObject& object, std::uint64_t number) const;

@@ -15,7 +15,7 @@ struct Extent {
     int depth = 0;  ///< Of containers.
 
     bool isWithinLimits() const {
-        return values <= maximumExpandedValues && bytes <= maximumExpandedBytes &&
+        return values <= maximumValues && bytes <= maximumExpandedBytes &&
                depth <= NSPropertyList::maximumDepth;
     }
     void include(const Extent& part) {
@@ -44,6 +44,9 @@ class BinaryShape {
         return true;
     }
 
+    /// The object where the walk has ended.
+    std::uint64_t lastEntered() const { return lastEntered_; }
+
  private:
     enum class State : std::uint8_t { New, Open, Done };
     struct Visit {
@@ -60,6 +63,7 @@ class BinaryShape {
     bool enter(std::uint64_t index) {
         // The containers that may lie in each other, and a value in the last of them.
         constexpr std::size_t longestPath = NSPropertyList::maximumDepth + 1;
+        lastEntered_ = index;
         const auto object = objects_.object(index);
         if (!object || path_.size() == longestPath) return false;
         Visit& visit = visits_[index];
@@ -77,7 +81,7 @@ class BinaryShape {
         ++step.nextReference;
         Extent& whole = visits_[step.index].extent;
         whole.include(visits_[*index].extent);
-        return whole.isWithinLimits() && ++references_ <= maximumExpandedValues;
+        return whole.isWithinLimits() && ++references_ <= maximumValues;
     }
 
     void leave() {
@@ -89,12 +93,17 @@ class BinaryShape {
     std::vector<Visit> visits_;
     std::vector<Step> path_;
     std::uint64_t references_ = 0;  ///< Followed so far.
+    std::uint64_t lastEntered_ = 0;
 };
 
 }  // namespace
 
-bool isReadableBinary(std::string_view file) {
+std::optional<std::string> faultInBinary(std::string_view file) {
     const auto objects = BinaryObjects::in(file);
-    return objects && objects->count() <= maximumExpandedValues &&
-           BinaryShape(*objects).isReadable();
+    if (!objects) return "the binary list's header or trailer is damaged";
+    if (objects->count() > maximumValues) return "more values than can be read";
+    BinaryShape shape(*objects);
+    if (shape.isReadable()) return std::nullopt;
+    return "object " + std::to_string(shape.lastEntered()) +
+           " of the binary list is damaged, or stands for more than can be read";
 }

@@ -28,31 +28,63 @@ class InvariantLocale {
     locale_t previous_;
 };
 
-PlistNode nodeOfBinary(std::string_view bytes) {
-    if (!isReadableBinary(bytes)) return nullptr;
-    plist_t node = nullptr;
-    plist_from_bin(bytes.data(), static_cast<std::uint32_t>(bytes.size()), &node);
-    return PlistNode(node);
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+std::string_view withoutByteOrderMark(std::string_view bytes) {
+    return bytes.starts_with(byteOrderMark) ? bytes.substr(byteOrderMark.size()) : bytes;
 }
 
-PlistNode nodeOfXml(std::string_view bytes) {
-    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-    if (bytes.starts_with(byteOrderMark)) bytes.remove_prefix(byteOrderMark.size());
-    if (!isReadableXml(bytes)) return nullptr;
+bool isBinary(std::string_view bytes) {
+    return bytes.starts_with("bplist");
+}
+
+DecodedPropertyList refused(TextPlace place, std::string reason) {
+    return {std::nullopt, {place, std::move(reason)}};
+}
+
+DecodedPropertyList valueOf(const PlistNode& node) {
+    auto value = node ? valueOfNode(node.get()) : std::nullopt;
+    if (!value) return refused({}, "this is not a property list");
+    return {std::move(value), {}};
+}
+
+DecodedPropertyList valueOfBinary(std::string_view bytes) {
+    if (const auto reason = faultInBinary(bytes)) return refused({}, *reason);
+    plist_t node = nullptr;
+    plist_from_bin(bytes.data(), static_cast<std::uint32_t>(bytes.size()), &node);
+    return valueOf(PlistNode(node));
+}
+
+DecodedPropertyList valueOfXml(std::string_view bytes) {
+    if (const auto fault = faultInXml(bytes))
+        return refused(placeInText(bytes, fault->offset), fault->reason);
     // A copy with a zero byte behind it, where the library's comparisons of text end.
     const std::string text(bytes);
     plist_t node = nullptr;
     plist_from_xml(text.c_str(), static_cast<std::uint32_t>(text.size()), &node);
-    return PlistNode(node);
+    return valueOf(PlistNode(node));
 }
 
 }  // namespace
 
-std::optional<PropertyValue> PlistCodec::decode(std::string_view bytes) const {
-    if (bytes.size() > NSPropertyList::maximumFileBytes) return std::nullopt;
+DecodedPropertyList PlistCodec::decode(std::string_view bytes) const {
+    if (bytes.size() > NSPropertyList::maximumFileBytes)
+        return refused({}, "the file is larger than can be read");
     const InvariantLocale locale;
-    const PlistNode node = bytes.starts_with("bplist") ? nodeOfBinary(bytes) : nodeOfXml(bytes);
-    return node ? valueOfNode(node.get()) : std::nullopt;
+    return isBinary(bytes) ? valueOfBinary(bytes) : valueOfXml(withoutByteOrderMark(bytes));
+}
+
+std::vector<TextPlace> PlistCodec::placesOf(std::string_view bytes,
+                                            std::span<const PropertyListPath> paths) const {
+    std::vector<TextPlace> places(paths.size());
+    const std::string_view text = withoutByteOrderMark(bytes);
+    if (isBinary(bytes)) return places;
+    faultInXml(text, [&](const PropertyListPath& path, std::size_t offset) {
+        // An entry that stands twice counts with its last value.
+        for (std::size_t i = 0; i < paths.size(); ++i)
+            if (paths[i] == path) places[i] = placeInText(text, offset);
+    });
+    return places;
 }
 
 std::optional<std::string> PlistCodec::encode(const PropertyValue& value) const {

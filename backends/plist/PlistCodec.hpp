@@ -10,9 +10,11 @@
 /// The library expands shared objects, follows nesting by recursion, and copies the rest of a text
 /// for every entity in it, so the shape of the bytes is checked before it sees them. That bounds
 /// time and memory for hostile bytes, and for honest ones only what no settings file has: see
-/// XmlShape.hpp and BinaryShape.hpp for the limits.
+/// Limits.hpp, XmlShape.hpp and BinaryShape.hpp.
 class PlistCodec : public NSPropertyListCodec {
  public:
-    std::optional<PropertyValue> decode(std::string_view bytes) const override;
+    DecodedPropertyList decode(std::string_view bytes) const override;
+    std::vector<TextPlace> placesOf(std::string_view bytes,
+                                    std::span<const PropertyListPath> paths) const override;
     std::optional<std::string> encode(const PropertyValue& value) const override;
 };

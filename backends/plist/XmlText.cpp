@@ -1,6 +1,9 @@
 #include "backends/plist/XmlText.hpp"
 
-#include <cstddef>
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstdint>
 
 namespace {
 
@@ -25,6 +28,33 @@ bool isAllowed(char32_t character) {
     return character <= 0x10FFFF && !isSurrogate && !isNoCharacter;
 }
 
+constexpr std::array<std::string_view, 5> namedEntities = {"amp", "lt", "gt", "quot", "apos"};
+
+constexpr std::string_view blanks = " \t\r\n";
+
+std::string_view withoutBlanks(std::string_view text) {
+    const auto first = text.find_first_not_of(blanks);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+/// What stands between "&#" and ";".
+bool isCharacterNumber(std::string_view digits) {
+    digits = withoutBlanks(digits);
+    const bool isHexadecimal = digits.starts_with('x') || digits.starts_with('X');
+    if (isHexadecimal) digits.remove_prefix(1);
+    std::uint32_t number = 0;
+    const char* const end = digits.data() + digits.size();
+    const auto [stop, error] = std::from_chars(digits.data(), end, number, isHexadecimal ? 16 : 10);
+    return error == std::errc() && stop == end && number > 0 && number <= 0x10FFFF;
+}
+
+/// What stands between "&" and ";".
+bool isEntity(std::string_view name) {
+    if (name.starts_with('#')) return isCharacterNumber(name.substr(1));
+    return std::ranges::find(namedEntities, withoutBlanks(name)) != namedEntities.end();
+}
+
 }  // namespace
 
 bool canStandInXml(std::string_view text) {
@@ -41,4 +71,14 @@ bool canStandInXml(std::string_view text) {
         text.remove_prefix(sequence.bytes);
     }
     return true;
+}
+
+std::optional<std::size_t> unknownEntity(std::string_view text) {
+    for (auto start = text.find('&'); start != std::string_view::npos;
+         start = text.find('&', start + 1)) {
+        const auto end = text.find(';', start);
+        if (end == std::string_view::npos || !isEntity(text.substr(start + 1, end - start - 1)))
+            return start;
+    }
+    return std::nullopt;
 }

@@ -1,5 +1,6 @@
 #include "platform/foundation/FileContents.hpp"
 #include "platform/foundation/FileDescriptor.hpp"
+#include "platform/foundation/KeptFile.hpp"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -19,7 +20,16 @@ constexpr mode_t unfinishedMode = 0600;  // Until the contents have their final 
 struct Target {
     std::string path;            ///< No symbolic link.
     std::optional<mode_t> mode;  ///< Of the file that is there already.
+    std::error_code error;       ///< Why the path can't be a file's.
 };
+
+std::error_code lastError() {
+    return {errno, std::generic_category()};
+}
+
+Target noTarget(std::errc why) {
+    return {"", std::nullopt, std::make_error_code(why)};
+}
 
 std::string folderOf(const std::string& path) {
     const auto slash = path.rfind('/');
@@ -35,21 +45,23 @@ std::string destinationOfLink(const std::string& path) {
     return destination.is_absolute() ? destination.string() : folderOf(path) + destination.string();
 }
 
-/// nullopt when the path can't be a file: it is a folder, a pipe, a device, a circle of links.
-std::optional<Target> targetOf(std::string path) {
+/// No file's are the paths of folders, pipes and devices, and a circle of links.
+Target targetOf(std::string path) {
     constexpr int maximumLinks = 40;
     for (int links = 0; links <= maximumLinks; ++links) {
         struct stat status {};
         if (lstat(path.c_str(), &status) != 0) {
-            if (errno != ENOENT) return std::nullopt;
-            return Target{path, std::nullopt};
+            const std::error_code error = lastError();
+            if (error == std::errc::no_such_file_or_directory) return {path, std::nullopt, {}};
+            return {"", std::nullopt, error};
         }
-        if (S_ISREG(status.st_mode)) return Target{path, status.st_mode & 07777};
-        if (!S_ISLNK(status.st_mode)) return std::nullopt;
+        if (S_ISREG(status.st_mode)) return {path, status.st_mode & 07777, {}};
+        if (S_ISDIR(status.st_mode)) return noTarget(std::errc::is_a_directory);
+        if (!S_ISLNK(status.st_mode)) return noTarget(std::errc::not_supported);
         path = destinationOfLink(path);
-        if (path.empty()) return std::nullopt;
+        if (path.empty()) break;
     }
-    return std::nullopt;
+    return noTarget(std::errc::too_many_symbolic_link_levels);
 }
 
 /// Makes the folder and those above it that are missing. Failure shows when the file is opened.
@@ -110,19 +122,40 @@ void flushFolder(const std::string& folder) {
     if (descriptor.isOpen()) (void)fsync(descriptor.get());
 }
 
+/// Of the file that takes the old one's place. After one that could not be read comes one that can:
+/// it would be replaced again each time otherwise.
+std::optional<mode_t> newMode(const Target& target, OldFile old) {
+    if (!target.mode || old == OldFile::Dropped) return target.mode;
+    return *target.mode | S_IRUSR;
+}
+
+/// The whole contents, on the disk, under a name that is not final.
+std::error_code fill(const TemporaryFile& file, std::string_view bytes,
+                     std::optional<mode_t> mode) {
+    const bool isFilled =
+        file.isOpen() && file.write(bytes) && (!mode || file.setMode(*mode)) && file.flush();
+    return isFilled ? std::error_code() : lastError();
+}
+
 }  // namespace
 
-bool writeFileAtomically(const std::string& path, std::string_view bytes) {
-    if (path.empty() || path.find('\0') != std::string::npos) return false;
-    const std::optional<Target> target = targetOf(path);
-    if (!target) return false;
-    const std::string folder = folderOf(target->path);
+std::error_code writeFileAtomically(const std::string& path, std::string_view bytes, OldFile old) {
+    if (path.empty() || path.find('\0') != std::string::npos)
+        return std::make_error_code(std::errc::invalid_argument);
+    const Target target = targetOf(path);
+    if (target.error) return target.error;
+    const std::string folder = folderOf(target.path);
     makeFolder(folder);
 
-    TemporaryFile file(folder, target->mode ? unfinishedMode : newFileMode);
-    const bool isWritten = file.isOpen() && file.write(bytes) &&
-                           (!target->mode || file.setMode(*target->mode)) && file.flush() &&
-                           file.renameTo(target->path);
-    if (isWritten) flushFolder(folder);
-    return isWritten;
+    TemporaryFile file(folder, target.mode ? unfinishedMode : newFileMode);
+    if (const auto error = fill(file, bytes, newMode(target, old))) return error;
+    KeptFile kept(target.path);
+    if (old == OldFile::Kept) {
+        if (const auto error = kept.keep()) return error;
+        flushFolder(folder);  // First of all what would be lost.
+    }
+    if (!file.renameTo(target.path)) return lastError();
+    kept.commit();
+    flushFolder(folder);
+    return {};
 }

@@ -4,11 +4,21 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 /// The bytes of a file; nullopt when it cannot be read, holds more than `maximumBytes`, or is
-/// anything but a regular file (a pipe or device could keep the caller waiting for ever).
-std::optional<std::string> contentsOfFile(const std::string& path, std::size_t maximumBytes);
+/// anything but a regular file (a pipe or device could keep the caller waiting for ever). Then
+/// `error` says why, where it is given.
+std::optional<std::string> contentsOfFile(const std::string& path, std::size_t maximumBytes,
+                                          std::error_code* error = nullptr);
+
+/// What happens to the file that is replaced.
+enum class OldFile {
+    Dropped,
+    Kept,  ///< Beside the new one; see KeptFile.
+};
 
 /// Replaces the file by way of a temporary one beside it; see NSPropertyList::writeToFileAtomically
-/// for what holds on success and on failure.
-bool writeFileAtomically(const std::string& path, std::string_view bytes);
+/// for what holds on success and on failure. An old file that cannot be kept is a failure.
+std::error_code writeFileAtomically(const std::string& path, std::string_view bytes,
+                                    OldFile old = OldFile::Dropped);

@@ -3,6 +3,9 @@
 #include "platform/foundation/FileContents.hpp"
 #include "platform/foundation/PreferencesDirectory.hpp"
 
+#include <map>
+#include <system_error>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -37,12 +40,40 @@ bool isShallow(const PropertyValue& root) {
     return true;
 }
 
-PropertyValue contentsOfPropertyList(const std::string& path) {
-    if (!installedCodec()) return {};
-    const auto bytes = contentsOfFile(resolvedPath(path), NSPropertyList::maximumFileBytes);
-    if (!bytes) return {};
-    const auto value = installedCodec()->decode(*bytes);
-    return value && isShallow(*value) ? *value : PropertyValue();
+PropertyListFile unreadable(std::string reason, TextPlace place = {}) {
+    return {PropertyListFile::State::Unreadable, {}, {place, std::move(reason)}};
+}
+
+/// Its words are those of the system, without a capital: "permission denied".
+std::string reasonOf(const std::error_code& error) {
+    std::string words = error.message();
+    if (!words.empty() && words[0] >= 'A' && words[0] <= 'Z') words[0] += 'a' - 'A';
+    return words;
+}
+
+/// By path, as the caller names it.
+std::map<std::string, std::string>& writeFailures() {
+    static std::map<std::string, std::string> failures;
+    return failures;
+}
+
+/// What may be lost with the file that a value of that kind replaces.
+OldFile fateOfOldFile(const PropertyValue& value, const std::string& path) {
+    const PropertyListFile old = NSPropertyList::fileAt(path);
+    const bool isSameKind = old.value.storage().index() == value.storage().index();
+    return !old.value.isNil() && isSameKind ? OldFile::Dropped : OldFile::Kept;
+}
+
+/// Empty on success.
+std::string failureOfWriting(const PropertyValue& value, const std::string& path) {
+    if (!installedCodec()) return "there is no codec";
+    if (!isShallow(value)) return "more containers in each other than could be read again";
+    const auto bytes = installedCodec()->encode(value);
+    if (!bytes) return "a value without a form in XML";
+    if (bytes->size() > NSPropertyList::maximumFileBytes) return "larger than could be read again";
+    const std::error_code error =
+        writeFileAtomically(resolvedPath(path), *bytes, fateOfOldFile(value, path));
+    return error ? reasonOf(error) : "";
 }
 
 }  // namespace
@@ -51,20 +82,43 @@ void NSPropertyList::setCodec(std::shared_ptr<const NSPropertyListCodec> codec) 
     installedCodec() = std::move(codec);
 }
 
+PropertyListFile NSPropertyList::fileAt(const std::string& path) {
+    if (!installedCodec()) return {};
+    std::error_code error;
+    const auto bytes = contentsOfFile(resolvedPath(path), maximumFileBytes, &error);
+    if (error == std::errc::no_such_file_or_directory) return {};
+    if (!bytes) return unreadable(reasonOf(error));
+    DecodedPropertyList decoded = installedCodec()->decode(*bytes);
+    if (!decoded.value) return unreadable(decoded.fault.reason, decoded.fault.place);
+    if (!isShallow(*decoded.value))
+        return unreadable("more containers in each other than can be read");
+    return {PropertyListFile::State::Readable, *std::move(decoded.value), {}};
+}
+
 PropertyValue NSPropertyList::dictionaryWithContentsOfFile(const std::string& path) {
-    const PropertyValue value = contentsOfPropertyList(path);
+    PropertyValue value = fileAt(path).value;
     return value.dictionary() ? value : PropertyValue();
 }
 
 PropertyValue NSPropertyList::arrayWithContentsOfFile(const std::string& path) {
-    const PropertyValue value = contentsOfPropertyList(path);
+    PropertyValue value = fileAt(path).value;
     return value.array() ? value : PropertyValue();
 }
 
+std::vector<TextPlace> NSPropertyList::placesInFile(const std::string& path,
+                                                    std::span<const PropertyListPath> paths) {
+    const auto bytes = contentsOfFile(resolvedPath(path), maximumFileBytes);
+    if (!bytes || !installedCodec()) return std::vector<TextPlace>(paths.size());
+    return installedCodec()->placesOf(*bytes, paths);
+}
+
 bool NSPropertyList::writeToFileAtomically(const PropertyValue& value, const std::string& path) {
-    if (!installedCodec() || !isShallow(value)) return false;
-    const auto bytes = installedCodec()->encode(value);
-    // What could not be read again is not written.
-    if (!bytes || bytes->size() > maximumFileBytes) return false;
-    return writeFileAtomically(resolvedPath(path), *bytes);
+    const std::string failure = failureOfWriting(value, path);
+    writeFailures()[path] = failure;
+    return failure.empty();
+}
+
+std::string NSPropertyList::writeFailure(const std::string& path) {
+    const auto found = writeFailures().find(path);
+    return found == writeFailures().end() ? "" : found->second;
 }

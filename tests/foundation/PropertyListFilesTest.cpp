@@ -102,7 +102,11 @@ TEST_F(PropertyListFiles, AreNeitherReadNorWrittenWithoutACodec) {
 
 /// Answers and writes what a test wants.
 struct FakeCodec : NSPropertyListCodec {
-    std::optional<PropertyValue> decode(std::string_view) const override { return value; }
+    DecodedPropertyList decode(std::string_view) const override { return {value, {}}; }
+    std::vector<TextPlace> placesOf(std::string_view,
+                                    std::span<const PropertyListPath> paths) const override {
+        return std::vector<TextPlace>(paths.size());
+    }
     std::optional<std::string> encode(const PropertyValue&) const override { return bytes; }
     std::optional<PropertyValue> value;
     std::optional<std::string> bytes;

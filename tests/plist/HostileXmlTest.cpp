@@ -44,19 +44,19 @@ TEST(HostileXml, CannotHideTheDepthInWhatReadersSkip) {
 }
 
 TEST(HostileXml, RefusesMarksThatReadersFindInDifferentPlaces) {
-    EXPECT_TRUE(isReadableXml("<?x \"a\"?><plist version=\"1.0\"><true/></plist>"));
-    EXPECT_FALSE(isReadableXml("<?x \"?><plist><true/></plist><?x \"?>"));
-    EXPECT_FALSE(isReadableXml("<plist a=\"><true/></plist><!-- \"> -->"));
-    EXPECT_FALSE(isReadableXml("<!DOCTYPE plist \"><plist><true/></plist><!-- \"> -->"));
-    EXPECT_FALSE(isReadableXml("<plist a=<x><true/></plist>"));
-    EXPECT_FALSE(isReadableXml("<plist><true a=\"b\"/></plist>"));
-    EXPECT_FALSE(isReadableXml("<plist><array><![CDATA[x]]></array></plist>"));
+    EXPECT_FALSE(faultInXml("<?x \"a\"?><plist version=\"1.0\"><true/></plist>"));
+    EXPECT_TRUE(faultInXml("<?x \"?><plist><true/></plist><?x \"?>"));
+    EXPECT_TRUE(faultInXml("<plist a=\"><true/></plist><!-- \"> -->"));
+    EXPECT_TRUE(faultInXml("<!DOCTYPE plist \"><plist><true/></plist><!-- \"> -->"));
+    EXPECT_TRUE(faultInXml("<plist a=<x><true/></plist>"));
+    EXPECT_TRUE(faultInXml("<plist><true a=\"b\"/></plist>"));
+    EXPECT_TRUE(faultInXml("<plist><array><![CDATA[x]]></array></plist>"));
 }
 
 TEST(HostileXml, FindsTheDepthBeforeTheLibraryDoes) {
-    EXPECT_TRUE(isReadableXml(nestedArrays(deepest)));
-    EXPECT_FALSE(isReadableXml(nestedArrays(deepest + 1)));
-    EXPECT_FALSE(isReadableXml(documentOf(nestedArrays(deepest + 1))));
+    EXPECT_FALSE(faultInXml(nestedArrays(deepest)));
+    EXPECT_TRUE(faultInXml(nestedArrays(deepest + 1)));
+    EXPECT_TRUE(faultInXml(documentOf(nestedArrays(deepest + 1))));
 }
 
 TEST(HostileXml, RefusesADocumentTypeWithDeclarations) {
@@ -74,10 +74,10 @@ TEST(HostileXml, RefusesMoreEntitiesThanTheLibraryReplacesInReasonableTime) {
         return "<string>" + repeated("&amp;", entities) + "</string>";
     };
     EXPECT_EQ(decodedBody(text(20000))->string()->size(), 20000U);
-    EXPECT_TRUE(isReadableXml(text(28000)));
-    EXPECT_FALSE(isReadableXml(text(28500)));
+    EXPECT_FALSE(faultInXml(text(28000)));
+    EXPECT_TRUE(faultInXml(text(28500)));
     // In many texts they cost little.
-    EXPECT_TRUE(isReadableXml("<array>" + repeated(text(100), 1500) + "</array>"));
+    EXPECT_FALSE(faultInXml("<array>" + repeated(text(100), 1500) + "</array>"));
 }
 
 TEST(HostileXml, ReadsTheLargestFileAndRefusesOneByteMore) {
@@ -88,9 +88,38 @@ TEST(HostileXml, ReadsTheLargestFileAndRefusesOneByteMore) {
     EXPECT_FALSE(decoded(start + std::string(room + 1, 'x') + end));
 }
 
-TEST(HostileXml, ReadsAFileFullOfSmallValues) {
-    const int count = static_cast<int>(NSPropertyList::maximumFileBytes / 8);
+TEST(HostileXml, ReadsAFileFullOfSmallValuesAndRefusesOneMore) {
+    const int count = static_cast<int>(maximumValues) - 1;  // And the array.
     const auto value = decodedBody("<array>" + repeated("<true/>", count) + "</array>");
+    ASSERT_TRUE(value && value->array());
+    EXPECT_EQ(value->array()->size(), static_cast<std::size_t>(count));
+    EXPECT_FALSE(decodedBody("<array>" + repeated("<true/>", count + 1) + "</array>"));
+}
+
+TEST(HostileXml, RefusesADictionaryThatTheLibraryWouldBeBusyWith) {
+    const auto entries = [](std::uint64_t count) {
+        std::string all;
+        for (std::uint64_t i = 0; i < count; ++i)
+            all += "<key>" + std::to_string(i) + "</key><true/>";
+        return "<dict>" + all + "</dict>";
+    };
+    EXPECT_TRUE(decodedBody(entries(maximumDictionaryEntries)));
+    EXPECT_FALSE(decodedBody(entries(maximumDictionaryEntries + 1)));
+}
+
+TEST(HostileXml, CountsTheEntitiesOfAllTextsTogether) {
+    const std::string text = "<string>" + repeated("&amp;", 20000) + "</string>";
+    EXPECT_FALSE(faultInXml("<array>" + repeated(text, 1) + "</array>"));
+    EXPECT_TRUE(faultInXml("<array>" + repeated(text, 2) + "</array>"));
+}
+
+TEST(HostileXml, ReadsTheLongestListOfCategories) {
+    const std::string record =
+        "<dict><key>categoryName</key><string>Ringtone</string>"
+        "<key>prettyCategoryName</key><string>Tom &amp; Jerry</string>"
+        "<key>visible</key><false/></dict>";
+    const int count = static_cast<int>(NSPropertyList::maximumFileBytes / record.size()) - 10;
+    const auto value = decodedBody("<array>" + repeated(record, count) + "</array>");
     ASSERT_TRUE(value && value->array());
     EXPECT_EQ(value->array()->size(), static_cast<std::size_t>(count));
 }

@@ -12,7 +12,7 @@ inline std::string documentOf(const std::string& body) {
 }
 
 inline std::optional<PropertyValue> decoded(const std::string& bytes) {
-    return PlistCodec().decode(bytes);
+    return PlistCodec().decode(bytes).value;
 }
 
 inline std::optional<PropertyValue> decodedBody(const std::string& body) {
