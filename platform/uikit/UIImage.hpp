@@ -32,8 +32,8 @@ class UIBitmap {
 class UIImageDecoder {
  public:
     virtual ~UIImageDecoder() = default;
-    /// The size that the file's header tells; nullopt when it is no readable image or is larger
-    /// than 4096 pixels in a direction.
+    /// The size that the file's header tells; nullopt when it is no readable image, is damaged, or
+    /// is larger than 4096 pixels in a direction. Decodes nothing.
     virtual std::optional<PixelSize> probe(const std::string& path) = 0;
     /// nullptr when the file cannot be decoded. Pixels of a file that has not changed are shared
     /// among all that hold them.
@@ -48,7 +48,8 @@ class UIImageDecoder {
 /// canvas, decoded at its first paint.
 class UIImage {
  public:
-    /// nullptr when the path is nil or the file is no readable image.
+    /// nullptr when the path is nil or the file is no readable image, or only a part of one: what
+    /// asked for it then looks as it does without.
     static std::shared_ptr<const UIImage> imageWithContentsOfFile(const NSString& path);
 
     /// The same image, stretched between the insets (points) instead of as a whole.
