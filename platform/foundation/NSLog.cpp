@@ -1,5 +1,7 @@
 #include "platform/foundation/NSLog.hpp"
 
+#include "platform/foundation/PrintableText.hpp"
+
 #include <sys/stat.h>
 #include <syslog.h>
 #include <unistd.h>
@@ -23,28 +25,6 @@ SinkSlot& sinkSlot() {
     // Never destroyed: destructors of static objects may still log.
     static auto& slot = *std::make_unique<SinkSlot>().release();
     return slot;
-}
-
-/// The number of bytes of the control character or line separator at the front; 0 for none.
-std::size_t controlCharacterBytes(std::string_view text) {
-    const auto first = static_cast<unsigned char>(text[0]);
-    if (first < 0x20 || first == 0x7F) return 1;
-    if (first == 0xC2 && text.size() >= 2) {
-        const auto second = static_cast<unsigned char>(text[1]);
-        return second >= 0x80 && second <= 0x9F ? 2 : 0;
-    }
-    return text.starts_with("\u2028") || text.starts_with("\u2029") ? 3 : 0;
-}
-
-std::string onOneLine(std::string_view text) {
-    std::string line;
-    line.reserve(text.size() + 1);
-    while (!text.empty()) {
-        const std::size_t control = controlCharacterBytes(text);
-        line += control ? ' ' : text[0];
-        text.remove_prefix(control ? control : 1);
-    }
-    return line;
 }
 
 /// Whether what goes to standard error ends up in the journal. The service manager names the
@@ -72,7 +52,7 @@ void writeToStandardError(std::string_view bytes) {
 }  // namespace
 
 void NSLog(const std::string& text) {
-    std::string line = onOneLine(text);
+    std::string line = printableLine(text);
     std::shared_ptr<const Sink> sink;
     {
         const std::lock_guard lock(sinkSlot().mutex);
@@ -90,4 +70,8 @@ void setLogSink(Sink sink) {
     auto shared = sink ? std::make_shared<const Sink>(std::move(sink)) : nullptr;
     const std::lock_guard lock(sinkSlot().mutex);
     sinkSlot().sink.swap(shared);
+}
+
+void complain(std::string_view program, std::string_view what) {
+    writeToStandardError(std::string(program) + ": " + printableLine(what) + "\n");
 }

@@ -1,6 +1,7 @@
 #include "shells/common/CommonOptions.hpp"
 
 #include "platform/foundation/MachineModel.hpp"
+#include "platform/foundation/NSLog.hpp"
 #include "platform/foundation/PreferencesDirectory.hpp"
 
 #include <cstdio>
@@ -52,6 +53,12 @@ std::vector<Option> commonOptions(CommonOptions& target) {
 void applyOptions(const CommonOptions& options) {
     if (options.preferences) setPreferencesDirectory(*options.preferences);
     if (options.model) setMachineModel(*options.model);
+}
+
+void complainOfMisuse(std::string_view program, std::string_view error) {
+    complain(program, error);
+    const std::string name(program);
+    std::fprintf(stderr, "Try '%s --help'.\n", name.c_str());
 }
 
 bool answerQuestions(const CommonOptions& chosen, std::string_view program, std::string_view usage,

@@ -25,6 +25,9 @@ std::vector<Option> commonOptions(CommonOptions& target);
 /// Tells the platform of the preferences and the model, where they were chosen.
 void applyOptions(const CommonOptions& options);
 
+/// Tells the user of a command line that makes no sense, and where help is.
+void complainOfMisuse(std::string_view program, std::string_view error);
+
 /// Where --help or --version was given: prints the answer to standard output and says true; the
 /// program then leaves with success.
 bool answerQuestions(const CommonOptions& chosen, std::string_view program, std::string_view usage,

@@ -1,5 +1,7 @@
 #include "shells/common/Json.hpp"
 
+#include "platform/foundation/PrintableText.hpp"
+
 #include <charconv>
 #include <cmath>
 
@@ -75,7 +77,7 @@ Json jsonValue(const PropertyValue& value) {
 }
 
 std::string lineFrom(const Json& object) {
-    return object.dump(-1, ' ', false, Json::error_handler_t::replace);
+    return escapedJson(object.dump(-1, ' ', false, Json::error_handler_t::replace));
 }
 
 }  // namespace shell

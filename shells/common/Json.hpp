@@ -20,7 +20,8 @@ Json jsonText(const NSString& text);
 /// Containers with all they hold. Data is null: nothing that is reported holds any.
 Json jsonValue(const PropertyValue& value);
 
-/// One line, without its end. Bytes that are not UTF-8 come out as U+FFFD.
+/// One line, without its end. Bytes that are not UTF-8 come out as U+FFFD, and what acts on a
+/// terminal is escaped.
 std::string lineFrom(const Json& object);
 
 }  // namespace shell

@@ -1,12 +1,12 @@
 #include "shells/control/Control.hpp"
 
+#include "platform/foundation/NSLog.hpp"
 #include "shells/control/Categories.hpp"
 #include "shells/control/LoopUntilEnd.hpp"
 #include "shells/control/Watcher.hpp"
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
@@ -17,7 +17,7 @@ constexpr int exitCannot = 1;
 constexpr int exitMisuse = 2;
 
 int complain(int status, const std::string& what) {
-    std::fprintf(stderr, "tarnwickctl: %s\n", printable(what).c_str());
+    ::complain("tarnwickctl", what);
     return status;
 }
 

@@ -1,19 +1,15 @@
 #include "shells/control/Table.hpp"
 
+#include "platform/foundation/PrintableText.hpp"
+
 #include <glib.h>
 
 #include <algorithm>
-#include <memory>
 
 namespace control {
 namespace {
 
 constexpr std::size_t gap = 2;  // Columns of a terminal.
-
-struct Freed {
-    void operator()(char* text) const { g_free(text); }
-};
-using OwnText = std::unique_ptr<char, Freed>;
 
 /// How many columns of a terminal a printable text takes.
 std::size_t widthOf(const std::string& text) {
@@ -28,24 +24,10 @@ std::size_t widthOf(const std::string& text) {
 
 }  // namespace
 
-std::string printable(const std::string& text) {
-    const OwnText valid(g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
-    std::string result;
-    for (const char* at = valid.get(); *at != '\0';) {
-        const char* const next = g_utf8_next_char(at);
-        if (g_unichar_iscntrl(g_utf8_get_char(at)) != FALSE)
-            result += ' ';
-        else
-            result.append(at, next);
-        at = next;
-    }
-    return result;
-}
-
 void Table::makeRoomFor(std::span<const Row> rows) {
     for (const Row& row : rows)
         for (std::size_t i = 0; i < columnCount; ++i)
-            widths_[i] = std::max(widths_[i], widthOf(printable(row[i])));
+            widths_[i] = std::max(widths_[i], widthOf(printableLine(row[i])));
 }
 
 std::string Table::headingLine(const Row& heading) {
@@ -57,7 +39,7 @@ std::string Table::headingLine(const Row& heading) {
 std::string Table::line(const Row& row) const {
     std::string text;
     for (std::size_t i = 0; i < columnCount; ++i) {
-        const std::string field = printable(row[i]);
+        const std::string field = printableLine(row[i]);
         text += field;
         if (i + 1 == columnCount) break;
         if (style_ == Style::TabSeparated)

@@ -33,7 +33,4 @@ class Table {
     std::array<std::size_t, columnCount> widths_{};  ///< Columns of a terminal.
 };
 
-/// Valid text without control characters, each of which becomes a blank.
-std::string printable(const std::string& text);
-
 }  // namespace control

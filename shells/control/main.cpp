@@ -1,4 +1,5 @@
 #include "backends/plist/PlistCodec.hpp"
+#include "platform/foundation/NSLog.hpp"
 #include "shells/common/BrokenPipes.hpp"
 #include "shells/control/Control.hpp"
 
@@ -6,7 +7,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 
 namespace {
@@ -35,11 +35,11 @@ int main(int argc, char** argv) {
     control::Request request;
     const std::span<const char* const> arguments(argv + 1, argv + std::max(argc, 1));
     if (const auto error = control::readRequest(request, arguments)) {
-        std::fprintf(stderr, "%s: %s\nTry '%s --help'.\n", program, error->c_str(), program);
+        shell::complainOfMisuse(program, *error);
         return exitMisuse;
     }
     if (!hasOutput && request.verb != control::Verb::Set) {
-        std::fprintf(stderr, "%s: standard output is closed\n", program);
+        complain(program, "standard output is closed");
         return exitCannot;
     }
     if (control::answerQuestions(request, program)) return EXIT_SUCCESS;

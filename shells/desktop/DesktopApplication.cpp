@@ -2,6 +2,7 @@
 
 #include "backends/cairo/CairoText.hpp"
 #include "platform/foundation/MachineModel.hpp"
+#include "platform/foundation/NSLog.hpp"
 #include "platform/uikit/UILabel.hpp"
 #include "shells/common/ApplicationId.hpp"
 #include "shells/common/BundleLocation.hpp"
@@ -17,7 +18,7 @@
 namespace {
 
 void complain(const std::string& what) {
-    std::fprintf(stderr, "tarnwick: %s\n", what.c_str());
+    ::complain("tarnwick", what);
 }
 
 /// All of the start that changes the environment: threads may read it afterwards.

@@ -1,5 +1,6 @@
 #include "shells/desktop/DesktopSession.hpp"
 
+#include "platform/foundation/NSLog.hpp"
 #include "platform/foundation/NSRunLoop.hpp"
 #include "shells/desktop/EndSignals.hpp"
 #include "shells/desktop/PopupPlace.hpp"
@@ -8,7 +9,6 @@
 #include <gdk/gdkx.h>
 #endif
 
-#include <cstdio>
 #include <utility>
 
 namespace {
@@ -26,7 +26,7 @@ bool isX11(GdkDisplay* display) {
 }
 
 void say(const char* what) {
-    std::fprintf(stderr, "tarnwick: %s\n", what);
+    complain("tarnwick", what);
 }
 
 }  // namespace

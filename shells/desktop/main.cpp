@@ -6,7 +6,6 @@
 #include <malloc.h>
 #endif
 
-#include <cstdio>
 #include <cstdlib>
 #include <vector>
 
@@ -31,7 +30,7 @@ int main(int argc, char* argv[]) {
     const std::vector<shell::Option> known = desktopOptions(options);
     const std::vector<const char*> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
     if (const auto error = shell::readOptions(known, arguments)) {
-        std::fprintf(stderr, "tarnwick: %s\nTry 'tarnwick --help'.\n", error->c_str());
+        shell::complainOfMisuse("tarnwick", *error);
         return exitBadArguments;
     }
     if (shell::answerQuestions(options.common, "tarnwick", "tarnwick [OPTION ...]", known))

@@ -1,3 +1,4 @@
+#include "platform/foundation/NSLog.hpp"
 #include "shells/common/Backends.hpp"
 #include "shells/common/BrokenPipes.hpp"
 #include "shells/common/BundleLocation.hpp"
@@ -21,7 +22,7 @@ constexpr const char* usage =
 constexpr int exitMisuse = 2;
 
 int complain(int status, const std::string& what) {
-    std::fprintf(stderr, "%s: %s\n", program, what.c_str());
+    ::complain(program, what);
     return status;
 }
 

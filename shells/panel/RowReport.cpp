@@ -1,5 +1,6 @@
 #include "shells/panel/RowReport.hpp"
 
+#include "platform/foundation/PrintableText.hpp"
 #include "platform/uikit/UIAccessibility.hpp"
 
 #include <glib.h>
@@ -11,16 +12,6 @@ namespace {
 
 constexpr long captionColumns = 34;
 constexpr std::size_t barColumns = 20;
-
-/// One line of valid text: a caption comes from a file or a server.
-std::string printable(const std::string& text) {
-    char* valid = g_utf8_make_valid(text.data(), static_cast<gssize>(text.size()));
-    std::string line = valid;
-    g_free(valid);
-    for (char& character : line)
-        if (g_ascii_iscntrl(character)) character = ' ';
-    return line;
-}
 
 std::string padded(std::string text) {
     const long columns = g_utf8_strlen(text.data(), static_cast<gssize>(text.size()));
@@ -47,7 +38,7 @@ bool tellsTheValue(const std::string& caption, const std::string& percent) {
 std::string line(const UISlider& slider) {
     const double fraction = fractionOf(slider);
     const auto filled = static_cast<std::size_t>(std::lround(fraction * double{barColumns}));
-    const std::string caption = printable(accessibilityLabel(slider).value_or(""));
+    const std::string caption = printableLine(accessibilityLabel(slider).value_or(""));
     const std::string percent = percentText(fraction);
     const std::string value = tellsTheValue(caption, percent) ? "" : " " + percent;
     return "  " + padded(caption) + "[" + std::string(filled, '#') +
@@ -63,7 +54,7 @@ std::string rowReport(const std::shared_ptr<UIView>& view) {
         if (const auto slider = std::dynamic_pointer_cast<UISlider>(element))
             rows += line(*slider);
         else
-            labels += "  " + printable(accessibilityLabel(*element).value_or("")) + "\n";
+            labels += "  " + printableLine(accessibilityLabel(*element).value_or("")) + "\n";
     }
     return rows.empty() ? labels : rows;
 }

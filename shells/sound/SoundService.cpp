@@ -1,8 +1,8 @@
 #include "shells/sound/SoundService.hpp"
 
 #include "platform/celestial/SimulatedAudioDevice.hpp"
+#include "platform/foundation/NSLog.hpp"
 
-#include <cstdio>
 #include <utility>
 
 namespace {
@@ -17,7 +17,7 @@ class AwaitedService : public AVSystemController {
 };
 
 void say(const std::string& what) {
-    std::fprintf(stderr, "tarnwick: %s\n", what.c_str());
+    complain("tarnwick", what);
 }
 
 }  // namespace

@@ -63,9 +63,10 @@ TEST_F(ControlGet, OfWhatIsNotThereFailsWithoutAVolume) {
 TEST_F(ControlGet, OfWhatNobodyKnowsSaysThatItIsNoCategory) {
     const Ended ended = run({"get", "Ringtoned\x1b[31m"});
     EXPECT_EQ(ended.status, 1);
-    EXPECT_EQ(ended.complaints,
-              "tarnwickctl: 'Ringtoned [31m' is not among the mixer's categories, and the sound "
-              "server knows none of it\n");
+    EXPECT_EQ(
+        ended.complaints,
+        "tarnwickctl: 'Ringtoned\uFFFD[31m' is not among the mixer's categories, and the sound "
+        "server knows none of it\n");
 }
 
 }  // namespace

@@ -75,6 +75,16 @@ TEST_F(ControlList, KeepsATextOfAnyBytesInItsLine) {
     EXPECT_EQ(jsonOf({"list", "--json"}).at(0).at("caption"), "two\nlines\tand");
 }
 
+TEST_F(ControlList, ShowsNothingThatActsOnATerminal) {
+    const std::string evil = "a\u202Eb\u009B31mc\x7F\u2069";
+    const std::string harmless = "a\uFFFDb\uFFFD31mc\uFFFD\uFFFD";
+    files_.writeCategories({{evil, evil}});
+    EXPECT_EQ(outputOf({"list"}), harmless + "\t" + harmless + "\tunknown\t-\tno\n");
+    const std::string json = outputOf({"list", "--json"});
+    EXPECT_NE(json.find(R"("a\u202eb\u009b31mc\u007f\u2069")"), std::string::npos) << json;
+    EXPECT_EQ(Json::parse(json).at(0).at("caption"), evil) << "it says the same";
+}
+
 TEST_F(ControlList, FailsWhenItsOutputCannotBeWritten) {
     const Words shell = {"sh", "-c", R"("$0" "$@" >/dev/full)"};
     Words words = shell;

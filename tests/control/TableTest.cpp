@@ -49,15 +49,10 @@ TEST(TableForEyes, CountsTheColumnsThatATerminalUses) {
     EXPECT_EQ(table.line(rows[2]), "\xC3\xA9   " + ("  " + end));
 }
 
-TEST(Printable, TakesControlCharactersAndBrokenTextOut) {
-    EXPECT_EQ(printable("plain"), "plain");
-    EXPECT_EQ(printable(""), "");
-    EXPECT_EQ(printable("a\nb\tc\x1b[31md\x7f"), "a b c [31md ");
-    EXPECT_EQ(printable("c1 \xC2\x9B end"), "c1   end");
-    EXPECT_EQ(printable("a\xC3(b"), "a\xEF\xBF\xBD(b");
-    EXPECT_EQ(printable(std::string("a\0b", 3)),
-              "a\xEF\xBF\xBD"
-              "b");
+TEST(TableForPrograms, KeepsARowOneLineOfWhatCanBeShown) {
+    const Table table(Table::Style::TabSeparated);
+    EXPECT_EQ(table.line({"a\nb\tc", "\x1b[31md\x7f", "\xC2\x9B", "a\xC3(b", "\u202E"}),
+              "a b c\t\uFFFD[31md\uFFFD\t\uFFFD\ta\uFFFD(b\t\uFFFD\n");
 }
 
 }  // namespace

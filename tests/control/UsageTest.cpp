@@ -52,6 +52,14 @@ TEST_F(ControlUsage, MisuseEndsWithTwoAndAReasonAndNothingElse) {
     }
 }
 
+TEST_F(ControlUsage, MisuseIsRepeatedWithoutWhatActsOnATerminal) {
+    const Ended command = run({"dance\x1b[31m\u202E"});
+    EXPECT_TRUE(contains(command.complaints, "'dance\uFFFD[31m\uFFFD'")) << command.complaints;
+    const Ended server = run({"list", "--server", "unix:/nowhere\x1b]0;x\x07"});
+    EXPECT_TRUE(contains(server.complaints, "/nowhere\uFFFD]0;x\uFFFD")) << server.complaints;
+    EXPECT_FALSE(contains(server.complaints, "\x1b")) << server.complaints;
+}
+
 TEST_F(ControlUsage, MisuseIsFoundWithoutAServer) {
     EXPECT_EQ(run({"set", "Ringtone", "40", "--timeout", "3600"}).status, 2);
 }

@@ -74,6 +74,17 @@ TEST_F(AccessibilityTest, ShowsTheWindowAndItsRows) {
     EXPECT_EQ(reader.name(elements[1]), "Ringtone: 50%");
 }
 
+TEST_F(AccessibilityTest, NamesHaveNothingThatActsOnTheirReader) {
+    files.writeCategories({{"Ringtone", "a\u202Eb\u009Bc\nd"}});
+    reader.setEnabled(true);
+    openWindow();
+    const auto elements = reader.children(frame());
+    ASSERT_GE(elements.size(), 2U);
+    for (std::size_t i = 0; i < 2; ++i)
+        EXPECT_TRUE(reader.name(elements[i]).starts_with("a\uFFFDb\uFFFDc d"))
+            << reader.name(elements[i]);
+}
+
 TEST_F(AccessibilityTest, SliderCanBeReadAndSet) {
     reader.setEnabled(true);
     openWindow();

@@ -126,7 +126,14 @@ TEST_F(ProgramTest, WithoutADisplayACaptionOfAnyBytesIsOneLine) {
     files.writeCategories({{"Ringtone", "two\nlines \xE2\x80\xAE \xD8\xB1\xD9\x86"}});
     const Ended ended = run({"--simulate"});
     EXPECT_EQ(ended.status, 0);
-    EXPECT_TRUE(contains(ended.output, "two lines")) << ended.output;
+    EXPECT_TRUE(contains(ended.output, "two lines \uFFFD \u0631\u0646")) << ended.output;
+}
+
+TEST_F(ProgramTest, MisuseIsRepeatedWithoutWhatActsOnATerminal) {
+    const Ended ended = run({"--\x1b[31m\u202E\xff"});
+    EXPECT_EQ(ended.status, 2);
+    EXPECT_TRUE(contains(ended.complaints, "'--\uFFFD[31m\uFFFD\uFFFD'\nTry 'tarnwick --help'"))
+        << ended.complaints;
 }
 
 TEST_F(ProgramTest, WithoutADisplayItPrintsThePercentagesThatTheCaptionsLeaveAway) {

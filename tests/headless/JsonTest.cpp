@@ -55,6 +55,11 @@ TEST(JsonLine, ReplacesBytesThatAreNotUtf8) {
     EXPECT_EQ(Json::parse(text).get<std::string>(), "a\xEF\xBF\xBD z");
 }
 
+TEST(JsonLine, EscapesWhatActsOnATerminal) {
+    EXPECT_EQ(lineFrom(Json("\x1b[31m\x7f\u009b\u202E\u2067\u2028")),
+              R"("\u001b[31m\u007f\u009b\u202e\u2067\u2028")");
+}
+
 TEST(JsonLine, StaysOneLine) {
     EXPECT_EQ(lineFrom(Json(std::string("a\nb"))), R"("a\nb")");
 }

@@ -35,6 +35,13 @@ TEST_F(Options, ThatCannotBeReadEndTheProgramWithTwoAndAReason) {
     }
 }
 
+TEST_F(Options, ThatCannotBeReadAreRepeatedWithoutWhatActsOnATerminal) {
+    HeadlessProcess misused({"--\x1b[31m\u202E\xff"});
+    EXPECT_EQ(misused.finish(), 2);
+    EXPECT_EQ(misused.standardError(),
+              "tarnwick-headless: unknown argument '--\uFFFD[31m\uFFFD\uFFFD'\n");
+}
+
 TEST_F(Options, HelpNamesEveryOption) {
     HeadlessProcess helping({"--help"});
     EXPECT_EQ(helping.finish(), 0);

@@ -1,6 +1,7 @@
 #include "backends/gdk/accessibility/Element.hpp"
 
 #include "backends/gdk/accessibility/SliderElement.hpp"
+#include "platform/foundation/PrintableText.hpp"
 #include "platform/uikit/UIAccessibility.hpp"
 
 #include <cmath>
@@ -110,7 +111,7 @@ void tellChanges(AtkObject* element) {
     ElementState& state = stateOf(element);
     const std::shared_ptr<UIView> view = state.view.lock();
     if (!view) return;
-    const std::string name = accessibilityLabel(*view).value_or("");
+    const std::string name = printableLine(accessibilityLabel(*view).value_or(""));
     const char* told = atk_object_get_name(element);
     if (!told || name != told) atk_object_set_name(element, name.c_str());
     if (TARNWICK_IS_SLIDER_ELEMENT(element)) tellValue(element);

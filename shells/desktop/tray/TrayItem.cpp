@@ -1,5 +1,6 @@
 #include "shells/desktop/tray/TrayItem.hpp"
 
+#include "platform/foundation/PrintableText.hpp"
 #include "shells/common/ApplicationId.hpp"
 #include "shells/desktop/tray/TrayMenu.hpp"
 
@@ -113,7 +114,8 @@ GVariant* TrayItem::property(GDBusConnection* /*bus*/, const char* /*sender*/, c
     if (property == "Menu") return g_variant_new_object_path(TrayMenu::objectPath);
     const TrayLook look = static_cast<const TrayItem*>(data)->shownLook();
     if (property == "ToolTip")
-        return g_variant_new("(sa(iiay)ss)", look.icon.c_str(), nullptr, look.text.c_str(), "");
+        return g_variant_new("(sa(iiay)ss)", look.icon.c_str(), nullptr,
+                             printableLine(look.text).c_str(), "");
     const char* text = property == "Category"   ? "Hardware"
                        : property == "Id"       ? itemIdentifier
                        : property == "Title"    ? applicationName
