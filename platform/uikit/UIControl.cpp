@@ -74,8 +74,12 @@ void UIControl::touchesEnded(const UITouchSet& touches, const std::shared_ptr<UI
     if (!touch) return;
     tracked_.reset();
     tracking_ = false;
-    endTracking(touch->locationInView(this));
-    if (!tracking_) setHighlighted(false);
+    const CGPoint point = touch->locationInView(this);
+    endTracking(point);
+    if (tracking_) return;  // Another touch holds it by now.
+    setHighlighted(false);
+    sendActionsForControlEvents(pointInside(point) ? UIControlEventTouchUpInside
+                                                   : UIControlEventTouchUpOutside);
 }
 
 void UIControl::touchesCancelled(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event) {
@@ -97,6 +101,7 @@ void UIControl::letGo() {
     tracking_ = false;
     cancelTracking();
     setHighlighted(false);
+    sendActionsForControlEvents(UIControlEventTouchCancel);
 }
 
 void UIControl::didMoveToWindow() {

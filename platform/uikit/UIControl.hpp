@@ -6,8 +6,14 @@
 #include <memory>
 #include <vector>
 
-/// The platform's event bits.
-enum UIControlEvents : unsigned { UIControlEventValueChanged = 1U << 12 };
+/// The platform's event bits. One of the three ends of a touch comes for every touch that held the
+/// control, when it holds it no more.
+enum UIControlEvents : unsigned {
+    UIControlEventTouchUpInside = 1U << 6,
+    UIControlEventTouchUpOutside = 1U << 7,
+    UIControlEventTouchCancel = 1U << 8,
+    UIControlEventValueChanged = 1U << 12,
+};
 
 enum UIControlState : unsigned { UIControlStateNormal = 0, UIControlStateHighlighted = 1 };
 

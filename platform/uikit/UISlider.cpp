@@ -87,6 +87,13 @@ void UISlider::setValue(float value, Animated animated) {
     if (changed) structureChanged();
 }
 
+void UISlider::setValueKnown(bool known) {
+    if (known == valueKnown_) return;
+    valueKnown_ = known;
+    setNeedsDisplay();
+    structureChanged();
+}
+
 void UISlider::endAnimation() {
     if (!animation_) return;
     animation_->end();

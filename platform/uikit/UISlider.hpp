@@ -32,6 +32,14 @@ class UISlider : public UIControl {
     void setValue(float value, Animated animated = Animated::No);
     bool isAnimating() const { return animation_ != nullptr; }
 
+    /// Whether the value stands for anything; it does at first. Where it does not, as for a volume
+    /// that cannot be read, the slider is faint, its track without a filled part, and assistive
+    /// technology is told that it is insensitive. It takes touches, wheel and keys all the same:
+    /// what it is for may be there again by the time it is moved, and whoever hears of the move
+    /// decides what becomes of it.
+    void setValueKnown(bool known);
+    bool isValueKnown() const { return valueKnown_; }
+
     bool isContinuous() const { return continuous_; }
     /// Not continuous: value-changed is sent once, when the finger leaves.
     void setContinuous(bool continuous) { continuous_ = continuous; }
@@ -74,7 +82,7 @@ class UISlider : public UIControl {
     CGRect minimumImageRect() const;
     CGRect maximumImageRect() const;
 
-    /// Disabled, all of it is faint.
+    /// Disabled, or without a known value, all of it but the focus is faint.
     void drawRect(Canvas& canvas) override;
     CGRect paintBounds() const override;
     bool scrolled(const CGPoint& point, double steps) override;
@@ -123,6 +131,7 @@ class UISlider : public UIControl {
     void drawFocus(Canvas& canvas) const;
 
     SliderValue value_;
+    bool valueKnown_ = true;
     bool continuous_ = true;
     CGFloat grip_ = 0;    ///< From the thumb's centre to the finger, points.
     CGFloat finger_ = 0;  ///< Where it was last, own coordinates.

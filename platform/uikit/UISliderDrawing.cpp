@@ -11,7 +11,7 @@ constexpr CGFloat shadowBlur = 3;
 constexpr CGFloat shadowDrop = 1.5;
 constexpr CGFloat ringWidth = 2;
 constexpr CGFloat ringInnerLine = 1;
-constexpr CGFloat disabledOpacity = 0.4;  // From 0 to 1.
+constexpr CGFloat faintOpacity = 0.4;  // From 0 to 1.
 static_assert(UISliderMetrics::aroundThumb >= shadowBlur + shadowDrop &&
               UISliderMetrics::aroundThumb >= ringWidth + ringInnerLine);
 
@@ -36,18 +36,20 @@ const UISlider::Image& UISlider::imageForState(const ImageByState& images) const
 }
 
 void UISlider::drawRect(Canvas& canvas) {
-    if (isEnabled()) return drawParts(canvas);
-    canvas.saveWithOpacity(disabledOpacity);
-    drawParts(canvas);
-    canvas.restore();
+    if (isEnabled() && isValueKnown()) {
+        drawParts(canvas);
+    } else {
+        canvas.saveWithOpacity(faintOpacity);
+        drawParts(canvas);
+        canvas.restore();
+    }
+    if (showsFocus() && !CGRectIsEmpty(thumbRect())) drawFocus(canvas);
 }
 
 void UISlider::drawParts(Canvas& canvas) const {
     drawValueImages(canvas);
     drawTrack(canvas);
-    if (CGRectIsEmpty(thumbRect())) return;
-    drawThumb(canvas);
-    if (showsFocus()) drawFocus(canvas);
+    if (!CGRectIsEmpty(thumbRect())) drawThumb(canvas);
 }
 
 bool UISlider::showsFocus() const {
@@ -66,8 +68,9 @@ void UISlider::drawValueImages(Canvas& canvas) const {
 void UISlider::drawTrack(Canvas& canvas) const {
     const CGRect track = trackRect();
     if (CGRectIsEmpty(track)) return;
-    const CGFloat border = snapped(thumbCentre(), canvas.scale());
     const CGRect area = paintBounds();
+    // Nothing is filled by a value that is not known.
+    const CGFloat border = isValueKnown() ? snapped(thumbCentre(), canvas.scale()) : area.origin.x;
     const CGRect left =
         CGRectMake(area.origin.x, area.origin.y, border - area.origin.x, area.size.height);
     const CGRect right =

@@ -61,6 +61,7 @@ std::optional<Answer> call(Session& session, Arguments arguments) {
         controller->performSelector(selector, argumentsFrom(selector, arguments.subspan(1)));
     if (!result) return Answer::failed("'" + selector + "' does not take these arguments");
     if (selector == "view") session.stage().takeLegacyView();
+    session.stage().followRows();
     return Answer::result(jsonValue(*result));
 }
 

@@ -31,11 +31,12 @@ Failure Stage::release() {
     if (shown_) shown_->removeFromSuperview();
     shown_ = nullptr;
     controller_ = nullptr;
+    rows_.follow(nullptr);
     updateWindow();
     return std::nullopt;
 }
 
-void Stage::readAgain() {
+void Stage::readRows() {
     constexpr const char* selector = "updateValues";
     const auto controller = controller_;  // It may be released on the way.
     if (controller && controller->respondsToSelector(selector))

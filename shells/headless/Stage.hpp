@@ -2,6 +2,7 @@
 
 #include "platform/uikit/BBWeeAppController.hpp"
 #include "platform/uikit/UIWindow.hpp"
+#include "shells/common/RowKeeper.hpp"
 #include "shells/headless/Answer.hpp"
 #include "shells/headless/WidgetHost.hpp"
 
@@ -25,8 +26,11 @@ class Stage {
     /// nullptr when there is none.
     const std::shared_ptr<NSObject>& controller() const { return controller_; }
 
-    /// Sends the controller "updateValues", if there is one that responds to it.
-    void readAgain();
+    /// Sends the controller "updateValues", if there is one that responds to it: at once, or when
+    /// no slider is held any more.
+    void readAgain() { rows_.readAgain(); }
+    /// The controller was sent something, of which its rows may be others.
+    void followRows() { rows_.follow(viewToShow()); }
 
     /// Points; nullopt: no parent view controller.
     void setParentWidth(const std::optional<double>& width);
@@ -46,6 +50,7 @@ class Stage {
     std::shared_ptr<UIViewController> viewController() const;
     std::shared_ptr<UIView> viewToShow() const;
     void adopt();
+    void readRows();
 
     std::string bundlePath_;
     std::shared_ptr<WidgetHost> host_;
@@ -53,6 +58,7 @@ class Stage {
     std::shared_ptr<NSObject> controller_;
     std::shared_ptr<UIWindow> window_ = std::make_shared<UIWindow>();
     std::shared_ptr<UIView> shown_;
+    shell::RowKeeper rows_{[this] { readRows(); }};
 };
 
 }  // namespace headless

@@ -44,6 +44,7 @@ void addSlider(Json& report, const UISlider& slider) {
     report["minimumValue"] = jsonNumber(slider.minimumValue());
     report["maximumValue"] = jsonNumber(slider.maximumValue());
     report["continuous"] = slider.isContinuous();
+    report["enabled"] = slider.isEnabled() && slider.isValueKnown();
     report["highlighted"] = slider.isHighlighted();
     report["animating"] = slider.isAnimating();
     report["thumbImage"] = byState(slider, &UISlider::thumbImage, jsonImage);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/foundation/NSObject.hpp"
+#include "shells/common/RowKeeper.hpp"
 #include "shells/panel/PanelWidget.hpp"
 
 #include <utility>
@@ -10,7 +11,7 @@ class ControllerWidget : public PanelWidget {
  public:
     bool isPresented() const final { return presented_; }
     /// By the message "updateValues" where the controller responds to that, else by presenting it
-    /// anew.
+    /// anew. At once, or when no slider of the widget is held any more.
     void readAgain() final;
     void setSizeHandler(std::function<void()> handler) final { sizeHandler_ = std::move(handler); }
 
@@ -18,12 +19,17 @@ class ControllerWidget : public PanelWidget {
     virtual NSObject& controller() = 0;
     /// Both answer whether that is news.
     bool becomesPresented() { return !std::exchange(presented_, true); }
-    bool becomesDismissed() { return std::exchange(presented_, false); }
+    bool becomesDismissed();
+    /// The widget has assembled its rows, in its view.
+    void rowsAreThere() { rows_.follow(view()); }
     void sizeHasChanged() const {
         if (sizeHandler_) sizeHandler_();
     }
 
  private:
+    void readRows();
+
     bool presented_ = false;
     std::function<void()> sizeHandler_;
+    shell::RowKeeper rows_{[this] { readRows(); }};
 };

@@ -90,6 +90,7 @@ void HostedWidget::present() {
     presenting_ = true;
     controller_->hostWillPresent();
     presenting_ = false;
+    rowsAreThere();
     if (size_ != before) sizeHasChanged();
 }
 

@@ -51,6 +51,7 @@ void LegacyHostedWidget::present() {
     if (responds("viewWillAppear")) controller_->viewWillAppear();
     measure();
     if (responds("viewDidAppear")) controller_->viewDidAppear();
+    rowsAreThere();
     if (container_->frame().size != before) sizeHasChanged();
 }
 

@@ -49,6 +49,18 @@ TEST_P(GoldenMixerSkins, ShowTheFingerOnAThumb) {
     expectGolden(scene, std::string(GetParam().name) + "-held");
 }
 
+TEST_P(GoldenMixerSkins, ShowWhichVolumesAreNotKnown) {
+    for (const char* category : {"Audio/Video", "HeadsetBT"})
+        MixerScene::device().setReadable(category, false);
+    MixerScene scene({.skin = GetParam().skin}, threeCategories(), 320);
+    for (const NSInteger number : {1, 2})
+        scene.slider(number)->setValueKnown(false);
+    scene.slider(2)->setValue(50);
+    expectGolden(scene, std::string(GetParam().name) + "-unknown");
+    for (const char* category : {"Audio/Video", "HeadsetBT"})
+        MixerScene::device().setReadable(category, true);
+}
+
 TEST_P(GoldenMixerSkins, ShowTheFocus) {
     MixerScene scene({.skin = GetParam().skin}, threeCategories(), 320);
     scene.window()->sendKey(UIKey::Tab);

@@ -62,6 +62,21 @@ TEST_F(GoldenSlider, WearsItsTints) {
     expectGolden("slider-tints");
 }
 
+TEST_F(GoldenSlider, HasNoFilledPartWithoutAKnownValue) {
+    window->setBackgroundColor(dark);
+    add(0)->setValueKnown(false);
+    add(0.5F)->setValueKnown(false);
+    const auto tinted = add(0.5F);
+    tinted->setMaximumTrackTintColor(UIColor::whiteColor());
+    tinted->setValueKnown(false);
+    add(0.5F);
+    const auto focused = add(0);
+    focused->setValueKnown(false);
+    window->setFocusedView(focused);
+    window->sendKey(UIKey::Left);
+    expectGolden("slider-unknown");
+}
+
 TEST_F(GoldenSlider, ShowsItsFocusAndItsFinger) {
     window->setBackgroundColor(dark);
     add(0.3F);

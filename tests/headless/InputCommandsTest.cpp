@@ -72,6 +72,30 @@ TEST_F(InputCommands, AHeldSliderIsLeftAloneByAChangeFromElsewhere) {
     EXPECT_EQ(caption(), "Ringtone: 80%");
 }
 
+TEST_F(InputCommands, WhatWasAnnouncedOfAHeldSliderIsAnnouncedAgainWhenItIsLetGo) {
+    expectOk("touch began 160 45");
+    expectOk("volume Ringtone 0.9");
+    EXPECT_EQ(expectOk("touch ended 160 45"), Happened{"volume Ringtone 0.9"});
+    EXPECT_EQ(caption(), "Ringtone: 90%");
+    EXPECT_EQ(slider().at("value"), 90);
+}
+
+TEST_F(InputCommands, ARowWithoutAVolumeIsUnknownAgainAfterEveryInput) {
+    expectOk("readable Ringtone no");
+    expectOk("call updateValues");
+    EXPECT_FALSE(slider().at("enabled").get<bool>());
+    EXPECT_TRUE(viewWithTag(2001).at("enabled").get<bool>());
+    for (const char* input : {"scroll 160 45 7", "touch began 160 45", "touch moved 200 45",
+                              "touch ended 200 45", "key tab", "key end"})
+        expectOk(input);
+    EXPECT_EQ(caption(), "Ringtone: unknown");
+    EXPECT_EQ(slider().at("value"), 0);
+    expectOk("readable Ringtone yes");
+    expectOk("volume Ringtone 0.3");
+    EXPECT_TRUE(slider().at("enabled").get<bool>());
+    EXPECT_EQ(caption(), "Ringtone: 30%");
+}
+
 TEST_F(InputCommands, TheWheelMovesTheSliderUnderThePoint) {
     const Reply turned = send("scroll 160 45 1");
     EXPECT_TRUE(turned.result().get<bool>());

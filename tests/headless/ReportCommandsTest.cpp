@@ -71,7 +71,8 @@ TEST_F(ReportCommands, TreeTellsEverythingOfASlider) {
     show();
     EXPECT_EQ(viewWithTag(2001).dump(),
               R"({"class":"UISlider","frame":[20,20,280,30],"tag":2001,"hidden":false,"value":50,)"
-              R"("minimumValue":0,"maximumValue":100,"continuous":true,"highlighted":false,)"
+              R"("minimumValue":0,"maximumValue":100,"continuous":true,"enabled":true,)"
+              R"("highlighted":false,)"
               R"("animating":false,"thumbImage":{"normal":"thumb_default","highlighted":null},)"
               R"("minimumTrackImage":{"normal":null,"highlighted":null},)"
               R"("maximumTrackImage":{"normal":null,"highlighted":null},)"

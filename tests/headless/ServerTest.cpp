@@ -112,6 +112,57 @@ TEST_F(RealServer, SleepsWhileNothingHappens) {
     EXPECT_TRUE(waitFor("volume-notification Audio/Video 0.4"));
 }
 
+TEST_F(RealServer, ShowsWhatAnotherProgramSetWhileARowWasHeld) {
+    startBoth();
+    expectOk("touch began 160 95");
+    expectOk("touch moved 120 95");
+    EXPECT_TRUE(waitFor("volume-notification Audio/Video"));
+    const std::string held = captionOf(1);
+    setSinkVolume(90);
+    EXPECT_TRUE(waitFor("volume-notification Audio/Video 0.9"));
+    EXPECT_EQ(captionOf(1), held);
+    expectOk("touch ended 120 95");
+    EXPECT_EQ(captionOf(1), "Music (Speaker): 90%");
+}
+
+TEST_F(RealServer, KeepsARowWhereItWasLeftWhileItsVolumeIsOnItsWay) {
+    startBoth();
+    expectOk("touch began 160 95");
+    expectOk("touch moved 120 95");
+    const std::string held = captionOf(1);
+    expectOk("touch ended 120 95");
+    EXPECT_EQ(captionOf(1), held);
+    EXPECT_TRUE(waitFor("volume-notification Audio/Video"));
+    EXPECT_EQ(captionOf(1), held);
+}
+
+TEST_F(RealServer, HasNoVolumeForARowThatIsHeldWhenItGoes) {
+    startBoth();
+    expectOk("touch began 160 95");
+    server.stop(SIGKILL);
+    EXPECT_TRUE(waitFor("availability"));
+    expectOk("touch moved 200 95");
+    EXPECT_NE(captionOf(1), "Music (Speaker): unknown") << "the finger is followed";
+    EXPECT_EQ(captionOf(0), "Bell: 100%") << "nothing is read meanwhile";
+    EXPECT_FALSE(viewWithTag(2000).at("enabled").get<bool>());
+    expectOk("touch ended 200 95");
+    EXPECT_EQ(captionOf(0), "Bell: unknown");
+    EXPECT_EQ(captionOf(1), "Music (Speaker): unknown");
+}
+
+TEST_F(RealServer, IsUnknownAgainWhereAVolumeIsSetThatIsNotThere) {
+    files.writeCategories({{"Ringtone", "Bell"}, {"HeadsetBT", "Headset"}});
+    startBoth();
+    EXPECT_EQ(captionOf(1), "Headset: unknown");
+    EXPECT_FALSE(viewWithTag(2001).at("enabled").get<bool>());
+    EXPECT_TRUE(viewWithTag(2000).at("enabled").get<bool>());
+    for (const char* input : {"touch began 160 95", "touch moved 200 95", "touch ended 200 95"})
+        expectOk(input);
+    EXPECT_EQ(captionOf(1), "Headset: unknown");
+    EXPECT_TRUE(resultOf("scroll 160 95 5").get<bool>());
+    EXPECT_EQ(captionOf(1), "Headset: unknown");
+}
+
 TEST_F(RealServer, TellsThatItIsGoneAndBack) {
     startBoth();
     server.stop(SIGKILL);

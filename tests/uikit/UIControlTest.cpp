@@ -181,6 +181,31 @@ TEST_F(ControlTest, EndsItsTrackingForACancelledTouch) {
     EXPECT_EQ(control->messages, (Messages{"begin", "cancel"}));
 }
 
+TEST_F(ControlTest, TellsHowATouchEndedOnceItIsNotHeldAnyMore) {
+    std::vector<std::pair<unsigned, bool>> ends;
+    for (const unsigned end :
+         {UIControlEventTouchUpInside, UIControlEventTouchUpOutside, UIControlEventTouchCancel})
+        control->addAction(listener, end, [&ends, end](const std::shared_ptr<UIControl>& sender) {
+            ends.emplace_back(end, sender->isTracking() || sender->isHighlighted());
+        });
+    using Ends = decltype(ends);
+    send(UITouchPhase::Began, 15);
+    send(UITouchPhase::Moved, 200);
+    EXPECT_EQ(ends, Ends{});
+    send(UITouchPhase::Ended, 15);
+    send(UITouchPhase::Began, 15);
+    send(UITouchPhase::Ended, 200);
+    send(UITouchPhase::Began, 15);
+    window->cancelTouches();
+    EXPECT_EQ(ends, (Ends{{UIControlEventTouchUpInside, false},
+                          {UIControlEventTouchUpOutside, false},
+                          {UIControlEventTouchCancel, false}}));
+    control->accepts = false;
+    send(UITouchPhase::Began, 15);
+    send(UITouchPhase::Ended, 15);
+    EXPECT_EQ(ends.size(), 3U) << "nothing held it";
+}
+
 TEST_F(ControlTest, TakesNoTouchWhileDisabledAndLetsItThrough) {
     control->setEnabled(false);
     EXPECT_EQ(window->hitTest({15, 15}, nullptr), window);

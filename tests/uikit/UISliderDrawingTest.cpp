@@ -267,6 +267,33 @@ TEST_F(UISliderDrawing, IsFaintAsAWholeWhileDisabled) {
     }
 }
 
+TEST_F(UISliderDrawing, IsFaintAndFillsNothingWhileItsValueIsNotKnown) {
+    slider->setMinimumTrackTintColor(UIColor::redColor());
+    slider->setMaximumTrackTintColor(UIColor::greenColor());
+    slider->setValue(60);
+    painted();
+    slider->setValueKnown(false);
+    EXPECT_FALSE(window->damage().empty());
+    const RecordingCanvas unknown = painted();
+    EXPECT_FALSE(unknown.operations().empty());
+    for (const auto& operation : unknown.operations()) {
+        EXPECT_LT(operation.opacity, 0.6) << operation.kind;
+        EXPECT_NE(operation.color, UIColor::redColor()) << operation.kind;
+    }
+    EXPECT_EQ(unknown.ofKind("rounded").front().color, UIColor::greenColor());
+    slider->setValueKnown(true);
+    EXPECT_FALSE(window->damage().empty());
+    EXPECT_EQ(painted().ofKind("rounded").at(1).color, UIColor::redColor());
+}
+
+TEST_F(UISliderDrawing, ShowsItsFocusInFullWhileItsValueIsNotKnown) {
+    slider->setValueKnown(false);
+    window->sendKey(UIKey::Tab);
+    const auto strokes = painted().ofKind("stroke");
+    ASSERT_EQ(strokes.size(), 2U);
+    EXPECT_EQ(strokes[0].opacity, 1);
+}
+
 TEST_F(UISliderDrawing, DrawsItsBackgroundFirst) {
     slider->setBackgroundColor(UIColor::redColor());
     EXPECT_EQ(painted().operations().at(0).kind, "fill");

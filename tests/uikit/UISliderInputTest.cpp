@@ -86,6 +86,20 @@ TEST_F(UISliderInput, IgnoresEveryInputWhileDisabled) {
     EXPECT_TRUE(listener->values.empty());
 }
 
+TEST_F(UISliderInput, TakesEveryInputWhileItsValueIsNotKnown) {
+    slider->setValueKnown(false);
+    window->setFocusedView(slider);
+    EXPECT_TRUE(window->sendKey(UIKey::End));
+    EXPECT_TRUE(window->sendScroll({xAt(10), 35}, -1));
+    press(xAt(20));
+    release(xAt(20));
+    ASSERT_EQ(listener->values.size(), 3U);
+    EXPECT_EQ(listener->values[0], 100);
+    EXPECT_EQ(listener->values[1], 99);
+    EXPECT_NEAR(listener->values[2], 20, 0.001);
+    EXPECT_FALSE(slider->isValueKnown());
+}
+
 TEST_F(UISliderInput, SendsAUsersValueOnlyIfItIsAnother) {
     slider->setValueFromUser(30);
     slider->setValueFromUser(30);

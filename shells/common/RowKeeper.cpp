@@ -1,0 +1,145 @@
+#include "shells/common/RowKeeper.hpp"
+
+#include "platform/celestial/AVSystemController.hpp"
+#include "platform/uikit/UIAccessibility.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace shell {
+namespace {
+
+// What a server makes of a volume differs from it by less than its own smallest step.
+constexpr double smallestStep = 1.0 / 65536;
+
+std::optional<float> volumeOf(const NSString& category) {
+    const auto service = AVSystemController::sharedAVSystemController();
+    float volume = 0;
+    if (!service || !service->getVolume(volume, category)) return std::nullopt;
+    return volume;
+}
+
+bool stands(const UISlider& slider, float volume) {
+    const double range = double{slider.maximumValue()} - double{slider.minimumValue()};
+    const double fraction = (double{slider.value()} - double{slider.minimumValue()}) / range;
+    return std::abs(fraction - double{volume}) <= smallestStep;
+}
+
+std::vector<std::shared_ptr<UISlider>> slidersIn(const std::shared_ptr<UIView>& view) {
+    std::vector<std::shared_ptr<UISlider>> found;
+    for (const auto& element : accessibilityElements(view))
+        if (auto slider = std::dynamic_pointer_cast<UISlider>(element))
+            found.push_back(std::move(slider));
+    return found;
+}
+
+}  // namespace
+
+RowKeeper::~RowKeeper() {
+    end();
+}
+
+void RowKeeper::follow(const std::shared_ptr<UIView>& view) {
+    const auto sliders = slidersIn(view);
+    const bool areTheSame = std::ranges::equal(
+        sliders, sliders_,
+        [](const auto& now, const auto& before) { return now == before.lock(); });
+    if (areTheSame) return tellWhetherKnown();
+    end();
+    if (sliders.empty()) return;
+    rows_ = volumeRows(view);
+    begin(sliders);
+    tellWhetherKnown();
+}
+
+void RowKeeper::begin(const std::vector<std::shared_ptr<UISlider>>& sliders) {
+    constexpr unsigned events = UIControlEventValueChanged | UIControlEventTouchUpInside |
+                                UIControlEventTouchUpOutside | UIControlEventTouchCancel;
+    observer_ = std::make_shared<Observer>();
+    sliders_.assign(sliders.begin(), sliders.end());
+    for (const auto& slider : sliders)
+        slider->addAction(observer_, events, [this](const std::shared_ptr<UIControl>& sender) {
+            moved(std::static_pointer_cast<UISlider>(sender));
+        });
+    if (rows_.empty()) return;
+    NSNotificationCenter::defaultCenter().add(
+        observer_, [this](const NSNotification& notification) { volumeAnnounced(notification); },
+        AVSystemController_EffectiveVolumeDidChangeNotification, nullptr);
+}
+
+void RowKeeper::end() {
+    NSNotificationCenter::defaultCenter().removeObserver(observer_.get());
+    observer_.reset();
+    sliders_.clear();
+    rows_.clear();
+    moved_.clear();
+    isReadingPut_ = false;
+    settling_.cancel();
+}
+
+bool RowKeeper::isAnyHeld() const {
+    return std::ranges::any_of(sliders_, [](const auto& each) {
+        const auto slider = each.lock();
+        return slider && slider->isTracking();
+    });
+}
+
+void RowKeeper::readAgain() {
+    tellWhetherKnown();
+    isReadingPut_ = isAnyHeld();
+    if (isReadingPut_) return;
+    moved_.clear();
+    settling_.cancel();
+    readRows_();
+}
+
+/// While it is held, its end is to come.
+void RowKeeper::moved(const std::shared_ptr<UISlider>& slider) {
+    if (slider->isTracking()) return;
+    moved_.emplace_back(slider);
+    settling_.start(0, [this] { settleNext(); });
+}
+
+// One in each turn, the next one prepared before: an observer may end this by an exception, and
+// may destroy it.
+void RowKeeper::settleNext() {
+    if (isReadingPut_ && !isAnyHeld()) return readAgain();
+    const auto slider = moved_.front().lock();
+    moved_.pop_front();
+    if (!moved_.empty()) settling_.start(0, [this] { settleNext(); });
+    if (slider && !slider->isTracking()) settle(*slider);
+}
+
+void RowKeeper::settle(const UISlider& slider) {
+    const auto row = std::ranges::find_if(
+        rows_, [&](const VolumeRow& each) { return each.slider.lock().get() == &slider; });
+    if (row == rows_.end()) return;
+    const NSString category = row->category;
+    const std::optional<float> volume = volumeOf(category);
+    if (volume && stands(slider, *volume)) return;
+    const std::weak_ptr<Observer> alive = observer_;
+    if (volume) postEffectiveVolumeDidChange(category, *volume);
+    // A second row of a category hears of nothing.
+    if (!alive.expired() && !(volume && stands(slider, *volume))) readAgain();
+}
+
+void RowKeeper::volumeAnnounced(const NSNotification& notification) {
+    const NSString category =
+        notification.userInfo
+            .objectForKey(AVSystemController_EffectiveVolumeNotificationParameter_Category)
+            .string();
+    const auto concerned = std::ranges::equal_range(rows_, category, {}, &VolumeRow::category);
+    if (concerned.empty()) return;
+    const bool known = volumeOf(category).has_value();
+    for (const VolumeRow& row : concerned)
+        if (const auto slider = row.slider.lock()) slider->setValueKnown(known);
+}
+
+void RowKeeper::tellWhetherKnown() {
+    for (const VolumeRow& row : rows_)
+        if (const auto slider = row.slider.lock())
+            slider->setValueKnown(volumeOf(row.category).has_value());
+}
+
+}  // namespace shell
