@@ -124,6 +124,7 @@ TEST_F(DesktopWindowTest, ReopeningPresentsAndReadsTheFilesAgain) {
     EXPECT_EQ(windowSize(), (CGSize{560, 270}));
     window->close();
     files.writeShownCategories(3);
+    device->nameCategory("Category2");  // A row without a volume is faint.
     window->show();
     EXPECT_TRUE(waitUntil([this] { return windowSize() == CGSize{560, 170}; }));
     settle();
