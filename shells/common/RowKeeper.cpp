@@ -129,11 +129,10 @@ void RowKeeper::volumeAnnounced(const NSNotification& notification) {
         notification.userInfo
             .objectForKey(AVSystemController_EffectiveVolumeNotificationParameter_Category)
             .string();
-    const auto concerned = std::ranges::equal_range(rows_, category, {}, &VolumeRow::category);
-    if (concerned.empty()) return;
-    const bool known = volumeOf(category).has_value();
-    for (const VolumeRow& row : concerned)
-        if (const auto slider = row.slider.lock()) slider->setValueKnown(known);
+    auto row = std::ranges::lower_bound(rows_, category, {}, &VolumeRow::category);
+    for (; row != rows_.end() && row->category == category; ++row)
+        if (const auto slider = row->slider.lock())
+            slider->setValueKnown(volumeOf(category).has_value());
 }
 
 void RowKeeper::tellWhetherKnown() {
