@@ -10,6 +10,10 @@ struct zwlr_layer_surface_v1_listener;
 /// Edges of a screen, to be combined.
 enum class LayerEdges : unsigned { Top = 1, Bottom = 2, Left = 4, Right = 8, All = 15 };
 
+constexpr LayerEdges operator|(LayerEdges one, LayerEdges other) {
+    return static_cast<LayerEdges>(static_cast<unsigned>(one) | static_cast<unsigned>(other));
+}
+
 /// Between the windows and what is above everything, a lock screen aside.
 enum class Layer : unsigned { Top = 2, Overlay = 3 };
 

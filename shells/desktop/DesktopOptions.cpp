@@ -9,18 +9,22 @@ namespace {
 using Taken = std::optional<std::string>;  // What is wrong; nothing when all is well.
 
 Taken takeEdge(DrawerAnchor& anchor, std::string_view name) {
-    constexpr std::array<std::pair<std::string_view, ScreenEdge>, 4> edges = {{
+    constexpr std::array<std::pair<std::string_view, ScreenEdge>, 8> edges = {{
         {"top", ScreenEdge::Top},
         {"bottom", ScreenEdge::Bottom},
         {"left", ScreenEdge::Left},
         {"right", ScreenEdge::Right},
+        {"top-left", ScreenEdge::TopLeft},
+        {"top-right", ScreenEdge::TopRight},
+        {"bottom-left", ScreenEdge::BottomLeft},
+        {"bottom-right", ScreenEdge::BottomRight},
     }};
     for (const auto& [known, edge] : edges)
         if (known == name) {
             anchor.edge = edge;
             return std::nullopt;
         }
-    return "the edge is 'top', 'bottom', 'left' or 'right'";
+    return "the edge is 'top', 'bottom', 'left' or 'right', a corner such as 'top-right'";
 }
 
 Taken takeMargin(DrawerAnchor& anchor, const std::string& text) {
@@ -48,7 +52,8 @@ std::vector<shell::Option> sessionOptions(DesktopOptions& target) {
         flag("--quit", "end the mixer that runs in this session", target.quit),
         flag("--new-instance", "a mixer of its own beside the one that runs in this session",
              target.newInstance),
-        {"--anchor", "EDGE", "the edge that the drawer hangs from: top, bottom, left or right",
+        {"--anchor", "EDGE",
+         "what the drawer hangs from: top, bottom, left or right, or a corner such as top-right",
          [&target](const std::string& name) { return takeEdge(target.anchor, name); }},
         {"--margin", "POINTS", "the gap between the drawer and the edges",
          [&target](const std::string& text) { return takeMargin(target.anchor, text); }},

@@ -1,5 +1,6 @@
 #include "shells/desktop/DesktopSession.hpp"
 
+#include "backends/gdk/GdkWindowAt.hpp"
 #include "platform/foundation/NSLog.hpp"
 #include "platform/foundation/NSRunLoop.hpp"
 #include "shells/desktop/EndSignals.hpp"
@@ -130,11 +131,10 @@ void DesktopSession::openTray() {
                   Tray::Handlers{
                       .toggle =
                           [this](int x, int y) {
-                              toggle([this, x, y] {
-                                  showBeside({static_cast<CGFloat>(x), static_cast<CGFloat>(y)});
-                              });
+                              iconPressed({static_cast<CGFloat>(x), static_cast<CGFloat>(y)});
                           },
-                      .show = [this] { show(); },
+                      .menuOpened = [this] { menuOpened(); },
+                      .show = [this] { showFromMenu(); },
                       .quit = [this] { quit(); },
                       .presenceChanged = [this] { trayChanged(); },
                   });
@@ -170,6 +170,23 @@ void DesktopSession::show() {
         window_.show(std::make_unique<LayerPlace>(display_, events_, *layers_, options_.anchor));
     else
         window_.show();
+}
+
+void DesktopSession::iconPressed(const CGPoint& point) {
+    icon_.pressed(point);
+    toggle([this] { showBeside(*icon_.place()); });
+}
+
+/// A menu does not say where it is. Some hosts ask for it long before they show it.
+void DesktopSession::menuOpened() {
+    const auto pointer = pointerOnScreen(display_);
+    if (pointer && PopupPlace::isOnPanel(display_, *pointer)) icon_.pressed(*pointer);
+}
+
+void DesktopSession::showFromMenu() {
+    const auto place = icon_.place() ? icon_.place() : pointerOnScreen(display_);
+    if (window_.isShown() || !place) return show();
+    showBeside(*place);
 }
 
 void DesktopSession::showBeside(const CGPoint& icon) {

@@ -2,6 +2,7 @@
 
 #include "shells/desktop/DesktopOptions.hpp"
 #include "shells/desktop/DesktopWindow.hpp"
+#include "shells/desktop/DrawerPlacement.hpp"
 #include "shells/desktop/SingleInstance.hpp"
 #include "shells/desktop/tray/Tray.hpp"
 #include "shells/sound/SoundService.hpp"
@@ -43,6 +44,9 @@ class DesktopSession {
     void sayWhereItIs();
     void requested(InstanceRequest request);
     void show();
+    void iconPressed(const CGPoint& point);
+    void menuOpened();
+    void showFromMenu();
     void showBeside(const CGPoint& icon);
     void toggle(const std::function<void()>& showIt);
     void closed();
@@ -61,5 +65,6 @@ class DesktopSession {
     std::optional<GdkLayerShell> layers_;
     DesktopWindow window_;
     std::optional<Tray> tray_;
+    IconSpot icon_;
     bool saidWhereItIs_ = false;
 };

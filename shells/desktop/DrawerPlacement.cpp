@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
 
 namespace {
 
@@ -41,26 +40,39 @@ Side sideOfNearestEdge(const CGPoint& icon, const CGRect& monitor) {
     return left <= right ? Side::RightOf : Side::LeftOf;
 }
 
-CGPoint beside(const CGPoint& icon, const CGSize& drawer, Side side, CGFloat gap) {
-    const CGFloat away = iconReach + gap;
-    const CGFloat centredX = icon.x - drawer.width / 2;
-    const CGFloat centredY = icon.y - drawer.height / 2;
+/// `away` is from the icon's place to the drawer.
+CGPoint beside(const CGPoint& icon, const CGSize& drawer, Side side, CGFloat away) {
     switch (side) {
         case Side::Below:
-            return {centredX, icon.y + away};
+            return {icon.x - drawer.width / 2, icon.y + away};
         case Side::Above:
-            return {centredX, icon.y - away - drawer.height};
+            return {icon.x - drawer.width / 2, icon.y - away - drawer.height};
         case Side::RightOf:
-            return {icon.x + away, centredY};
+            return {icon.x + away, icon.y - drawer.height / 2};
         case Side::LeftOf:
             break;
     }
-    return {icon.x - away - drawer.width, centredY};
+    return {icon.x - away - drawer.width, icon.y - drawer.height / 2};
+}
+
+/// As wanted, and in a corner where that is not far off: most icons lie near the end of their
+/// panel, and a drawer that is nearly in the corner looks as if it had missed it.
+CGFloat towardsCorner(CGFloat wanted, CGFloat length, CGFloat begin, CGFloat room) {
+    const CGFloat latest = begin + room - length;
+    const CGFloat near = length / 2;  // The icon still is beside the drawer then.
+    const bool isInFirstHalf = wanted - begin <= latest - wanted;
+    if (isInFirstHalf) return wanted - begin < near ? begin : wanted;
+    return latest - wanted < near ? latest : wanted;
 }
 
 CGFloat within(CGFloat wanted, CGFloat length, CGFloat begin, CGFloat room, CGFloat gap) {
     const CGFloat latest = begin + room - gap - length;
     return std::floor(std::max(begin + gap, std::min(wanted, latest)));
+}
+
+bool isAlong(CGFloat distance) {
+    constexpr CGFloat floating = 16;  // Points: some panels keep a gap to the edge.
+    return std::abs(distance) <= floating;
 }
 
 }  // namespace
@@ -78,12 +90,49 @@ CGSize roomForDrawer(const MonitorArea& monitor, CGFloat gap) {
             std::max<CGFloat>(1, monitor.work.size.height - 2 * gap)};
 }
 
+MonitorArea withoutPanel(const MonitorArea& monitor, const CGRect& window) {
+    constexpr CGFloat thickest = 128;  // points
+    const CGRect panel = CGRectIntersection(window, monitor.whole);
+    const CGFloat left = monitor.work.origin.x;
+    const CGFloat top = monitor.work.origin.y;
+    const CGFloat right = CGRectGetMaxX(monitor.work);
+    const CGFloat bottom = CGRectGetMaxY(monitor.work);
+    MonitorArea rest = monitor;
+    if (std::min(panel.size.width, panel.size.height) > thickest || CGRectIsEmpty(panel))
+        return rest;
+    const auto keep = [&rest](CGFloat x, CGFloat y, CGFloat toX, CGFloat toY) {
+        rest.work = CGRectMake(x, y, std::max<CGFloat>(0, toX - x), std::max<CGFloat>(0, toY - y));
+    };
+    if (panel.size.width >= panel.size.height) {
+        if (isAlong(panel.origin.y - monitor.whole.origin.y))
+            keep(left, std::max(top, CGRectGetMaxY(panel)), right, bottom);
+        else if (isAlong(CGRectGetMaxY(panel) - CGRectGetMaxY(monitor.whole)))
+            keep(left, top, right, std::min(bottom, panel.origin.y));
+    } else if (isAlong(panel.origin.x - monitor.whole.origin.x)) {
+        keep(std::max(left, CGRectGetMaxX(panel)), top, right, bottom);
+    } else if (isAlong(CGRectGetMaxX(panel) - CGRectGetMaxX(monitor.whole))) {
+        keep(left, top, std::min(right, panel.origin.x), bottom);
+    }
+    return rest;
+}
+
 CGPoint drawerOrigin(const CGPoint& icon, const CGSize& drawer, const MonitorArea& monitor,
                      CGFloat gap) {
-    const Side side =
-        sideOfReserved(icon, monitor.work).value_or(sideOfNearestEdge(icon, monitor.whole));
-    const CGPoint wanted = beside(icon, drawer, side, gap);
     const CGRect& work = monitor.work;
+    const std::optional<Side> reserved = sideOfReserved(icon, work);
+    const Side side = reserved.value_or(sideOfNearestEdge(icon, monitor.whole));
+    // Beside a panel it is the work area that keeps the drawer away.
+    CGPoint wanted = beside(icon, drawer, side, reserved ? 0 : iconReach + gap);
+    if (side == Side::Below || side == Side::Above)
+        wanted.x = towardsCorner(wanted.x, drawer.width, work.origin.x, work.size.width);
+    else
+        wanted.y = towardsCorner(wanted.y, drawer.height, work.origin.y, work.size.height);
     return {within(wanted.x, drawer.width, work.origin.x, work.size.width, gap),
             within(wanted.y, drawer.height, work.origin.y, work.size.height, gap)};
+}
+
+void IconSpot::pressed(const CGPoint& point) {
+    constexpr CGFloat widest = 48;  // points
+    const bool isNear = place_ && std::hypot(point.x - place_->x, point.y - place_->y) <= widest;
+    if (!isNear) place_ = point;
 }

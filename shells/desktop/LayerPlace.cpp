@@ -5,7 +5,7 @@
 
 namespace {
 
-LayerEdges edgeOf(ScreenEdge edge) {
+LayerEdges edgesOf(ScreenEdge edge) {
     switch (edge) {
         case ScreenEdge::Top:
             return LayerEdges::Top;
@@ -14,9 +14,17 @@ LayerEdges edgeOf(ScreenEdge edge) {
         case ScreenEdge::Left:
             return LayerEdges::Left;
         case ScreenEdge::Right:
+            return LayerEdges::Right;
+        case ScreenEdge::TopLeft:
+            return LayerEdges::Top | LayerEdges::Left;
+        case ScreenEdge::TopRight:
+            return LayerEdges::Top | LayerEdges::Right;
+        case ScreenEdge::BottomLeft:
+            return LayerEdges::Bottom | LayerEdges::Left;
+        case ScreenEdge::BottomRight:
             break;
     }
-    return LayerEdges::Right;
+    return LayerEdges::Bottom | LayerEdges::Right;
 }
 
 /// On Wayland nobody says on which monitor a window will come, nor what panels leave of it.
@@ -73,7 +81,7 @@ LayerSetting LayerPlace::setting() const {
         return anchor_.margin - static_cast<int>(shadow);
     };
     LayerSetting setting;
-    setting.edges = edgeOf(anchor_.edge);
+    setting.edges = edgesOf(anchor_.edge);
     setting.keys = LayerKeys::All;
     setting.top = beyond(shadow_.top);
     setting.right = beyond(shadow_.right);

@@ -7,15 +7,16 @@
 
 #include <optional>
 
-/// The edge of the screen that a drawer hangs from.
-enum class ScreenEdge { Top, Bottom, Left, Right };
+/// What of the screen a drawer hangs from: the middle of an edge, or a corner.
+enum class ScreenEdge { Top, Bottom, Left, Right, TopLeft, TopRight, BottomLeft, BottomRight };
 
 struct DrawerAnchor {
     ScreenEdge edge = ScreenEdge::Top;
-    int margin = 8;  ///< Between the edge and the drawer, points.
+    int margin = 8;  ///< Between the edges and the drawer, points.
 };
 
-/// Hanging from an edge of the screen, above all windows. A press anywhere else dismisses it.
+/// Hanging from an edge or a corner of the screen, above all windows. A press anywhere else
+/// dismisses it.
 class LayerPlace final : public WindowPlace {
  public:
     /// Display, events and shell outlive this.

@@ -1,5 +1,7 @@
 #include "shells/desktop/PopupPlace.hpp"
 
+#include "backends/gdk/GdkWindowAt.hpp"
+
 #include <vector>
 
 namespace {
@@ -22,6 +24,17 @@ std::vector<MonitorArea> monitorsOf(GdkDisplay* display) {
     return monitors;
 }
 
+/// Around that point, without the panel that may lie there.
+MonitorArea monitorAround(GdkDisplay* display, const CGPoint& point) {
+    const std::vector<MonitorArea> monitors = monitorsOf(display);
+    // A display may have lost its last monitor.
+    const MonitorArea* found = monitorAt(point, monitors);
+    const MonitorArea monitor =
+        found ? *found : MonitorArea{{{0, 0}, {1024, 768}}, {{0, 0}, {1024, 768}}};
+    const auto window = topmostWindowAt(display, point);
+    return window ? withoutPanel(monitor, *window) : monitor;
+}
+
 std::optional<CGPoint> pressOf(const GdkEvent& event) {
     if (event.type == GDK_BUTTON_PRESS)
         return CGPoint{static_cast<CGFloat>(event.button.x), static_cast<CGFloat>(event.button.y)};
@@ -33,11 +46,11 @@ std::optional<CGPoint> pressOf(const GdkEvent& event) {
 }  // namespace
 
 PopupPlace::PopupPlace(GdkDisplay* display, const CGPoint& icon, CGFloat gap)
-    : WindowPlace(display), icon_(icon), gap_(gap) {
-    const std::vector<MonitorArea> monitors = monitorsOf(display);
-    // A display may have lost its last monitor.
-    const MonitorArea* found = monitorAt(icon, monitors);
-    monitor_ = found ? *found : MonitorArea{{{0, 0}, {1024, 768}}, {{0, 0}, {1024, 768}}};
+    : WindowPlace(display), monitor_(monitorAround(display, icon)), icon_(icon), gap_(gap) {}
+
+bool PopupPlace::isOnPanel(GdkDisplay* display, const CGPoint& point) {
+    const MonitorArea monitor = monitorAround(display, point);
+    return CGRectContainsPoint(monitor.whole, point) && !CGRectContainsPoint(monitor.work, point);
 }
 
 GdkWindow* PopupPlace::newWindow(const CGSize& size) {

@@ -14,6 +14,8 @@ class PopupPlace final : public WindowPlace {
     /// `icon` is on the screen, `gap` what is kept between the drawer and what is around it;
     /// points.
     PopupPlace(GdkDisplay* display, const CGPoint& icon, CGFloat gap);
+    /// Whether that point of the screen lies on a panel.
+    static bool isOnPanel(GdkDisplay* display, const CGPoint& point);
 
     GdkWindow* newWindow(const CGSize& size) override;
     CGSize availableSize(GdkWindow* window, PanelEdge edge) const override;

@@ -31,7 +31,7 @@ void expectWithin(const CGPoint& origin, const MonitorArea& monitor) {
 
 TEST(DrawerPlacement, HangsBelowTheIconOfAPanelAboveInItsMiddle) {
     const CGPoint origin = originFor({640, 15}, withPanelAbove());
-    EXPECT_EQ(origin, (CGPoint{360, 43}));
+    EXPECT_EQ(origin, (CGPoint{360, 38}));
 }
 
 TEST(DrawerPlacement, StandsAboveTheIconOfAPanelBelow) {
@@ -71,16 +71,69 @@ TEST(DrawerPlacement, NeverLeavesTheWorkAreaWhereverTheIconIs) {
     }
 }
 
-TEST(DrawerPlacement, MovesOnlyWhenTheDrawerWouldCrossTheGap) {
-    const MonitorArea monitor = withPanelAbove();
-    const CGFloat leftmost = gap + drawer.width / 2;
-    EXPECT_EQ(originFor({leftmost, 15}, monitor).x, gap);
-    EXPECT_EQ(originFor({leftmost + 1, 15}, monitor).x, gap + 1);
-    EXPECT_EQ(originFor({leftmost - 1, 15}, monitor).x, gap);
-    const CGFloat rightmost = 1280 - gap - drawer.width / 2;
-    EXPECT_EQ(originFor({rightmost, 15}, monitor).x, 1280 - gap - drawer.width);
-    EXPECT_EQ(originFor({rightmost + 1, 15}, monitor).x, 1280 - gap - drawer.width);
-    EXPECT_EQ(originFor({rightmost - 1, 15}, monitor).x, 1280 - gap - drawer.width - 1);
+TEST(DrawerPlacement, LiesAtTheSamePlaceWhereverAcrossThePanelTheIconWasPressed) {
+    for (CGFloat y = 0; y < 30; ++y)
+        EXPECT_EQ(originFor({640, y}, withPanelAbove()), originFor({640, 15}, withPanelAbove()));
+    const MonitorArea right = {CGRectMake(0, 0, 1280, 800), CGRectMake(0, 0, 1232, 800)};
+    for (CGFloat x = 1232; x < 1280; ++x)
+        EXPECT_EQ(originFor({x, 400}, right), originFor({1256, 400}, right));
+}
+
+TEST(DrawerPlacement, LiesInTheCornerThatTheIconIsNear) {
+    const MonitorArea monitor = {CGRectMake(100, 0, 2560, 1440), CGRectMake(100, 30, 2560, 1410)};
+    const CGFloat lastNear = 100 + drawer.width - 1;
+    for (const CGFloat x : {CGFloat{100}, CGFloat{300}, lastNear})
+        EXPECT_EQ(originFor({x, 15}, monitor).x, 100 + gap) << x;
+    EXPECT_EQ(originFor({lastNear + 1, 15}, monitor).x, 100 + drawer.width / 2) << "and no farther";
+    for (const CGFloat x : {2660 - drawer.width + 1, CGFloat{2500}, CGFloat{2659}})
+        EXPECT_EQ(originFor({x, 15}, monitor).x, 2660 - gap - drawer.width) << x;
+    EXPECT_EQ(originFor({1380, 15}, monitor).x, 1380 - drawer.width / 2);
+    const MonitorArea left = {CGRectMake(0, 0, 1280, 1024), CGRectMake(48, 0, 1232, 1024)};
+    EXPECT_EQ(originFor({24, 200}, left).y, gap);
+    EXPECT_EQ(originFor({24, 900}, left).y, 1024 - gap - drawer.height);
+}
+
+TEST(DrawerPlacement, NeverLosesTheIconFromBesideTheDrawer) {
+    const MonitorArea monitor = {CGRectMake(0, 0, 1920, 1080), CGRectMake(0, 0, 1920, 1040)};
+    for (CGFloat x = 0; x < 1920; ++x) {
+        const CGPoint origin = originFor({x, 1060}, monitor);
+        EXPECT_LE(origin.x, x + gap);
+        EXPECT_GE(origin.x + drawer.width, x - gap);
+    }
+}
+
+TEST(DrawerPlacement, KnowsAPanelThatKeepsNoPlaceForItselfByItsWindow) {
+    const auto rest = [](const CGRect& window) {
+        return withoutPanel(withoutPanels(), window).work;
+    };
+    EXPECT_EQ(rest(CGRectMake(0, 0, 1280, 30)), CGRectMake(0, 30, 1280, 770));
+    EXPECT_EQ(rest(CGRectMake(0, 760, 1280, 40)), CGRectMake(0, 0, 1280, 760));
+    EXPECT_EQ(rest(CGRectMake(0, 0, 48, 800)), CGRectMake(48, 0, 1232, 800));
+    EXPECT_EQ(rest(CGRectMake(1232, 0, 48, 800)), CGRectMake(0, 0, 1232, 800));
+    EXPECT_EQ(rest(CGRectMake(300, 748, 680, 44)), CGRectMake(0, 0, 1280, 748)) << "it floats";
+    EXPECT_EQ(rest(CGRectMake(1000, -10, 400, 40)), CGRectMake(0, 30, 1280, 770)) << "cut off";
+}
+
+TEST(DrawerPlacement, TakesNothingElseForAPanel) {
+    const CGRect all = CGRectMake(0, 0, 1280, 800);
+    for (const CGRect& window :
+         {all, CGRectMake(0, 0, 1280, 400), CGRectMake(400, 300, 300, 40), CGRect{},
+          CGRectMake(2000, 0, 800, 30), CGRectMake(1000, 40, 200, 100)})
+        EXPECT_EQ(withoutPanel(withoutPanels(), window).work, all) << window.origin.x;
+    EXPECT_EQ(withoutPanel(withPanelAbove(), CGRectMake(0, 0, 1280, 24)).work,
+              withPanelAbove().work)
+        << "what is kept is not given back";
+}
+
+TEST(IconSpot, StaysWhereTheFirstPressOnTheIconWas) {
+    IconSpot spot;
+    EXPECT_EQ(spot.place(), std::nullopt);
+    spot.pressed({1000, 15});
+    spot.pressed({1022, 2});
+    spot.pressed({1030, 28});
+    EXPECT_EQ(spot.place(), (CGPoint{1000, 15}));
+    spot.pressed({1100, 15});
+    EXPECT_EQ(spot.place(), (CGPoint{1100, 15})) << "the icon has moved";
 }
 
 TEST(DrawerPlacement, BeginsWithTheWorkAreaWhenItIsTooLarge) {

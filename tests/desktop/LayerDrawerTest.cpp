@@ -160,6 +160,22 @@ TEST_F(LayerDrawerTest, HangsFromTheEdgeThatIsAskedForWithTheMarginThatIsAskedFo
     }
 }
 
+TEST_F(LayerDrawerTest, HangsFromTheCornerThatIsAskedFor) {
+    for (const std::string corner : {"top-left", "top-right", "bottom-left", "bottom-right"}) {
+        const rigs::ChildProcess mixer = start({"--anchor", corner, "--margin", "12"});
+        const CGRect drawer = waitForPanel();
+        keep("layer-" + corner);
+        if (corner.starts_with("top"))
+            EXPECT_EQ(drawer.origin.y, 12);
+        else
+            EXPECT_EQ(CGRectGetMaxY(drawer), CGRectGetMaxY(screen()) - 12);
+        if (corner.ends_with("left"))
+            EXPECT_EQ(drawer.origin.x, 12);
+        else
+            EXPECT_EQ(CGRectGetMaxX(drawer), CGRectGetMaxX(screen()) - 12);
+    }
+}
+
 TEST_F(LayerDrawerTest, DragSetsTheServersVolume) {
     const rigs::ChildProcess mixer = start();
     const CGRect drawer = waitForPanel();

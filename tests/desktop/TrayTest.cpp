@@ -39,6 +39,18 @@ class TrayTest : public testing::Test {
         session.user.moveTo(icon.x, icon.y);
         session.user.click();
     }
+    /// Answers what has changed with it, the panel's highlighting too.
+    CGRect openMenu() {
+        session.user.moveTo(icon.x, icon.y);
+        const ScreenPicture before = session.screen.picture();
+        session.user.click(3);
+        CGRect menu;
+        EXPECT_TRUE(rigs::waitUntil([&] {
+            menu = session.screen.picture().difference(before);
+            return CGRectGetMaxY(menu) > XfcePanel::thickness + 40;
+        }));
+        return menu;
+    }
     int percent() const {
         constexpr double fullVolume = 65536;
         return static_cast<int>(
@@ -87,6 +99,33 @@ TEST_F(TrayTest, ClickShowsTheDrawerBesideTheIconAndTheNextOneHidesIt) {
     EXPECT_LE(CGRectGetMaxX(drawer), 1280);
     EXPECT_GT(CGRectGetMaxX(drawer), icon.x);
     clickIcon();
+    EXPECT_TRUE(session.waitForNoWindow());
+    clickIcon();
+    EXPECT_EQ(waitForDrawer(), drawer);
+}
+
+TEST_F(TrayTest, DrawerOpensAtTheSamePlaceWhereverInTheIconItWasClicked) {
+    clickIcon();
+    const CGRect drawer = waitForDrawer();
+    EXPECT_EQ(drawer.origin.y, CGRectGetMaxY(panel->place()) + 8)
+        << "below the panel, not the click";
+    for (const CGPoint& corner :
+         {CGPoint{-8, -10}, CGPoint{8, -10}, CGPoint{-8, 10}, CGPoint{8, 10}}) {
+        clickIcon();
+        EXPECT_TRUE(session.waitForNoWindow());
+        session.user.moveTo(icon.x + corner.x, icon.y + corner.y);
+        session.user.click();
+        EXPECT_EQ(waitForDrawer(), drawer);
+    }
+}
+
+TEST_F(TrayTest, MenuOpensTheDrawerWhereTheIconDoes) {
+    const CGRect menu = openMenu();
+    session.user.moveTo(menu.origin.x + 20, XfcePanel::thickness + 14);
+    session.user.click();
+    const CGRect drawer = waitForDrawer();
+    session.screen.picture().keep("tray-drawer-by-menu");
+    session.user.typeKey(XK_Escape);
     EXPECT_TRUE(session.waitForNoWindow());
     clickIcon();
     EXPECT_EQ(waitForDrawer(), drawer);
@@ -186,14 +225,7 @@ TEST_F(TrayTest, PressOutsideHidesTheDrawer) {
 }
 
 TEST_F(TrayTest, MenuHasAWayToQuit) {
-    session.user.moveTo(icon.x, icon.y);
-    const ScreenPicture before = session.screen.picture();
-    session.user.click(3);
-    CGRect menu;
-    ASSERT_TRUE(rigs::waitUntil([&] {
-        menu = session.screen.picture().difference(before);
-        return CGRectGetMaxY(menu) > XfcePanel::thickness + 40;
-    }));
+    const CGRect menu = openMenu();
     session.screen.picture().keep("tray-menu");
     session.user.moveTo(CGRectGetMaxX(menu) - 40, CGRectGetMaxY(menu) - 14);
     session.user.click();

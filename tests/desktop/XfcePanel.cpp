@@ -65,6 +65,10 @@ XfcePanel::XfcePanel(const UserSession& session, VolumeButton button) : session_
     if (!rigs::waitUntil(isPainted)) throw std::runtime_error("no panel: " + session.logged());
 }
 
+CGRect XfcePanel::place() const {
+    return session_.screen.windowsOf(panelClass).at(0);
+}
+
 CGPoint XfcePanel::waitForIcon(const ScreenPicture& before) const {
     CGRect icon;
     const auto isThere = [&] {

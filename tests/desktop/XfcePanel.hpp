@@ -17,6 +17,8 @@ class XfcePanel {
 
     /// The middle of the icon that has appeared since the picture was taken; waits for it.
     CGPoint waitForIcon(const ScreenPicture& before) const;
+    /// The panel's window on the screen.
+    CGRect place() const;
     void end();
 
  private:

@@ -3,7 +3,7 @@
 #include "shells/desktop/tray/TrayScroll.hpp"
 
 Tray::Icon::Icon(GDBusConnection* bus, const Handlers& handlers)
-    : menu(bus, {{"Open the Mixer", handlers.show}, {"Quit", handlers.quit}}),
+    : menu(bus, {{"Open the Mixer", handlers.show}, {"Quit", handlers.quit}}, handlers.menuOpened),
       item(bus, [this] { return trayLook(volume.fraction()); },
            {handlers.toggle, [this] { volume.toggleSilence(); },
             [this](int delta, std::string_view orientation) {

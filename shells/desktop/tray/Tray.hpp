@@ -15,7 +15,8 @@ class Tray {
     /// May end the tray.
     struct Handlers {
         std::function<void(int x, int y)> toggle;  ///< Points of the screen, near the icon.
-        std::function<void()> show;
+        std::function<void()> menuOpened;          ///< The pointer may be on the icon.
+        std::function<void()> show;                ///< By the menu.
         std::function<void()> quit;
         std::function<void()> presenceChanged;
     };

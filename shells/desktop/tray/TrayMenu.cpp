@@ -62,8 +62,9 @@ GVariant* submenu() {
 
 }  // namespace
 
-TrayMenu::TrayMenu(GDBusConnection* bus, std::vector<Entry> entries)
+TrayMenu::TrayMenu(GDBusConnection* bus, std::vector<Entry> entries, std::function<void()> opened)
     : entries_(std::move(entries)),
+      opened_(std::move(opened)),
       object_(
           bus, objectPath, menuDescription,
           [] {
@@ -129,8 +130,14 @@ void TrayMenu::answerCall(GDBusConnection* /*bus*/, const char* /*sender*/, cons
         g_dbus_method_invocation_return_value(invocation, values);
     };
     if (method == "GetLayout") return answer(menu.layout());
-    if (method == "AboutToShow") return answer(g_variant_new("(b)", FALSE));
-    if (method == "AboutToShowGroup") return answer(g_variant_new("(aiai)", nullptr, nullptr));
+    if (method == "AboutToShow") {
+        menu.opened_();
+        return answer(g_variant_new("(b)", FALSE));
+    }
+    if (method == "AboutToShowGroup") {
+        menu.opened_();
+        return answer(g_variant_new("(aiai)", nullptr, nullptr));
+    }
     if (method == "GetGroupProperties") {
         const BusValue identifiers(g_variant_get_child_value(arguments, 0));
         return answer(menu.propertiesOf(identifiers.get()));

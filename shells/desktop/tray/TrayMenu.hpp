@@ -15,7 +15,8 @@ class TrayMenu {
     };
     static constexpr const char* objectPath = "/org/tarnwick/mixer/menu";
 
-    TrayMenu(GDBusConnection* bus, std::vector<Entry> entries);
+    /// `opened` is called when a host is about to draw the menu, at the icon as a rule.
+    TrayMenu(GDBusConnection* bus, std::vector<Entry> entries, std::function<void()> opened);
 
  private:
     static void answerCall(GDBusConnection* bus, const char* sender, const char* path,
@@ -30,5 +31,6 @@ class TrayMenu {
     void chooseAll(GVariant* events) const;
 
     std::vector<Entry> entries_;
+    std::function<void()> opened_;
     BusObject object_;
 };
