@@ -66,6 +66,8 @@ void DesktopWindow::show(std::unique_ptr<WindowPlace> place) {
     dropWindow();
     place_ = std::move(place);
     place_->setDismissHandler([this] { close(); });
+    panel_->setCloseHandler(place_->isAmongOthers() ? [this] { close(); }
+                                                    : std::function<void()>());
     widget_.preferredSize();
     widget_.present();
     makeWindow();
@@ -77,6 +79,7 @@ void DesktopWindow::close() {
     if (!isShown()) return;
     content_->cancelTouches();
     place_->hide(window_.get());
+    panel_->setCloseHandler({});
     widget_.dismiss();
     if (accessibility_) accessibility_->contentMayHaveChanged();  // No frame will come to tell it.
     // A copy: the handler may destroy this window.
@@ -178,7 +181,7 @@ void DesktopWindow::showFocus() {
 
 void DesktopWindow::beginMove() {
     const GdkPress& press = host_->lastPress();
-    if (press.device == nullptr || !place_->isMovable()) return;
+    if (press.device == nullptr || !place_->isAmongOthers()) return;
     // The window manager has the pointer from here on: no release will come.
     content_->cancelTouches();
     gdk_window_begin_move_drag_for_device(window_.get(), press.device, press.button, press.rootX,

@@ -11,5 +11,5 @@ class OrdinaryPlace final : public WindowPlace {
     void arrange(GdkWindow* window, const PanelLayout& layout, PanelEdge edge) override;
     void show(GdkWindow* window) override { gdk_window_show(window); }
     void hide(GdkWindow* window) override { gdk_window_hide(window); }
-    bool isMovable() const override { return true; }
+    bool isAmongOthers() const override { return true; }
 };

@@ -25,8 +25,9 @@ class WindowPlace {
     virtual void arrange(GdkWindow* window, const PanelLayout& layout, PanelEdge edge) = 0;
     virtual void show(GdkWindow* window) = 0;
     virtual void hide(GdkWindow* window) = 0;
-    /// Whether the user may move the window.
-    virtual bool isMovable() const { return false; }
+    /// Whether it is one window among others, which the user may move and must be able to close;
+    /// the others stay where they are and end by a press beside them.
+    virtual bool isAmongOthers() const { return false; }
     /// Takes an event of the window that is about its place, and is for nobody else then.
     virtual bool takesEvent(const GdkEvent& /*event*/) { return false; }
 

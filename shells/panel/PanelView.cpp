@@ -37,6 +37,18 @@ void PanelView::setNotice(const NSString& text) {
     if (text && !notice_->superview()) addSubview(notice_);
 }
 
+void PanelView::setCloseHandler(std::function<void()> handler) {
+    closeHandler_ = std::move(handler);
+    if (closeButton_) closeButton_->removeFromSuperview();
+    closeButton_ = closeHandler_ ? std::make_shared<CloseButton>() : nullptr;
+    if (!closeButton_) return;
+    closeButton_->addAction(strongSelf<PanelView>(), UIControlEventTouchUpInside,
+                            [this](const auto& /*button*/) {
+                                const auto close = closeHandler_;  // A copy: it may end this.
+                                close();
+                            });
+}
+
 CGFloat PanelView::noticeHeight() const {
     return notice_->text() ? noticeRoom : 0;
 }
@@ -46,6 +58,14 @@ void PanelView::setLayout(const PanelLayout& layout, PanelEdge edge) {
     setFrame({{0, 0}, layout.window});
     CGRect viewport = layout.viewport;
     viewport.size.height = std::max<CGFloat>(0, viewport.size.height - noticeHeight());
+    if (closeButton_) {
+        closeButton_->placeOn(layout.panel);
+        addSubview(closeButton_);
+        if (scroller_->contentHeight() > viewport.size.height) {
+            viewport.origin.y += CloseButton::height;
+            viewport.size.height = std::max<CGFloat>(0, viewport.size.height - CloseButton::height);
+        }
+    }
     scroller_->setFrame(viewport);
     notice_->setFrame(CGRectMake(viewport.origin.x + noticeMargin, CGRectGetMaxY(viewport),
                                  viewport.size.width - 2 * noticeMargin, noticeTextHeight));

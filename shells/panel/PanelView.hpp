@@ -2,6 +2,7 @@
 
 #include "platform/uikit/UIView.hpp"
 #include "shells/panel/CentredLabel.hpp"
+#include "shells/panel/CloseButton.hpp"
 #include "shells/panel/ScrollingView.hpp"
 
 #include <functional>
@@ -27,6 +28,10 @@ class PanelView : public UIView {
     /// Called once a drag has gone far enough to be meant as one.
     void setMoveHandler(std::function<void()> handler) { moveHandler_ = std::move(handler); }
 
+    /// Called by a button in the corner, which is there from the next layout on; an empty one takes
+    /// the button away. A widget taller than the panel then scrolls below the button.
+    void setCloseHandler(std::function<void()> handler);
+
     void drawRect(Canvas& canvas) override;
     bool pointInside(const CGPoint& point) const override;
     bool scrolled(const CGPoint& point, double steps) override;
@@ -39,10 +44,12 @@ class PanelView : public UIView {
  private:
     std::shared_ptr<ScrollingView> scroller_;
     std::shared_ptr<CentredLabel> notice_;
+    std::shared_ptr<CloseButton> closeButton_;  ///< nullptr where there is none.
     CGRect panel_;
     PanelEdge edge_ = PanelEdge::Hard;
     std::weak_ptr<UITouch> dragging_;
     CGPoint dragOrigin_;
     bool scrolling_ = false;
     std::function<void()> moveHandler_;
+    std::function<void()> closeHandler_;
 };

@@ -29,7 +29,7 @@ void ScrollingView::setContent(const std::shared_ptr<UIView>& content) {
 }
 
 CGFloat ScrollingView::greatestOffset() const {
-    return content_ ? std::max<CGFloat>(0, content_->frame().size.height - frame().size.height) : 0;
+    return std::max<CGFloat>(0, contentHeight() - frame().size.height);
 }
 
 void ScrollingView::scrollBy(CGFloat points) {

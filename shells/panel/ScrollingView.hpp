@@ -16,6 +16,7 @@ class ScrollingView : public UIView {
     /// Takes the place of the one before; the same again stays where it stands. Its width is its
     /// own matter; a small one lies in the middle of the opening.
     void setContent(const std::shared_ptr<UIView>& content);
+    CGFloat contentHeight() const { return content_ ? content_->frame().size.height : 0; }
     bool isScrollable() const { return greatestOffset() > 0; }
     /// How far the content is moved up, in points.
     CGFloat offset() const { return offset_; }

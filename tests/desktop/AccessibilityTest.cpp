@@ -67,11 +67,25 @@ TEST_F(AccessibilityTest, ShowsTheWindowAndItsRows) {
     EXPECT_EQ(reader.role(shown), AtSpiClient::roleFrame);
     EXPECT_EQ(reader.name(shown), "Tarnwick");
     const auto elements = reader.children(shown);
-    ASSERT_EQ(elements.size(), 10U);
+    ASSERT_EQ(elements.size(), 11U) << "five captions, five sliders, and what closes the window";
     EXPECT_EQ(reader.role(elements[0]), AtSpiClient::roleLabel);
     EXPECT_EQ(reader.role(elements[1]), AtSpiClient::roleSlider);
     EXPECT_EQ(reader.name(elements[0]), "Ringtone: 50%");
     EXPECT_EQ(reader.name(elements[1]), "Ringtone: 50%");
+    EXPECT_EQ(reader.role(elements[10]), AtSpiClient::roleButton);
+    EXPECT_EQ(reader.name(elements[10]), "Close");
+}
+
+TEST_F(AccessibilityTest, ButtonCanBePressed) {
+    reader.setEnabled(true);
+    openWindow();
+    ASSERT_EQ(sliders().size(), 5U);
+    const Object button = reader.children(frame()).back();
+    EXPECT_TRUE(reader.hasState(button, AtSpiClient::stateEnabled));
+    EXPECT_FALSE(reader.hasState(button, AtSpiClient::stateFocusable))
+        << "Escape is the key for it";
+    EXPECT_TRUE(reader.act(button));
+    EXPECT_TRUE(waitUntil([this] { return !window->isShown(); }));
 }
 
 TEST_F(AccessibilityTest, NamesHaveNothingThatActsOnTheirReader) {

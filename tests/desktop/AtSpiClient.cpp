@@ -194,6 +194,14 @@ bool AtSpiClient::grabFocus(const Object& object) {
     return grabbed != FALSE;
 }
 
+bool AtSpiClient::act(const Object& object) {
+    const Variant reply =
+        call(bus(), object, "org.a11y.atspi.Action", "DoAction", g_variant_new("(i)", 0));
+    gboolean done = FALSE;
+    g_variant_get(reply.get(), "(b)", &done);
+    return done != FALSE;
+}
+
 void AtSpiClient::watch(const std::string& property) {
     watched_ = property;
     const auto told = +[](GDBusConnection*, const char*, const char*, const char*, const char*,

@@ -34,6 +34,7 @@ class AtSpiClient {
     };
     static constexpr unsigned roleFrame = 23;
     static constexpr unsigned roleLabel = 29;
+    static constexpr unsigned roleButton = 43;
     static constexpr unsigned roleSlider = 51;
 
     /// Of the accessibility bus.
@@ -59,6 +60,8 @@ class AtSpiClient {
     CGRect extents(const Object& object);
     void setValue(const Object& slider, double value);
     bool grabFocus(const Object& object);
+    /// Answers whether the object has an action and did it.
+    bool act(const Object& object);
     /// Counts the changes of that property that are told from now on.
     void watch(const std::string& property);
     int toldChanges() const { return toldChanges_; }

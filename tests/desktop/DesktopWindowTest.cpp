@@ -1,9 +1,13 @@
 #include "platform/foundation/NSNotificationCenter.hpp"
+#include "platform/uikit/UIAccessibility.hpp"
+#include "platform/uikit/UIButton.hpp"
+#include "shells/desktop/PopupPlace.hpp"
 #include "tests/desktop/DesktopFixture.hpp"
 
 #include <X11/keysym.h>
 #include <gdk/gdkx.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace test {
@@ -161,6 +165,30 @@ TEST_F(DesktopWindowTest, ClickOnAnEmptyPartDoesNothing) {
     settle();
     EXPECT_EQ(windowOrigin(), origin);
     EXPECT_TRUE(window->isShown());
+}
+
+TEST_F(DesktopWindowTest, CrossInTheCornerClosesIt) {
+    open();
+    const CGPoint origin = windowOrigin();
+    user->moveTo(origin.x + windowSize().width - 12, origin.y + 12);
+    user->click();
+    EXPECT_TRUE(waitUntil([this] { return !window->isShown(); }));
+}
+
+TEST_F(DesktopWindowTest, DrawerThatAPressBesideItClosesHasNoCross) {
+    open();
+    const auto buttons = [this] {
+        const auto elements = accessibilityElements(window->content());
+        return std::ranges::count_if(elements, [](const auto& element) {
+            return std::dynamic_pointer_cast<UIButton>(element) != nullptr;
+        });
+    };
+    EXPECT_EQ(buttons(), 1);
+    window->close();
+    window->show(std::make_unique<PopupPlace>(gdk_display_get_default(), CGPoint{640, 15}, 8));
+    settle();
+    EXPECT_TRUE(window->isShown());
+    EXPECT_EQ(buttons(), 0);
 }
 
 TEST_F(DesktopWindowTest, GoesOnWhereABoundRowsPartnerIsNotInTheList) {

@@ -106,7 +106,7 @@ TEST_F(LongListTest, FingerThatDragsAThumbOrTapsATrackSetsTheVolume) {
 TEST_F(LongListTest, ScrollBarIsDraggedByThePointer) {
     openLongList();
     const CGPoint origin = windowOrigin();
-    const CGPoint bar = {origin.x + windowSize().width - 5, origin.y + 30};
+    const CGPoint bar = {origin.x + windowSize().width - 5, origin.y + 58};
     user->moveTo(bar.x, bar.y);
     user->press();
     user->moveTo(bar.x, bar.y + 200);

@@ -61,3 +61,39 @@ TEST_F(PanelViewTest, TakesWhatItsWidgetTouchesItselfForNoDrag) {
     send(UITouchPhase::Moved, {60, 50});
     EXPECT_EQ(moves, 1);
 }
+
+TEST_F(PanelViewTest, HasNoButtonUnlessItIsToldWhatToClose) {
+    EXPECT_EQ(window->hitTest({190, 10}, nullptr), taps);
+}
+
+TEST_F(PanelViewTest, ClosesByATapInItsCorner) {
+    int closed = 0;
+    panel->setCloseHandler([&] { ++closed; });
+    panel->setLayout({whole.size, whole, whole}, PanelEdge::Hard);
+    for (const CGPoint& point : {CGPoint{199, 0}, CGPoint{188, 12}, CGPoint{160, 28}}) {
+        closed = 0;
+        send(UITouchPhase::Began, point);
+        send(UITouchPhase::Ended, point);
+        EXPECT_EQ(closed, 1) << point.x;
+    }
+    send(UITouchPhase::Began, {150, 12});
+    send(UITouchPhase::Ended, {150, 12});
+    EXPECT_EQ(closed, 1) << "beside it";
+    EXPECT_EQ(places.size(), 1U);
+    EXPECT_EQ(moves, 0);
+    panel->setCloseHandler({});
+    EXPECT_EQ(window->hitTest({190, 10}, nullptr), taps);
+}
+
+TEST_F(PanelViewTest, ScrollsWhatIsTallerBelowTheButton) {
+    panel->setCloseHandler([] {});
+    const PanelLayout layout = {whole.size, whole, whole};
+    panel->setLayout(layout, PanelEdge::Hard);
+    EXPECT_EQ(panel->scroller().frame(), whole) << "all of it is seen";
+    taps->setFrame(CGRectMake(0, 0, 200, 101));
+    panel->setLayout(layout, PanelEdge::Hard);
+    EXPECT_EQ(panel->scroller().frame(), CGRectMake(0, 30, 200, 70));
+    panel->setCloseHandler({});
+    panel->setLayout(layout, PanelEdge::Hard);
+    EXPECT_EQ(panel->scroller().frame(), whole);
+}

@@ -1,8 +1,10 @@
 #include "backends/gdk/accessibility/Element.hpp"
 
+#include "backends/gdk/accessibility/ButtonElement.hpp"
 #include "backends/gdk/accessibility/SliderElement.hpp"
 #include "platform/foundation/PrintableText.hpp"
 #include "platform/uikit/UIAccessibility.hpp"
+#include "platform/uikit/UIButton.hpp"
 
 #include <cmath>
 #include <memory>
@@ -33,6 +35,12 @@ void addSliderStates(AtkStateSet* states, const UISlider& slider) {
     if (slider.isFocused()) atk_state_set_add_state(states, ATK_STATE_FOCUSED);
 }
 
+void addButtonStates(AtkStateSet* states, const UIButton& button) {
+    if (!button.isEnabled()) return;
+    for (const AtkStateType state : {ATK_STATE_ENABLED, ATK_STATE_SENSITIVE})
+        atk_state_set_add_state(states, state);
+}
+
 AtkStateSet* refStateSet(AtkObject* element) {
     AtkStateSet* states = ATK_OBJECT_CLASS(tarnwick_element_parent_class)->ref_state_set(element);
     const std::shared_ptr<UIView> view = stateOf(element).view.lock();
@@ -44,6 +52,8 @@ AtkStateSet* refStateSet(AtkObject* element) {
     if (isOnScreen(*view)) atk_state_set_add_state(states, ATK_STATE_SHOWING);
     if (const auto* slider = dynamic_cast<const UISlider*>(view.get()))
         addSliderStates(states, *slider);
+    else if (const auto* button = dynamic_cast<const UIButton*>(view.get()))
+        addButtonStates(states, *button);
     else
         atk_state_set_add_state(states, ATK_STATE_ENABLED);
     return states;
@@ -93,12 +103,28 @@ ElementState& stateOf(gpointer element) {
     return static_cast<TarnwickElement*>(element)->state;
 }
 
+namespace {
+
+struct Kind {
+    GType type;
+    AtkRole role;
+};
+
+Kind kindOf(const UIView& view) {
+    if (dynamic_cast<const UISlider*>(&view))
+        return {tarnwick_slider_element_get_type(), ATK_ROLE_SLIDER};
+    if (dynamic_cast<const UIButton*>(&view))
+        return {tarnwick_button_element_get_type(), ATK_ROLE_PUSH_BUTTON};
+    return {tarnwick_element_get_type(), ATK_ROLE_LABEL};
+}
+
+}  // namespace
+
 AtkObjectPtr newElement(AtkObject* parent, const std::shared_ptr<UIView>& view,
                         const std::function<CGPoint()>& originOnScreen) {
-    const bool isSlider = dynamic_cast<UISlider*>(view.get()) != nullptr;
-    const GType type = isSlider ? tarnwick_slider_element_get_type() : tarnwick_element_get_type();
-    AtkObjectPtr element(ATK_OBJECT(g_object_new(type, nullptr)));
-    atk_object_set_role(element.get(), isSlider ? ATK_ROLE_SLIDER : ATK_ROLE_LABEL);
+    const Kind kind = kindOf(*view);
+    AtkObjectPtr element(ATK_OBJECT(g_object_new(kind.type, nullptr)));
+    atk_object_set_role(element.get(), kind.role);
     atk_object_set_parent(element.get(), parent);
     ElementState& state = stateOf(element.get());
     state.view = view;

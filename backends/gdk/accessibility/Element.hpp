@@ -12,7 +12,7 @@ struct AtkUnref {
 };
 using AtkObjectPtr = std::unique_ptr<AtkObject, AtkUnref>;
 
-/// What a label or slider of the widget is to assistive technology. It may outlive its view: it
+/// What a label, slider or button is to assistive technology. It may outlive its view: it
 /// then is defunct and knows nothing.
 struct ElementState {
     std::weak_ptr<UIView> view;
@@ -31,7 +31,7 @@ struct TarnwickElementClass {
 };
 GType tarnwick_element_get_type();
 
-/// A label or slider as an object of the accessibility library, below `parent`.
+/// A label, slider or button as an object of the accessibility library, below `parent`.
 AtkObjectPtr newElement(AtkObject* parent, const std::shared_ptr<UIView>& view,
                         const std::function<CGPoint()>& originOnScreen);
 
