@@ -1,6 +1,6 @@
 #include "backends/cairo/CairoText.hpp"
 
-#include "backends/cairo/TextLine.hpp"
+#include "backends/cairo/ShortenedLine.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -108,16 +108,15 @@ const CairoText::Face& CairoText::useFace(cairo_t* context, const UIFont& font, 
 
 ShapedLines::Line CairoText::shaped(cairo_t* context, std::string_view text,
                                     const ShapedLines::Style& style) {
-    const std::string line = displayableLine(
-        text, charactersWorthShaping(style.width, usableSize(style.font.pointSize)));
-    if (line.empty()) return {};
+    const CaptionLine line =
+        captionLine(text, charactersWorthShaping(style.width, usableSize(style.font.pointSize)));
+    if (line.text.empty()) return {};
     const Face& face = useFace(context, style.font, style.scale);
     PangoLayout* layout = layout_.get();
-    pango_layout_set_text(layout, line.data(), int(line.size()));
-    pango_layout_set_width(layout, pango_units_from_double(style.width));
     // Natural: lines that are read from right to left are put on the other side by the library.
     pango_layout_set_alignment(
         layout, style.alignment == NSTextAlignment::Center ? PANGO_ALIGN_CENTER : PANGO_ALIGN_LEFT);
+    setCaption(layout, line, pango_units_from_double(style.width));
     PangoLayoutLinePtr glyphs(pango_layout_line_ref(pango_layout_get_line(layout, 0)));
     return {std::move(glyphs), firstLineX(layout), face.ascent, face.descent};
 }

@@ -49,7 +49,9 @@ class Canvas {
                             const std::optional<UIColor>& multiply) = 0;
 
     /// One line of text, centred vertically in `rect`, ending with an ellipsis where it does not
-    /// fit. Any bytes are allowed: what is not UTF-8 is replaced, control characters are blanks.
+    /// fit. One of the form "NAME (REMARK): VALUE" has the ellipsis in the middle of the name, and
+    /// keeps the rest as long as there is room for it. Any bytes are allowed: what is not UTF-8 is
+    /// replaced, control characters are blanks.
     virtual void drawText(std::string_view text, const UIFont& font, const UIColor& color,
                           const CGRect& rect, NSTextAlignment alignment) = 0;
 };

@@ -2,6 +2,8 @@
 
 #include "platform/uikit/UIWindow.hpp"
 
+#include <algorithm>
+
 namespace {
 constexpr CGFloat defaultPointSize = 17;  // Points.
 
@@ -60,7 +62,17 @@ void UILabel::repaintLabels(UIView& root) {
     }
 }
 
+CGRect UILabel::textRect() const {
+    CGRect rect = bounds();
+    const std::shared_ptr<UIView> around = superview();
+    const CGFloat margin = frame().origin.x;
+    if (!around || !(margin > 0)) return rect;
+    const CGFloat beyond = CGRectGetMaxX(frame()) - (around->bounds().size.width - margin);
+    rect.size.width -= std::max<CGFloat>(beyond, 0);
+    return rect;
+}
+
 void UILabel::drawRect(Canvas& canvas) {
-    if (!text_ || text_->empty() || CGRectIsEmpty(bounds())) return;
-    canvas.drawText(*text_, font_, textColor(), bounds(), NSTextAlignment::Natural);
+    if (!text_ || text_->empty() || CGRectIsEmpty(textRect())) return;
+    canvas.drawText(*text_, font_, textColor(), textRect(), NSTextAlignment::Natural);
 }

@@ -2,7 +2,9 @@
 
 #include "platform/uikit/UIView.hpp"
 
-/// One line of text, centred vertically, with an ellipsis where it does not fit.
+/// One line of text, centred vertically, with an ellipsis where it does not fit. The margin that
+/// its frame leaves on the left of the superview is kept free of text on the right, too, also where
+/// the frame reaches into it.
 class UILabel : public UIView {
  public:
     explicit UILabel(const CGRect& frame = {});
@@ -26,6 +28,7 @@ class UILabel : public UIView {
 
  private:
     static void repaintLabels(UIView& root);
+    CGRect textRect() const;
 
     NSString text_;
     UIFont font_;

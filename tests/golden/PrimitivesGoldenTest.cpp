@@ -59,7 +59,7 @@ TEST(GoldenLabels, AreTheSameAtBothScales) {
         "Ringtone: 80%",
         "Media (Speaker): 35%",
         "Jy Ångström ÀÉÎ ĝ: 100%",
-        "A caption that is far too long for its row, so that it ends with an ellipsis: 12%",
+        "A caption that is far too long for its row, so that its middle is left out: 12%",
         "مستوى الصوت: 50%",
         "Громкость, Ένταση",
         "a\tb\nc \xff d",

@@ -36,6 +36,18 @@ TEST_F(LabelTest, PaintsItsTextInItsBounds) {
     EXPECT_EQ(painted[0].rect, CGRectMake(20, 0, 280, 20));
 }
 
+TEST_F(LabelTest, KeepsTheMarginOfItsLeftOnItsRightToo) {
+    label->setText("Media");
+    for (const CGFloat width : {300.0, 310.0, 290.0}) {
+        label->setFrame(CGRectMake(20, 0, width, 20));
+        EXPECT_EQ(texts().at(0).rect, CGRectMake(20, 0, std::min<CGFloat>(width, 280), 20));
+    }
+    label->setFrame(CGRectMake(0, 0, 320, 20));
+    EXPECT_EQ(texts().at(0).rect, CGRectMake(0, 0, 320, 20));
+    label->setFrame(CGRectMake(300, 0, 20, 20));
+    EXPECT_TRUE(texts().empty()) << "there is no room";
+}
+
 TEST_F(LabelTest, PaintsNothingForAnEmptyText) {
     label->setText("");
     EXPECT_TRUE(texts().empty());
