@@ -53,7 +53,7 @@ class UISlider : public UIControl {
 
     using Image = std::shared_ptr<const UIImage>;
     /// nullptr leaves the platform's own look. A highlighted slider without an image of its own
-    /// for that state shows the normal one.
+    /// for that state shows the normal one; its thumb darker, or lighter if it is dark.
     void setThumbImage(const Image& image, UIControlState state);
     void setMinimumTrackImage(const Image& image, UIControlState state);
     void setMaximumTrackImage(const Image& image, UIControlState state);
@@ -126,6 +126,8 @@ class UISlider : public UIControl {
     void drawTrack(Canvas& canvas) const;
     void drawTrackSide(Canvas& canvas, const CGRect& side, const Image& image,
                        const UIColor& color) const;
+    /// With which its image is multiplied, or which it has without one.
+    std::optional<UIColor> thumbColor() const;
     void drawThumb(Canvas& canvas) const;
     UIImageOutline thumbOutline(CGFloat scale) const;
     void drawFocus(Canvas& canvas) const;

@@ -12,6 +12,10 @@ constexpr CGFloat shadowDrop = 1.5;
 constexpr CGFloat ringWidth = 2;
 constexpr CGFloat ringInnerLine = 1;
 constexpr CGFloat faintOpacity = 0.4;  // From 0 to 1.
+// Of a held thumb, from 0 to 1: how much of its light it keeps, or how much a dark one gets.
+constexpr double heldShade = 0.8;
+constexpr double heldLight = 0.35;
+constexpr double darkThumb = 0.25;  // brightness, from 0 to 1
 static_assert(UISliderMetrics::aroundThumb >= shadowBlur + shadowDrop &&
               UISliderMetrics::aroundThumb >= ringWidth + ringInnerLine);
 
@@ -27,6 +31,19 @@ CGFloat snapped(CGFloat at, CGFloat scale) {
 /// With its corner on a device pixel, so that an image is not smeared over two.
 CGRect snapped(const CGRect& rect, CGFloat scale) {
     return {{snapped(rect.origin.x, scale), snapped(rect.origin.y, scale)}, rect.size};
+}
+
+double brightness(const UIColor& color) {
+    return 0.299 * color.red + 0.587 * color.green + 0.114 * color.blue;
+}
+
+/// To be told from the colour of a thumb that is not held.
+UIColor heldColor(const UIColor& color) {
+    const bool dark = brightness(color) < darkThumb;
+    const auto changed = [dark](double part) {
+        return dark ? part + heldLight * (1 - part) : part * heldShade;
+    };
+    return {changed(color.red), changed(color.green), changed(color.blue), color.alpha};
 }
 }  // namespace
 
@@ -98,16 +115,22 @@ void UISlider::drawTrackSide(Canvas& canvas, const CGRect& side, const Image& im
     canvas.restore();
 }
 
+std::optional<UIColor> UISlider::thumbColor() const {
+    const bool showsItself = thumb_[state()] || state() == UIControlStateNormal;
+    return showsItself ? thumbTint_ : heldColor(thumbTint_.value_or(UIColor::whiteColor()));
+}
+
 void UISlider::drawThumb(Canvas& canvas) const {
     const CGRect thumb = thumbRect();
+    const std::optional<UIColor> color = thumbColor();
     if (const Image& image = imageForState(thumb_)) {
-        image->drawInRect(canvas, snapped(thumb, canvas.scale()), thumbTint_);
+        image->drawInRect(canvas, snapped(thumb, canvas.scale()), color);
         return;
     }
     const CGRect circle = {{snapped(thumb.origin.x, canvas.scale()), thumb.origin.y}, thumb.size};
     const CGFloat radius = circle.size.width / 2;
     canvas.fillShadow(CGRectOffset(circle, 0, shadowDrop), radius, shadowBlur, shadowColor);
-    canvas.fillRounded(circle, radius, thumbTint_.value_or(UIColor::whiteColor()));
+    canvas.fillRounded(circle, radius, color.value_or(UIColor::whiteColor()));
 }
 
 UIImageOutline UISlider::thumbOutline(CGFloat scale) const {

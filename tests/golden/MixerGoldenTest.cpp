@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <iterator>
+
 namespace {
 
 using test::CategoryEntry;
@@ -83,6 +86,25 @@ TEST_F(GoldenMixer, WearsTheColorsOfItsSettings) {
         {.skin = "Default iOS", .thumb = 6, .text = 7, .minimumTrack = 4, .maximumTrack = 9},
         threeCategories(), 320);
     expectGolden(scene, "default-colors");
+}
+
+TEST_F(GoldenMixer, ShowsNothingOfTheSideOfATrackThatTheThumbHasLeftNoRoomFor) {
+    const auto paint = [this](const CategoryEntry& category, const SceneSettings& settings,
+                              int scale, const std::string& name) {
+        MixerScene scene(settings, {category}, 320);
+        const std::string path = folder.path(name);
+        EXPECT_TRUE(paintViewToPNG(scene.window(), path, CGFloat(scale)));
+        std::ifstream file(path, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    };
+    for (const int scale : {1, 2, 3}) {
+        EXPECT_EQ(paint({"HeadphonesBT", "At 0"}, {.minimumTrack = 0}, scale, "one.png"),
+                  paint({"HeadphonesBT", "At 0"}, {.minimumTrack = 4}, scale, "other.png"));
+        EXPECT_EQ(paint({"PhoneCall", "At 100"}, {.maximumTrack = 0}, scale, "one.png"),
+                  paint({"PhoneCall", "At 100"}, {.maximumTrack = 4}, scale, "other.png"));
+        EXPECT_NE(paint({"Ringtone", "At 80"}, {.maximumTrack = 0}, scale, "one.png"),
+                  paint({"Ringtone", "At 80"}, {.maximumTrack = 4}, scale, "other.png"));
+    }
 }
 
 TEST_F(GoldenMixer, LeavesThePercentagesAway) {

@@ -23,15 +23,16 @@ CHANNEL_TOLERANCE = 4  # of 255, after premultiplying
 MIRROR_TOLERANCE = 20
 VISIBLE, OPAQUE = 40, 235  # alpha of 255
 MAXIMUM_BYTES = 12000
+OVERHANG = 2  # points that the slider lets a thumb's image reach past the end of its track
 CAP_INSET = 9  # points kept unstretched at each end of a track
 WIDEST_TRACK, NARROWEST_TRACK = 2000, 40  # points
 PANELS = ((28, 28, 30), (0, 0, 0), (242, 242, 247))  # the window, a lock screen, a light panel
 
 SIZES = {  # points
-    "thumb_default": (31, 31), "speaker_quiet": (18, 18), "speaker_loud": (20, 18),
+    "thumb_default": (31, 31), "speaker_quiet": (15, 18), "speaker_loud": (20, 18),
     "thumb_cream": (31, 31), "thumb_cream_active": (31, 31),
     "thumb_cream_rect": (26, 31), "thumb_cream_rect_active": (26, 31),
-    "speaker_quiet_cream": (18, 18), "speaker_loud_cream": (20, 18),
+    "speaker_quiet_cream": (15, 18), "speaker_loud_cream": (20, 18),
     "left_track_cream2": (20, 10), "right_track_cream": (20, 10),
     "right_track_cream_highlighted": (20, 10),
     "thumb_metal": (31, 31), "thumb_metal_active": (31, 31),
@@ -195,6 +196,15 @@ class AThumb(unittest.TestCase):
                          for y in (0, picture.height - 1)]
                 self.assertLessEqual(max(pixel[3] for pixel in edge), 28)
 
+    def test_hides_the_end_of_its_track_at_the_end_of_its_way(self):
+        tracks = {"thumb_cream": "left_track_cream2", "thumb_metal": "left_track_metal"}
+        for stem, scale in variants(THUMBS):
+            with self.subTest(stem=stem, scale=scale):
+                kind = next((kind for kind in tracks if stem.startswith(kind)), None)
+                groove = bounds(image(tracks[kind], scale), VISIBLE)[0] if kind else 0
+                body = bounds(image(stem, scale), OPAQUE)[0]
+                self.assertLessEqual(body, OVERHANG * scale + groove)
+
     def test_of_the_default_skin_is_neutral_for_tinting(self):
         for scale in render.SCALES:
             picture = image("thumb_default", scale)
@@ -210,6 +220,12 @@ class ASpeaker(unittest.TestCase):
                 quiet, loud = (image(f"speaker_{kind}{suffix}", scale) for kind in ("quiet", "loud"))
                 for x in range(13 * scale):
                     self.assertEqual(quiet.column(x), loud.column(x))
+
+    def test_is_as_far_from_its_track_quiet_or_loud(self):
+        for suffix in ("", "_cream"):
+            for scale in render.SCALES:
+                quiet, loud = (image(f"speaker_{kind}{suffix}", scale) for kind in ("quiet", "loud"))
+                self.assertEqual(quiet.width - bounds(quiet, VISIBLE)[2], bounds(loud, VISIBLE)[0])
 
     def test_stands_out_from_a_dark_panel(self):
         for stem in ("speaker_quiet", "speaker_loud", "speaker_quiet_cream", "speaker_loud_cream"):

@@ -179,6 +179,29 @@ TEST_F(UISliderDrawing, ShowsTheHighlightedImagesWhileHeldOrElseTheNormalOnes) {
     EXPECT_EQ(path(painted().ofKind("bitmap").back()), "thumb.png");
 }
 
+TEST_F(UISliderDrawing, ShadesAHeldThumbThatHasNoImageForThat) {
+    slider->setThumbImage(decoder.image("thumb.png", {31, 31}), UIControlStateNormal);
+    slider->setHighlighted(true);
+    const auto shade = painted().ofKind("bitmap").at(0).multiply;
+    ASSERT_TRUE(shade);
+    EXPECT_LT(shade->red, 0.85) << "white becomes darker";
+    slider->setThumbTintColor(UIColor::blackColor());
+    EXPECT_GT(painted().ofKind("bitmap").at(0).multiply->green, 0.2) << "black becomes lighter";
+    slider->setThumbTintColor(UIColor::redColor());
+    EXPECT_NE(painted().ofKind("bitmap").at(0).multiply, UIColor::redColor());
+    slider->setThumbImage(decoder.image("active.png", {31, 31}), UIControlStateHighlighted);
+    EXPECT_EQ(painted().ofKind("bitmap").at(0).multiply, UIColor::redColor());
+    slider->setHighlighted(false);
+    EXPECT_EQ(painted().ofKind("bitmap").at(0).multiply, UIColor::redColor());
+}
+
+TEST_F(UISliderDrawing, ShadesThePlatformsOwnThumbWhileHeld) {
+    slider->setHighlighted(true);
+    EXPECT_LT(painted().ofKind("rounded").at(2).color.red, 0.85);
+    slider->setHighlighted(false);
+    EXPECT_EQ(painted().ofKind("rounded").at(2).color, UIColor::whiteColor());
+}
+
 TEST_F(UISliderDrawing, DrawsItsValueImagesAtTheEnds) {
     slider->setMinimumValueImage(decoder.image("quiet.png", {18, 20}));
     slider->setMaximumValueImage(decoder.image("loud.png", {22, 16}));
