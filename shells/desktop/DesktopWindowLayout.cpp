@@ -5,6 +5,7 @@
 namespace {
 
 PanelEdge edgeOn(GdkScreen* screen) {
+    if (!showsThroughWindows(screen)) return PanelEdge::Square;
     return takesWindowShadows(screen) ? PanelEdge::Soft : PanelEdge::Hard;
 }
 

@@ -11,21 +11,21 @@ struct RegionEnd {
 using Region = std::unique_ptr<cairo_region_t, RegionEnd>;
 
 /// How far the corner's arc lies inside the edge, `row` points below the top, in whole points.
-int cornerInset(int row) {
-    const double fromCentre = panelRadius - row - 0.5;
+int cornerInset(int row, double radius) {
+    const double fromCentre = radius - row - 0.5;
     if (fromCentre <= 0) return 0;
     return static_cast<int>(
-        std::lround(panelRadius - std::sqrt(panelRadius * panelRadius - fromCentre * fromCentre)));
+        std::lround(radius - std::sqrt(radius * radius - fromCentre * fromCentre)));
 }
 
-Region roundedRegion(const CGRect& rect) {
+Region roundedRegion(const CGRect& rect, CGFloat radius) {
     Region region(cairo_region_create());
     const auto x = static_cast<int>(rect.origin.x);
     const auto y = static_cast<int>(rect.origin.y);
     const auto width = static_cast<int>(rect.size.width);
     const auto height = static_cast<int>(rect.size.height);
     for (int row = 0; row < height; ++row) {
-        const int inset = cornerInset(std::min(row, height - 1 - row));
+        const int inset = cornerInset(std::min(row, height - 1 - row), radius);
         const cairo_rectangle_int_t line = {x + inset, y + row, width - 2 * inset, 1};
         cairo_region_union_rectangle(region.get(), &line);
     }
@@ -35,9 +35,10 @@ Region roundedRegion(const CGRect& rect) {
 }  // namespace
 
 void outlineWindow(GdkWindow* window, const PanelLayout& layout, PanelEdge edge) {
-    const Region panel = roundedRegion(layout.panel);
+    const Region panel = roundedRegion(layout.panel, cornerRadius(edge));
     gdk_window_input_shape_combine_region(window, panel.get(), 0, 0);
-    gdk_window_shape_combine_region(window, edge == PanelEdge::Hard ? panel.get() : nullptr, 0, 0);
+    const bool cut = edge == PanelEdge::Square;
+    gdk_window_shape_combine_region(window, cut ? panel.get() : nullptr, 0, 0);
 }
 
 void marginWindow(GdkWindow* window, PanelEdge edge) {

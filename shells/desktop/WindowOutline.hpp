@@ -4,8 +4,9 @@
 
 #include <gdk/gdk.h>
 
-/// Tells the window system which part of the window is the panel. With a soft edge: that clicks on
-/// the shadow are for what lies below it. With a hard one: that the window has round corners.
+/// Tells the window system which part of the window is the panel: clicks on the shadow, and beside
+/// a round corner, are for what lies below it. Where nothing shows through, the window is cut to
+/// it.
 void outlineWindow(GdkWindow* window, const PanelLayout& layout, PanelEdge edge);
 
 /// Tells the window system that the margins of that edge are none of the window's size. Some answer

@@ -17,8 +17,12 @@ CGFloat panelLength(CGFloat wanted, CGFloat smallest, CGFloat available) {
 
 }  // namespace
 
+CGFloat cornerRadius(PanelEdge edge) {
+    return edge == PanelEdge::Square ? 0 : panelRadius;
+}
+
 UIEdgeInsets panelMargins(PanelEdge edge) {
-    if (edge == PanelEdge::Hard) return {};
+    if (edge != PanelEdge::Soft) return {};
     return {.top = 18, .left = 24, .bottom = 32, .right = 24};
 }
 

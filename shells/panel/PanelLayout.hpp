@@ -2,9 +2,10 @@
 
 #include "platform/uikit/Geometry.hpp"
 
-/// What surrounds the panel: a shadow that fades out where the screen can show through, else
-/// nothing.
-enum class PanelEdge { Soft, Hard };
+/// What surrounds the panel. Soft: a shadow that fades out, where the screen shows through and
+/// windows may have one. Hard: nothing but round corners, where it shows through. Square: nothing,
+/// where it doesn't: corners would be stairs of whole points there.
+enum class PanelEdge { Soft, Hard, Square };
 
 /// Where the parts of the window lie, in points of the window.
 struct PanelLayout {
@@ -14,6 +15,9 @@ struct PanelLayout {
 };
 
 inline constexpr CGFloat panelRadius = 16;  // points
+
+/// Of the panel's corners, in points.
+CGFloat cornerRadius(PanelEdge edge);
 
 /// How far the shadow reaches beyond the panel; wider below, since the light comes from above.
 UIEdgeInsets panelMargins(PanelEdge edge);

@@ -83,8 +83,8 @@ void PanelView::drawRect(Canvas& canvas) {
             CGRectOffset(CGRectInset(panel_, shadowInset, shadowInset), 0, shadowDrop);
         canvas.fillShadow(shadow, panelRadius, shadowBlur, shadowColor);
     }
-    canvas.fillRounded(panel_, panelRadius, panelColor);
-    canvas.strokeRounded(panel_, panelRadius, hairline, borderColor);
+    canvas.fillRounded(panel_, cornerRadius(edge_), panelColor);
+    canvas.strokeRounded(panel_, cornerRadius(edge_), hairline, borderColor);
 }
 
 /// The shadow is nothing at all.

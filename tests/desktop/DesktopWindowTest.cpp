@@ -40,6 +40,7 @@ TEST_F(DesktopWindowTest, DragOfAThumbSetsTheDevicesVolume) {
     EXPECT_TRUE(waitUntil([&] { return !ringtone->isHighlighted(); }));
     EXPECT_NEAR(volume("Ringtone"), dragged, 0.0001);
     EXPECT_NEAR(volume("Audio/Video"), 0.5, 0.0001);
+    settle();
     EXPECT_TRUE(thumbIsSeenAt(thumbOnScreen(0)));
 }
 

@@ -177,6 +177,14 @@ TEST_F(PaintingTest, EdgeIsSoftWhileACompositorRuns) {
     EXPECT_EQ(rowsOrigin(), (CGPoint{0, 10}));
 }
 
+TEST_F(PaintingTest, CornersAreSquareWithoutACompositor) {
+    open();
+    const CGPoint corner = windowOrigin();
+    const std::uint32_t edge = user->pixelAt(corner.x + windowSize().width / 2, corner.y);
+    EXPECT_EQ(user->pixelAt(corner.x, corner.y), edge);
+    EXPECT_EQ(user->pixelAt(corner.x + windowSize().width - 1, corner.y), edge);
+}
+
 TEST_F(PaintingTest, OpensWithASoftEdgeUnderACompositor) {
     const Compositor compositor(displayName());
     open();

@@ -83,7 +83,7 @@ TEST(PanelLayout, CountsTheShadowAsPartOfTheWindow) {
 }
 
 TEST(PanelLayout, HasAPanelOnTheTiniestScreen) {
-    for (const PanelEdge edge : {PanelEdge::Hard, PanelEdge::Soft}) {
+    for (const PanelEdge edge : {PanelEdge::Hard, PanelEdge::Soft, PanelEdge::Square}) {
         EXPECT_EQ(panelFor(usual, {1, 1}, edge), (CGSize{1, 1}));
         EXPECT_EQ(panelFor(usual, {0, 0}, edge), (CGSize{1, 1}));
         EXPECT_EQ(panelFor(usual, {-5, -5}, edge), (CGSize{1, 1}));

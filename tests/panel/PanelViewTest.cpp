@@ -1,6 +1,7 @@
 #include "platform/uikit/UIWindow.hpp"
 #include "shells/panel/PanelView.hpp"
 #include "shells/panel/TapView.hpp"
+#include "tests/support/RecordingCanvas.hpp"
 
 #include <gtest/gtest.h>
 
@@ -35,6 +36,18 @@ TEST_F(PanelViewTest, LetsAWidgetHaveTheTouchesThatItTakes) {
     send(UITouchPhase::Ended, {40, 50});
     EXPECT_EQ(places, (std::vector<CGPoint>{{40, 50}}));
     EXPECT_EQ(moves, 0);
+}
+
+TEST_F(PanelViewTest, HasRoundCornersWhereTheScreenShowsThrough) {
+    for (const auto& [edge, radius] :
+         {std::pair(PanelEdge::Soft, panelRadius), std::pair(PanelEdge::Hard, panelRadius),
+          std::pair(PanelEdge::Square, CGFloat{0})}) {
+        panel->setLayout({whole.size, whole, whole}, edge);
+        RecordingCanvas canvas;
+        window->layoutAndPaint(canvas, whole);
+        EXPECT_EQ(canvas.ofKind("rounded").at(0).radius, radius);
+        EXPECT_EQ(canvas.ofKind("stroke").at(0).radius, radius);
+    }
 }
 
 TEST_F(PanelViewTest, MovesTheWindowByADragThatIsNoTap) {
