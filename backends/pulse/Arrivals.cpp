@@ -11,7 +11,7 @@ void Arrivals::expect(const VolumeObject& object, const std::vector<TargetWrite>
     changes.clear();
     for (const TargetWrite& write : writes)
         if (const auto before = mirror_.volumeOf(write.target))
-            changes.push_back({write.target, before->volume, write.volume});
+            changes.push_back({write.target, before->volume, write.volume, write.mute});
 }
 
 void Arrivals::await(const VolumeObject& object, const Read& read, const Ended& ended) {
@@ -39,8 +39,10 @@ void Arrivals::look(const VolumeObject& object, const Read& read, const Ended& e
 bool Arrivals::hasArrived(const Change& change) const {
     if (change.target.kind == Target::Kind::RoleEntry) return true;
     const auto now = mirror_.volumeOf(change.target);
-    return !now || pa_cvolume_equal(&now->volume, &change.written) ||
-           !pa_cvolume_equal(&now->volume, &change.before);
+    if (!now) return true;
+    const bool hasMoved = !change.written || pa_cvolume_equal(&now->volume, &*change.written) ||
+                          !pa_cvolume_equal(&now->volume, &change.before);
+    return hasMoved && change.mute.value_or(now->mute) == now->mute;
 }
 
 }  // namespace pulse

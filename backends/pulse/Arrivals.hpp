@@ -6,13 +6,14 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <vector>
 
 namespace pulse {
 
-/// Waits for the mirror to show what was written. PipeWire acknowledges a volume before its answers
-/// to us know of it, and drops the next one without a word if that is what they still say. One that
-/// comes while a headset begins to play it takes and moves nothing by it.
+/// Waits for the mirror to show what was written. PipeWire acknowledges a volume or a mute before
+/// its answers to us know of it, and drops the next one without a word if that is what they still
+/// say. One that comes while a headset begins to play it takes and moves nothing by it.
 class Arrivals {
  public:
     /// A device may round what is written to what it has already: no longer than this is waited.
@@ -32,7 +33,7 @@ class Arrivals {
     /// Remembers what the mirror says now of everything that is going to be written.
     void expect(const VolumeObject& object, const std::vector<TargetWrite>& writes);
     /// After the acknowledgement: reads until each volume is the one that was written, or another
-    /// one than before, and calls `ended`, never from inside.
+    /// one than before, and each mute as written, and calls `ended`, never from inside.
     void await(const VolumeObject& object, const Read& read, const Ended& ended);
     /// Forgets everything, for a connection that is gone.
     void clear() { expectations_.clear(); }
@@ -41,7 +42,8 @@ class Arrivals {
     struct Change {
         Target target;
         pa_cvolume before{};
-        pa_cvolume written{};
+        std::optional<pa_cvolume> written{};
+        std::optional<Mute> mute{};
     };
     struct Expectation {
         std::vector<Change> changes;

@@ -135,6 +135,22 @@ Found objectForCategory(const ServerMirror& mirror, const NSString& category) {
     return scheme ? scheme->object(mirror, category->substr(scheme->prefix.size())) : std::nullopt;
 }
 
+std::string categoryNaming(const VolumeObject& object) {
+    switch (object.kind) {
+        case Kind::Sink:
+            return "sink:" + object.name;
+        case Kind::Source:
+            return "source:" + object.name;
+        case Kind::Role:
+            return "role:" + object.name;
+        case Kind::Application:
+            return "app:" + object.name;
+        case Kind::Conference:
+            return "VideoConference";
+    }
+    return object.name;
+}
+
 Consequence consequenceOf(const CategoryState& before, const CategoryState& now) {
     return before == now ? Consequence::None : consequenceOfAnswering(now);
 }

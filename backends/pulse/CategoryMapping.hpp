@@ -11,8 +11,9 @@ namespace pulse {
 
 /// What a category's row shows.
 struct CategoryState {
-    std::optional<float> volume;  ///< 0 to 1; nullopt when it cannot be read.
+    std::optional<float> volume;  ///< What is heard, 0 to 1; nullopt when it cannot be read.
     NSString route;
+    Level level{};  ///< Of what can be read.
     bool operator==(const CategoryState&) const = default;
 };
 
@@ -26,6 +27,9 @@ bool isCategory(const NSString& category);
 /// What the category's volume belongs to now; nullopt when that is not there. An object may be
 /// answered that turns out to have no volume.
 std::optional<VolumeObject> objectForCategory(const ServerMirror& mirror, const NSString& category);
+
+/// A category that the object belongs to, by its scheme; of conferences their only one.
+std::string categoryNaming(const VolumeObject& object);
 
 /// What a row has to be told after its category went from one state to the other.
 enum class Consequence {

@@ -16,7 +16,17 @@ bool PulseAudioController::getVolume(float& volume, const NSString& category) {
 }
 
 bool PulseAudioController::setVolumeTo(float volume, const NSString& category) {
-    return service_->set(category, volume);
+    const float fraction = pulse::fractionFromRaw(pulse::rawFromFraction(volume));
+    return service_->set(category, {fraction, Mute::Off});
+}
+
+std::optional<AVSystemController::Level> PulseAudioController::levelOf(const NSString& category) {
+    const pulse::CategoryState shown = service_->look(category);
+    return shown.volume ? std::optional(shown.level) : std::nullopt;
+}
+
+bool PulseAudioController::setMute(Mute mute, const NSString& category) {
+    return service_->set(category, {.mute = mute});
 }
 
 NSString PulseAudioController::routeForCategory(const NSString& category) {
@@ -45,4 +55,8 @@ void PulseAudioController::setStateHandler(std::function<void(State)> handler) {
 
 void PulseAudioController::setAvailabilityHandler(std::function<void()> handler) {
     service_->announcer().setRereadHandler(std::move(handler));
+}
+
+void PulseAudioController::setRefusalHandler(RefusalHandler handler) {
+    service_->setRefusalHandler(std::move(handler));
 }

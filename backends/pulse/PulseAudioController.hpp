@@ -24,10 +24,10 @@ class VolumeService;
 /// its program's file name, in any case of letters. What is not there cannot be read. Of several
 /// streams the loudest is shown, and all are moved to the same volume.
 ///
-/// The volume that the user gave to an application or to conferences is remembered for as long as
-/// the controller lives: it is shown while nothing plays, every stream that comes later gets it,
-/// and what somebody else sets on one of the streams takes its place. What the user never moved
-/// is never touched.
+/// The volume that the user gave to an application or to conferences, and that he muted them, is
+/// remembered for as long as the controller lives: it is shown while nothing plays, every stream
+/// that comes later gets it, and what somebody else sets on one of the streams takes its place.
+/// What the user never moved is never touched.
 ///
 /// It connects by itself and again whenever the connection ends. While there is none, no volume
 /// can be read and a volume set is dropped: the server that comes back may be a different one.
@@ -58,11 +58,16 @@ class PulseAudioController : public AVSystemController {
     bool getVolume(float& volume, const NSString& category) override;
     /// Unmutes. False, and nothing is sent, when the category can't be read now.
     bool setVolumeTo(float volume, const NSString& category) override;
+    /// Of several streams the loudest one that is heard; muted where all of them are.
+    std::optional<Level> levelOf(const NSString& category) override;
+    /// Everything that the category consists of. False, and nothing is sent, when it can't be read
+    /// now.
+    bool setMute(Mute mute, const NSString& category) override;
     /// The last one while no server answers, "Speaker" at first. nil for a named output or input
     /// that isn't there and for what is no category.
     NSString routeForCategory(const NSString& category) override;
 
-    /// Whether a volume that was set has not been confirmed by the server yet. False also where
+    /// Whether what was set has not been confirmed or refused by the server yet. False also where
     /// the connection ended meanwhile, which state() tells. For a program that ends right after.
     bool isWriting() const;
 
@@ -81,6 +86,12 @@ class PulseAudioController : public AVSystemController {
     /// Called when rows have to be read again and no notification says so: a category can't be
     /// read any more, or the route of one that can't be read changed.
     void setAvailabilityHandler(std::function<void()> handler);
+    /// Called when the server refuses what was set: with a category that names the object
+    /// ("sink:NAME"), and the reason in the server's words. Once for each object, until it is
+    /// changed again or another reason is given. Its rows are announced anew as they are.
+    using RefusalHandler =
+        std::function<void(const std::string& object, const std::string& reason)>;
+    void setRefusalHandler(RefusalHandler handler);
 
  private:
     std::unique_ptr<pulse::VolumeService> service_;

@@ -69,6 +69,11 @@ void PulseContext::succeeded(pa_context*, int success, void* userdata) {
         query.fail();
 }
 
+int PulseContext::reasonOfRefusal() const {
+    const int reason = pa_context_errno(context_.get());
+    return reason == PA_OK ? int{PA_ERR_UNKNOWN} : reason;
+}
+
 void PulseContext::subscribe() {
     pa_context_set_subscribe_callback(
         context_.get(),

@@ -4,6 +4,7 @@
 #include "platform/foundation/NSString.hpp"
 
 #include <pulse/context.h>
+#include <pulse/def.h>
 #include <pulse/mainloop-api.h>
 #include <pulse/subscribe.h>
 
@@ -53,12 +54,14 @@ class PulseContext {
     }
 
     /// The same for what is answered by its success alone: `begin(context, callback, userdata)`.
-    /// `answered` comes whatever the server said.
+    /// `answered` comes whatever the server said: with PA_OK, or the library's code for what it
+    /// refused it for.
+    using Answered = std::function<void(int error)>;
     template <class Begin>
-    void tell(std::function<void()> answered, const Begin& begin) {
+    void tell(Answered answered, const Begin& begin) {
         ask<Success>(
-            [answered = std::move(answered)](std::optional<Success>) {
-                if (answered) answered();
+            [this, answered = std::move(answered)](std::optional<Success> success) {
+                if (answered) answered(success ? int{PA_OK} : reasonOfRefusal());
             },
             [&](pa_context* context, void* query) { return begin(context, succeeded, query); });
     }
@@ -70,6 +73,7 @@ class PulseContext {
     };
 
     static void succeeded(pa_context* context, int success, void* userdata);
+    int reasonOfRefusal() const;
     void stateChanged();
     void failSoon();
     void announce(pa_subscription_event_type_t event) const;

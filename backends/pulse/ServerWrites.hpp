@@ -4,21 +4,27 @@
 #include "backends/pulse/ServerMirror.hpp"
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace pulse {
 
-/// A volume for one thing of the server.
+/// What one thing of the server is to become. What is not said stays as it is.
 struct TargetWrite {
     Target target;
-    pa_cvolume volume{};
-    Mute muteBefore = Mute::Off;
-    std::string rememberedDevice{};  ///< Of a role's entry, which is replaced as a whole.
+    std::optional<pa_cvolume> volume{};
+    std::optional<Mute> mute{};
+    // Of a role's entry, which is replaced as a whole:
+    std::string rememberedDevice{};
+    /// What those of the role's streams that play take over at once, described to us or not.
+    enum class ToStreams { Nothing, MuteAlone, Everything };
+    ToStreams toStreams = ToStreams::Nothing;
 };
 
-/// Sends them all and unmutes what was muted. `written` comes when the server has answered the
-/// last one, whatever it said; from inside when there is none.
-void writeVolumes(PulseContext& context, const std::vector<TargetWrite>& writes,
-                  const std::function<void()>& written);
+/// Sends them all. `written` comes when the server has answered the last one, with PA_OK or the
+/// library's code for the first refusal; from inside when there is nothing to send. A stream that
+/// has ended meanwhile counts as done.
+void writeTargets(PulseContext& context, const std::vector<TargetWrite>& writes,
+                  const std::function<void(int error)>& written);
 
 }  // namespace pulse

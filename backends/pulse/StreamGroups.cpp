@@ -34,10 +34,10 @@ bool belongs(const ServerMirror& mirror, const Stream& stream, const VolumeObjec
     }
 }
 
-std::optional<float> fractionOf(const ServerMirror& mirror, const Target& target) {
+std::optional<Level> levelOf(const ServerMirror& mirror, const Target& target) {
     const auto volume = mirror.volumeOf(target);
     if (!volume) return std::nullopt;
-    return effectiveFraction(volume->volume, volume->mute);
+    return levelFrom(volume->volume, volume->mute);
 }
 
 Target entryOf(const VolumeObject& role) {
@@ -50,17 +50,23 @@ bool entrySpeaksForStreams(const ServerMirror& mirror, const VolumeObject& role)
     return isSameName(role.name, "event") && !mirror.server.pipeWire && mirror.roleEntries;
 }
 
-std::optional<float> loudest(const std::vector<const Stream*>& streams) {
-    std::optional<float> result;
-    for (const Stream* stream : streams)
-        result = std::max(result.value_or(0), effectiveFraction(stream->volume, stream->mute));
+bool isLouder(const Level& one, const Level& other) {
+    return one.mute == other.mute ? one.volume > other.volume : one.mute == Mute::Off;
+}
+
+std::optional<Level> loudest(const std::vector<const Stream*>& streams) {
+    std::optional<Level> result;
+    for (const Stream* stream : streams) {
+        const Level level = levelFrom(stream->volume, stream->mute);
+        if (!result || isLouder(level, *result)) result = level;
+    }
     return result;
 }
 
-std::optional<float> volumeOfRole(const ServerMirror& mirror, const VolumeObject& role) {
+std::optional<Level> levelOfRole(const ServerMirror& mirror, const VolumeObject& role) {
     if (!entrySpeaksForStreams(mirror, role))
         if (const auto live = loudest(streamsOf(mirror, role))) return live;
-    return volumeOfEntry(mirror, role);
+    return levelOfEntry(mirror, role);
 }
 
 std::vector<Target> ifThere(const ServerMirror& mirror, Target target) {
@@ -90,21 +96,21 @@ std::vector<Target> targetsOf(const ServerMirror& mirror, const VolumeObject& ob
     return targets;
 }
 
-std::optional<float> volumeOf(const ServerMirror& mirror, const VolumeObject& object) {
+std::optional<Level> levelOf(const ServerMirror& mirror, const VolumeObject& object) {
     switch (object.kind) {
         case VolumeObject::Kind::Sink:
-            return fractionOf(mirror, {.kind = Target::Kind::Sink, .name = object.name});
+            return levelOf(mirror, Target{.kind = Target::Kind::Sink, .name = object.name});
         case VolumeObject::Kind::Source:
-            return fractionOf(mirror, {.kind = Target::Kind::Source, .name = object.name});
+            return levelOf(mirror, Target{.kind = Target::Kind::Source, .name = object.name});
         case VolumeObject::Kind::Role:
-            return volumeOfRole(mirror, object);
+            return levelOfRole(mirror, object);
         default:
             return loudest(streamsOf(mirror, object));
     }
 }
 
-std::optional<float> volumeOfEntry(const ServerMirror& mirror, const VolumeObject& role) {
-    return fractionOf(mirror, entryOf(role));
+std::optional<Level> levelOfEntry(const ServerMirror& mirror, const VolumeObject& role) {
+    return levelOf(mirror, entryOf(role));
 }
 
 }  // namespace pulse

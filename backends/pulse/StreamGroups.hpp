@@ -14,11 +14,11 @@ std::vector<const Stream*> streamsOf(const ServerMirror& mirror, const VolumeObj
 /// Everything that has to be written to move the object, and is there now.
 std::vector<Target> targetsOf(const ServerMirror& mirror, const VolumeObject& object);
 
-/// What is heard of the object, 0 to 1: of many streams the loudest one. nullopt when it isn't
-/// there.
-std::optional<float> volumeOf(const ServerMirror& mirror, const VolumeObject& object);
+/// What the object is at: of many streams the loudest one that is heard, and muted where all are.
+/// nullopt when it isn't there.
+std::optional<Level> levelOf(const ServerMirror& mirror, const VolumeObject& object);
 
 /// What the server keeps for the role's next stream; nullopt where it keeps nothing.
-std::optional<float> volumeOfEntry(const ServerMirror& mirror, const VolumeObject& role);
+std::optional<Level> levelOfEntry(const ServerMirror& mirror, const VolumeObject& role);
 
 }  // namespace pulse

@@ -21,13 +21,23 @@ bool isRoundedByServer(float remembered, float entry) {
     return std::abs(std::pow(remembered, 3.0F) - std::pow(entry, 3.0F)) <= rounding;
 }
 
-bool isOutdated(const VolumeObject& object, float remembered, const ServerMirror& mirror) {
-    if (object.kind != VolumeObject::Kind::Role) return false;
-    const auto entry = volumeOfEntry(mirror, object);
-    return entry && !isRoundedByServer(remembered, *entry);
+}  // namespace
+
+bool StreamMemory::Memory::isMetBy(const Stream& stream) const {
+    const bool hasVolume =
+        !isVolumeGiven || isNear(pa_cvolume_max(&stream.volume), rawFromFraction(fraction));
+    return hasVolume && mute.value_or(stream.mute) == stream.mute;
 }
 
-}  // namespace
+bool StreamMemory::isOutdated(const VolumeObject& object, const Memory& memory,
+                              const ServerMirror& mirror) {
+    if (object.kind != VolumeObject::Kind::Role) return false;
+    const auto entry = levelOfEntry(mirror, object);
+    if (!entry) return false;
+    const bool hasMoved =
+        memory.isVolumeGiven && !isRoundedByServer(memory.fraction, entry->volume);
+    return hasMoved || memory.mute.value_or(Mute::Off) != entry->mute;
+}
 
 bool StreamMemory::isConcernedWith(const VolumeObject& object, const ServerMirror& mirror) {
     const bool roleIsOurs = mirror.server.pipeWire.has_value();
@@ -36,28 +46,40 @@ bool StreamMemory::isConcernedWith(const VolumeObject& object, const ServerMirro
            (object.kind == VolumeObject::Kind::Role && roleIsOurs);
 }
 
-void StreamMemory::remember(const VolumeObject& object, float fraction, const ServerMirror& mirror,
-                            double nowSeconds) {
+void StreamMemory::remember(const VolumeObject& object, const Setting& setting, const Level& level,
+                            const ServerMirror& mirror, double nowSeconds) {
     if (!isConcernedWith(object, mirror)) return;
     const auto [found, isFirst] = memories_.try_emplace(object);
-    found->second.fraction = fraction;
+    Memory& memory = found->second;
+    memory.fraction = setting.fraction.value_or(isFirst ? level.volume : memory.fraction);
+    memory.isVolumeGiven |= setting.fraction.has_value();
+    // A volume unmutes what there is: that alone says nothing of a program that begins muted.
+    const bool isAboutMute = !setting.fraction || memory.mute;
+    if (isAboutMute && setting.mute) memory.mute = setting.mute;
     if (!isFirst) return;
     for (const Stream* stream : streamsOf(mirror, object))
-        found->second.heard[stream->index] = {pa_cvolume_max(&stream->volume),
-                                              nowSeconds - newSeconds};
+        memory.heard[stream->index] = {pa_cvolume_max(&stream->volume), stream->mute,
+                                       nowSeconds - newSeconds};
 }
 
-std::optional<float> StreamMemory::remembered(const VolumeObject& object) const {
+std::optional<Level> StreamMemory::remembered(const VolumeObject& object) const {
     const auto found = memories_.find(object);
     if (found == memories_.end()) return std::nullopt;
-    return found->second.fraction;
+    return Level{found->second.fraction, found->second.mute.value_or(Mute::Off)};
+}
+
+Setting StreamMemory::settingFor(const VolumeObject& object) const {
+    const auto found = memories_.find(object);
+    if (found == memories_.end()) return {};
+    const Memory& memory = found->second;
+    return {memory.isVolumeGiven ? std::optional(memory.fraction) : std::nullopt, memory.mute};
 }
 
 std::vector<VolumeObject> StreamMemory::observe(
     const ServerMirror& mirror, double nowSeconds,
     const std::function<bool(const VolumeObject&)>& isMoving) {
     std::erase_if(memories_, [&](const auto& each) {
-        return !isMoving(each.first) && isOutdated(each.first, each.second.fraction, mirror);
+        return !isMoving(each.first) && isOutdated(each.first, each.second, mirror);
     });
     std::vector<VolumeObject> due;
     for (auto& [object, memory] : memories_) {
@@ -86,15 +108,16 @@ bool StreamMemory::observe(Memory& memory, const Stream& stream, double nowSecon
     const bool isFirstSight = known == memory.heard.end();
     if (isFirstSight) {
         const Claim claim = isClaimed(stream.index) ? Claim::AnotherObjects : Claim::Ours;
-        memory.heard[stream.index] = {raw, nowSeconds, claim};
+        memory.heard[stream.index] = {raw, stream.mute, nowSeconds, claim};
     }
     Heard& heard = memory.heard[stream.index];
-    const bool changed = !isNear(std::exchange(heard.raw, raw), raw);
-    if (nowSeconds - heard.sinceSeconds < newSeconds && heard.claim == Claim::Ours) {
-        const bool isRight = isNear(raw, rawFromFraction(memory.fraction));
-        return !isRight && (isFirstSight || !moving);
-    }
-    if (changed && !moving) memory.fraction = fractionFromRaw(raw);
+    const bool hasMoved = !isNear(std::exchange(heard.raw, raw), raw);
+    const bool isToggled = std::exchange(heard.mute, stream.mute) != stream.mute;
+    if (nowSeconds - heard.sinceSeconds < newSeconds && heard.claim == Claim::Ours)
+        return !memory.isMetBy(stream) && (isFirstSight || !moving);
+    if (moving) return false;
+    if (hasMoved) memory.fraction = fractionFromRaw(raw);
+    if (isToggled && memory.mute) memory.mute = stream.mute;
     return false;
 }
 

@@ -10,21 +10,25 @@
 
 namespace pulse {
 
-/// Remembers the volume that the user gave to an application's streams or to conferences, for
-/// those that come later. What somebody else does to a stream that has that volume is remembered
-/// in its place; an object that the user never moved is left alone. A role is remembered so on
-/// PipeWire, which gives its streams what it keeps late, inexactly or not at all, until that
+/// Remembers the volume that the user gave to an application's streams or to conferences, and
+/// whether he muted them, for those that come later. What somebody else does to a stream of them is
+/// remembered in its place; an object that the user never moved is left alone. A role is remembered
+/// so on PipeWire, which gives its streams what it keeps late, inexactly or not at all, until that
 /// becomes something else. Plain rules, without a server.
 class StreamMemory {
  public:
-    /// For so long a stream is new: what happens to its volume is the server's or its program's
+    /// For so long a stream is new: what happens to it is the server's or its program's
     /// way of starting, and no wish to be remembered.
     static constexpr double newSeconds = 0.3;
 
-    /// The user moved the object, which consists of what the mirror has.
-    void remember(const VolumeObject& object, float fraction, const ServerMirror& mirror,
-                  double nowSeconds);
-    std::optional<float> remembered(const VolumeObject& object) const;
+    /// The user moved or muted the object, which was at `level` and consists of what the mirror
+    /// has. Volumes that he never moved, and mutes that he never touched, are left to the server.
+    void remember(const VolumeObject& object, const Setting& setting, const Level& level,
+                  const ServerMirror& mirror, double nowSeconds);
+    /// What the object is at while it consists of nothing.
+    std::optional<Level> remembered(const VolumeObject& object) const;
+    /// What its new streams get.
+    Setting settingFor(const VolumeObject& object) const;
 
     /// Compares with what the server says now. Answers the objects that have to be moved to what
     /// is remembered of them, for their new streams. `isMoving` tells whether we are moving one.
@@ -37,14 +41,20 @@ class StreamMemory {
     enum class Claim { Ours, AnotherObjects };
     struct Heard {
         pa_volume_t raw = 0;
+        Mute mute = Mute::Off;
         double sinceSeconds = 0;
         Claim claim = Claim::Ours;
     };
     struct Memory {
         float fraction = 0;
+        bool isVolumeGiven = false;  // To streams that come; else it is only shown.
+        std::optional<Mute> mute{};
+        bool isMetBy(const Stream& stream) const;
         std::map<std::uint32_t, Heard> heard;  // By the stream's index.
     };
 
+    static bool isOutdated(const VolumeObject& object, const Memory& memory,
+                           const ServerMirror& mirror);
     static bool isConcernedWith(const VolumeObject& object, const ServerMirror& mirror);
     bool isClaimed(std::uint32_t streamIndex) const;
     bool observe(Memory& memory, const Stream& stream, double nowSeconds, bool moving);

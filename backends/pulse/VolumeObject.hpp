@@ -1,6 +1,9 @@
 #pragma once
 
+#include "backends/pulse/VolumeScale.hpp"
+
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <tuple>
 
@@ -21,6 +24,21 @@ struct VolumeObject {
     bool operator==(const VolumeObject&) const = default;
     bool operator<(const VolumeObject& other) const {
         return std::tie(kind, name) < std::tie(other.kind, other.name);
+    }
+};
+
+/// What an object is to become. What is not said stays as it is.
+struct Setting {
+    std::optional<float> fraction{};
+    std::optional<Mute> mute{};
+    bool operator==(const Setting&) const = default;
+    Level appliedTo(const Level& level) const {
+        return {fraction.value_or(level.volume), mute.value_or(level.mute)};
+    }
+    /// Takes over what the other one says.
+    void takeFrom(const Setting& newer) {
+        if (newer.fraction) fraction = newer.fraction;
+        if (newer.mute) mute = newer.mute;
     }
 };
 

@@ -14,8 +14,8 @@ float fractionFromRaw(pa_volume_t raw) {
     return static_cast<float>(std::min(raw, PA_VOLUME_NORM)) / static_cast<float>(PA_VOLUME_NORM);
 }
 
-float effectiveFraction(const pa_cvolume& volume, Mute mute) {
-    return mute == Mute::On ? 0.0F : fractionFromRaw(pa_cvolume_max(&volume));
+Level levelFrom(const pa_cvolume& volume, Mute mute) {
+    return {fractionFromRaw(pa_cvolume_max(&volume)), mute};
 }
 
 }  // namespace pulse

@@ -9,7 +9,10 @@
 namespace pulse {
 
 VolumeService::VolumeService(NSString server)
-    : writer_(mirror_, [this] { announcer_.changed(); }),
+    : writer_(mirror_, {[this] { announcer_.changed(); },
+                        [this](const VolumeObject& object, const std::string& reason) {
+                            refused(object, reason);
+                        }}),
       poller_(mirror_,
               [this] {
                   if (!reader_) return;
@@ -33,32 +36,35 @@ CategoryState VolumeService::look(const NSString& category) {
     return shown;
 }
 
-std::optional<float> VolumeService::volumeKnownOf(const VolumeObject& object) const {
+std::optional<Level> VolumeService::levelKnownOf(const VolumeObject& object) const {
     const auto remembered = memory_.remembered(object);
     if (remembered && streamsOf(mirror_, object).empty()) return remembered;
-    return volumeOf(mirror_, object);
+    return levelOf(mirror_, object);
 }
 
-// A volume on its way counts as the object's already, so that nothing of what it passes on the
+// What is on its way counts as the object's already, so that nothing of what it passes on the
 // way is shown.
 CategoryState VolumeService::shownBy(const NSString& category,
                                      const std::optional<VolumeObject>& object) {
     CategoryState shown{std::nullopt, routeForCategory(mirror_, category, object)};
     if (!isReady()) return shown;
-    const auto current = object ? volumeKnownOf(*object) : std::nullopt;
+    const auto current = object ? levelKnownOf(*object) : std::nullopt;
     if (!current) return shown;
     const auto pending = writer_.pending(*object);
-    shown.volume = pending ? pending : current;
+    shown.level = pending ? pending->appliedTo(*current) : *current;
+    shown.volume = shown.level.heard();
     return shown;
 }
 
-bool VolumeService::set(const NSString& category, float fraction) {
+// Whoever sets something shows it already: if nothing comes of it, he is told.
+bool VolumeService::set(const NSString& category, const Setting& setting) {
     if (!isReady()) return false;
     const auto object = objectForCategory(mirror_, category);
-    if (!object || !volumeKnownOf(*object)) return false;
-    const float wanted = fractionFromRaw(rawFromFraction(fraction));
-    memory_.remember(*object, wanted, mirror_, NSRunLoop::mainRunLoop().currentTime());
-    writer_.set(*object, wanted);
+    const auto level = object ? levelKnownOf(*object) : std::nullopt;
+    if (!level) return false;
+    memory_.remember(*object, setting, *level, mirror_, NSRunLoop::mainRunLoop().currentTime());
+    writer_.set(*object, setting);
+    announcer_.answered(*category, shownBy(category, object));
     announcer_.changed();
     return true;
 }
@@ -103,7 +109,7 @@ void VolumeService::bringNewStreams() {
         mirror_, NSRunLoop::mainRunLoop().currentTime(),
         [this](const VolumeObject& object) { return writer_.pending(object).has_value(); });
     for (const VolumeObject& object : due)
-        writer_.set(object, *memory_.remembered(object), WriteQueue::Repeat::Send);
+        writer_.set(object, memory_.settingFor(object), WriteQueue::Repeat::Send);
 }
 
 void VolumeService::setState(State state) {
@@ -115,6 +121,19 @@ void VolumeService::tellState() {
     if (std::exchange(toldState_, state_) == state_ || !stateHandler_) return;
     const auto handler = stateHandler_;  // It may replace itself, or end this.
     handler(state_);
+}
+
+void VolumeService::refused(const VolumeObject& object, const std::string& reason) {
+    refusals_.emplace_back(categoryNaming(object), reason);
+    tellingRefusals_.start(0, [this] { tellRefusal(); });
+}
+
+void VolumeService::tellRefusal() {
+    const auto [object, reason] = std::move(refusals_.front());
+    refusals_.pop_front();
+    if (!refusals_.empty()) tellingRefusals_.start(0, [this] { tellRefusal(); });
+    const auto handler = refusalHandler_;  // It may replace itself, or end this.
+    if (handler) handler(object, reason);
 }
 
 }  // namespace pulse

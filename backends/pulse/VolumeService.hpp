@@ -10,8 +10,11 @@
 #include "backends/pulse/StreamMemory.hpp"
 #include "backends/pulse/VolumeWriter.hpp"
 
+#include <deque>
 #include <functional>
 #include <optional>
+#include <string>
+#include <utility>
 
 namespace pulse {
 
@@ -24,9 +27,10 @@ class VolumeService {
 
     /// What the category shows now; from then on its changes are announced.
     CategoryState look(const NSString& category);
-    bool set(const NSString& category, float fraction);
+    /// False, and nothing is sent, when the category can't be read now.
+    bool set(const NSString& category, const Setting& setting);
 
-    bool isWriting() const { return !writer_.isIdle(); }
+    bool isWriting() const { return !writer_.isIdle() || tellingRefusals_.isRunning(); }
     void setAttention(PulseAudioController::Attention attention) {
         poller_.setAttention(attention);
         if (!isReady()) poller_.stop();
@@ -35,12 +39,15 @@ class VolumeService {
     State state() const { return state_; }
     const NSString& refusal() const { return connection_.refusal(); }
     void setStateHandler(std::function<void(State)> handler) { stateHandler_ = std::move(handler); }
+    void setRefusalHandler(PulseAudioController::RefusalHandler handler) {
+        refusalHandler_ = std::move(handler);
+    }
     Announcer& announcer() { return announcer_; }
 
  private:
     bool isReady() { return connection_.context() && reader_ && reader_->isComplete(); }
     /// Of what is there now, or will be moved when it comes.
-    std::optional<float> volumeKnownOf(const VolumeObject& object) const;
+    std::optional<Level> levelKnownOf(const VolumeObject& object) const;
     void bringNewStreams();
     /// The object is what the category's volume belongs to now.
     CategoryState shownBy(const NSString& category, const std::optional<VolumeObject>& object);
@@ -50,11 +57,16 @@ class VolumeService {
     void tellWhatMoved();
     void setState(State state);
     void tellState();
+    void refused(const VolumeObject& object, const std::string& reason);
+    void tellRefusal();
 
     State state_ = State::Connecting;
     State toldState_ = State::Connecting;
     std::function<void(State)> stateHandler_;
     OneShotTimer tellingState_;
+    PulseAudioController::RefusalHandler refusalHandler_;
+    std::deque<std::pair<std::string, std::string>> refusals_;  // Untold ones.
+    OneShotTimer tellingRefusals_;
 
     ServerMirror mirror_;
     VolumeWriter writer_;

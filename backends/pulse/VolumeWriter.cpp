@@ -3,16 +3,21 @@
 #include "backends/pulse/ServerWrites.hpp"
 #include "backends/pulse/StreamGroups.hpp"
 
+#include <pulse/error.h>
+
+#include <algorithm>
 #include <utility>
 
 namespace pulse {
 
-VolumeWriter::VolumeWriter(const ServerMirror& mirror, std::function<void()> confirmed)
+using ToStreams = TargetWrite::ToStreams;
+
+VolumeWriter::VolumeWriter(const ServerMirror& mirror, Handlers handlers)
     : mirror_(mirror),
-      confirmed_(std::move(confirmed)),
+      handlers_(std::move(handlers)),
       arrivals_(mirror),
-      writes_([this](const auto& object, float fraction,
-                     std::uint64_t ticket) { send(object, fraction, ticket); },
+      writes_([this](const auto& object, const Setting& wanted,
+                     std::uint64_t ticket) { send(object, wanted, ticket); },
               [this](const auto& object, std::uint64_t ticket) { confirmInTime(object, ticket); }) {
 }
 
@@ -28,12 +33,15 @@ void VolumeWriter::end() {
     balances_.clear();
     arrivals_.clear();
     stale_.clear();
+    mutesOnTheirWay_.clear();
+    refusals_.clear();
 }
 
-void VolumeWriter::set(const VolumeObject& object, float fraction, WriteQueue::Repeat repeat) {
+void VolumeWriter::set(const VolumeObject& object, const Setting& setting,
+                       WriteQueue::Repeat repeat) {
     if (!context_) return;
     if (!pending(object)) observeBalances(object);
-    writes_.set(object, fraction, repeat);
+    writes_.set(object, setting, repeat);
 }
 
 void VolumeWriter::observeBalances(const VolumeObject& object) {
@@ -42,20 +50,50 @@ void VolumeWriter::observeBalances(const VolumeObject& object) {
             balances_.observe(target, current->volume);
 }
 
-void VolumeWriter::send(const VolumeObject& object, float fraction, std::uint64_t ticket) {
+void VolumeWriter::send(const VolumeObject& object, const Setting& wanted, std::uint64_t ticket) {
+    const bool isMuteCertain = !mutesOnTheirWay_.contains(object);
     std::vector<TargetWrite> writes;
-    for (const Target& target : targetsOf(mirror_, object)) {
-        const auto current = mirror_.volumeOf(target).value_or(ObjectVolume{});
-        if (!balances_.knows(target)) balances_.observe(target, current.volume);
-        writes.push_back({target, balances_.volumeAt(target, rawFromFraction(fraction)),
-                          current.mute, mirror_.rememberedDevice(target.name)});
-    }
+    for (const Target& target : targetsOf(mirror_, object))
+        writes.push_back(writeTo(target, wanted, isMuteCertain));
+    if (std::ranges::any_of(writes, [](const auto& write) { return write.mute.has_value(); }))
+        mutesOnTheirWay_.insert(object);
     arrivals_.expect(object, writes);
-    writeVolumes(*context_, writes, [this, object, ticket] { acknowledged(object, ticket); });
+    writeTargets(*context_, writes,
+                 [this, object, ticket](int error) { acknowledged(object, ticket, error); });
 }
 
-void VolumeWriter::acknowledged(const VolumeObject& object, std::uint64_t ticket) {
-    if (!mirror_.server.pipeWire) return writes_.acknowledged(object, ticket);
+// In a drag the object is not unmuted at each step anew.
+TargetWrite VolumeWriter::writeTo(const Target& target, const Setting& wanted, bool isMuteCertain) {
+    const auto current = mirror_.volumeOf(target).value_or(ObjectVolume{});
+    TargetWrite write{.target = target};
+    if (wanted.fraction) {
+        if (!balances_.knows(target)) balances_.observe(target, current.volume);
+        write.volume = balances_.volumeAt(target, rawFromFraction(*wanted.fraction));
+    }
+    if (target.kind == Target::Kind::RoleEntry) {
+        if (!write.volume) write.volume = current.volume;
+        write.mute = wanted.mute.value_or(current.mute);
+        write.rememberedDevice = mirror_.rememberedDevice(target.name);
+        // PipeWire has no such way, and would keep what is sent on it.
+        const auto others = mirror_.server.pipeWire ? ToStreams::Nothing : ToStreams::MuteAlone;
+        write.toStreams = wanted.fraction ? ToStreams::Everything : others;
+    } else if (!wanted.fraction || !isMuteCertain || wanted.mute != current.mute) {
+        write.mute = wanted.mute;
+    }
+    return write;
+}
+
+void VolumeWriter::noteAnswer(const VolumeObject& object, int error) {
+    if (error == PA_OK)
+        refusals_.erase(object);
+    else if (std::exchange(refusals_[object], error) != error)
+        handlers_.refused(object, pa_strerror(error));
+}
+
+void VolumeWriter::acknowledged(const VolumeObject& object, std::uint64_t ticket, int error) {
+    noteAnswer(object, error);
+    const bool showsAtOnce = !mirror_.server.pipeWire || error != PA_OK;
+    if (showsAtOnce) return writes_.acknowledged(object, ticket);
     arrivals_.await(
         object,
         [this, object](const std::function<void()>& afterwards) { read(object, afterwards); },
@@ -92,7 +130,8 @@ void VolumeWriter::read(const VolumeObject& object, const std::function<void()>&
 
 void VolumeWriter::finish(const VolumeObject& object, std::uint64_t ticket) {
     writes_.confirmed(object, ticket);
-    confirmed_();
+    if (!pending(object)) mutesOnTheirWay_.erase(object);
+    handlers_.confirmed();
 }
 
 }  // namespace pulse

@@ -9,6 +9,8 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
+#include <string>
 
 namespace pulse {
 
@@ -19,21 +21,30 @@ class VolumeWriter {
     /// lose it when the writer leaves.
     static constexpr double staleRoleSeconds = 0.1;
 
-    /// `mirror` outlives the writer. `confirmed` is called whenever an object has arrived where it
-    /// was moved to and the mirror says so.
-    VolumeWriter(const ServerMirror& mirror, std::function<void()> confirmed);
+    struct Handlers {
+        /// The server has been asked again after an object's last write, and the mirror says what
+        /// came of it.
+        std::function<void()> confirmed;
+        /// The server refused to change the object, and why in its words. Once, until it changes
+        /// the object again or has another reason.
+        std::function<void(const VolumeObject&, const std::string& reason)> refused;
+    };
+
+    /// `mirror` outlives the writer.
+    VolumeWriter(const ServerMirror& mirror, Handlers handlers);
 
     /// Both are valid until end().
     void begin(PulseContext& context, MirrorReader& reader);
     /// Drops what is on its way.
     void end();
 
-    /// Moves the object and unmutes it. Nothing happens without a connection. With Repeat::Send
-    /// also where the value is on its way already, for streams that have joined the object since.
-    void set(const VolumeObject& object, float fraction,
+    /// Brings everything that the object consists of there. Nothing happens without a connection.
+    /// With Repeat::Send also where that is on its way already, for streams that have joined the
+    /// object since.
+    void set(const VolumeObject& object, const Setting& setting,
              WriteQueue::Repeat repeat = WriteQueue::Repeat::Skip);
-    /// What the object will be at once everything has arrived; nullopt when nothing is on its way.
-    std::optional<float> pending(const VolumeObject& object) const {
+    /// What the object will be once everything has arrived; nullopt when nothing is on its way.
+    std::optional<Setting> pending(const VolumeObject& object) const {
         return writes_.pending(object);
     }
     bool isIdle() const { return writes_.isEmpty(); }
@@ -42,21 +53,25 @@ class VolumeWriter {
 
  private:
     void observeBalances(const VolumeObject& object);
-    void send(const VolumeObject& object, float fraction, std::uint64_t ticket);
-    void acknowledged(const VolumeObject& object, std::uint64_t ticket);
+    void send(const VolumeObject& object, const Setting& wanted, std::uint64_t ticket);
+    TargetWrite writeTo(const Target& target, const Setting& wanted, bool isMuteCertain);
+    void acknowledged(const VolumeObject& object, std::uint64_t ticket, int error);
+    void noteAnswer(const VolumeObject& object, int error);
     void confirmInTime(const VolumeObject& object, std::uint64_t ticket);
     void confirm(const VolumeObject& object, std::uint64_t ticket);
     void read(const VolumeObject& object, const std::function<void()>& afterwards);
     void finish(const VolumeObject& object, std::uint64_t ticket);
 
     const ServerMirror& mirror_;
-    std::function<void()> confirmed_;
+    Handlers handlers_;
     PulseContext* context_ = nullptr;
     MirrorReader* reader_ = nullptr;
     BalanceMemory balances_;
     Arrivals arrivals_;
     WriteQueue writes_;
     std::map<VolumeObject, OneShotTimer> stale_;  // Of roles.
+    std::set<VolumeObject> mutesOnTheirWay_;      // What the mirror says of them is no guide.
+    std::map<VolumeObject, int> refusals_;        // The last answers, where they were no.
 };
 
 }  // namespace pulse

@@ -2,21 +2,22 @@
 
 namespace pulse {
 
-void WriteQueue::set(const VolumeObject& object, float fraction, Repeat repeat) {
+void WriteQueue::set(const VolumeObject& object, const Setting& setting, Repeat repeat) {
     const auto [found, isNew] = entries_.try_emplace(object);
     Entry& entry = found->second;
     // On its way already: a second sending could undo what somebody else sets in between.
     const bool isSent = entry.stage == Stage::Sent || entry.stage == Stage::SentAgain;
-    const bool isOnItsWay = !isNew && isSent && entry.wanted == fraction;
+    const Setting before = entry.wanted;
+    entry.wanted.takeFrom(setting);
+    const bool isOnItsWay = !isNew && isSent && entry.wanted == before;
     if (isOnItsWay && repeat == Repeat::Skip) return;
-    entry.wanted = fraction;
     if (isNew || entry.stage == Stage::Confirming)
         send(object, entry);
     else
         entry.stage = Stage::SentAndOvertaken;
 }
 
-std::optional<float> WriteQueue::pending(const VolumeObject& object) const {
+std::optional<Setting> WriteQueue::pending(const VolumeObject& object) const {
     const auto found = entries_.find(object);
     if (found == entries_.end()) return std::nullopt;
     return found->second.wanted;

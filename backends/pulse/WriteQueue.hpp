@@ -10,13 +10,14 @@
 
 namespace pulse {
 
-/// Volumes on their way to the server: one in flight for each object, and behind it only the
+/// Settings on their way to the server: one in flight for each object, and behind it only the
 /// newest. An object stays pending until the server has been asked again after its last write, so
 /// that no echo of an earlier one is taken for the truth.
 class WriteQueue {
  public:
-    /// Sends the fraction; the answer is acknowledged() with the ticket.
-    using Send = std::function<void(const VolumeObject&, float fraction, std::uint64_t ticket)>;
+    /// Sends the setting; the answer is acknowledged() with the ticket.
+    using Send =
+        std::function<void(const VolumeObject&, const Setting& wanted, std::uint64_t ticket)>;
     /// Reads the object anew; the answer is confirmed() with the ticket, later.
     using Confirm = std::function<void(const VolumeObject&, std::uint64_t ticket)>;
 
@@ -25,9 +26,10 @@ class WriteQueue {
 
     WriteQueue(Send send, Confirm confirm) : send_(std::move(send)), confirm_(std::move(confirm)) {}
 
-    void set(const VolumeObject& object, float fraction, Repeat repeat = Repeat::Skip);
-    /// The volume that the object will have once its writes are through.
-    std::optional<float> pending(const VolumeObject& object) const;
+    /// What the setting does not say stays as it was asked for before, while that is on its way.
+    void set(const VolumeObject& object, const Setting& setting, Repeat repeat = Repeat::Skip);
+    /// What the object will be once its writes are through.
+    std::optional<Setting> pending(const VolumeObject& object) const;
 
     /// Whether every write is through.
     bool isEmpty() const { return entries_.empty(); }
@@ -45,7 +47,7 @@ class WriteQueue {
  private:
     enum class Stage { Sent, SentAgain, SentAndOvertaken, Confirming };
     struct Entry {
-        float wanted = 0;
+        Setting wanted{};
         Stage stage = Stage::Sent;
         std::uint64_t ticket = 0;
     };

@@ -16,31 +16,48 @@ SimulatedAudioDevice::SimulatedAudioDevice() {
         categories_.emplace(name, Category{});
 }
 
-bool SimulatedAudioDevice::getVolume(float& volume, const NSString& category) {
+SimulatedAudioDevice::Category* SimulatedAudioDevice::named(const NSString& category) {
     const auto found = category ? categories_.find(*category) : categories_.end();
-    if (found == categories_.end() || !found->second.readable) return false;
-    volume = found->second.volume;
-    return true;
+    return found == categories_.end() ? nullptr : &found->second;
+}
+
+bool SimulatedAudioDevice::getVolume(float& volume, const NSString& category) {
+    const std::optional<Level> level = levelOf(category);
+    if (level) volume = level->heard();
+    return level.has_value();
 }
 
 bool SimulatedAudioDevice::setVolumeTo(float volume, const NSString& category) {
     if (observer_) observer_(category, volume);
-    const auto found = category ? categories_.find(*category) : categories_.end();
-    if (found == categories_.end()) return false;
-    found->second.volume = fractionFrom(volume);
-    announceLater(found->first, found->second.volume);
+    Category* const changed = named(category);
+    if (!changed) return false;
+    changed->level = {fractionFrom(volume), Mute::Off};
+    announceLater(*category);
+    return true;
+}
+
+std::optional<AVSystemController::Level> SimulatedAudioDevice::levelOf(const NSString& category) {
+    const Category* const asked = named(category);
+    if (!asked || !asked->readable) return std::nullopt;
+    return asked->level;
+}
+
+bool SimulatedAudioDevice::setMute(Mute mute, const NSString& category) {
+    Category* const changed = named(category);
+    if (!changed) return false;
+    changed->level.mute = mute;
+    announceLater(*category);
     return true;
 }
 
 NSString SimulatedAudioDevice::routeForCategory(const NSString& category) {
-    const auto found = category ? categories_.find(*category) : categories_.end();
-    return found == categories_.end() ? std::nullopt : found->second.route;
+    const Category* const asked = named(category);
+    return asked ? asked->route : std::nullopt;
 }
 
 void SimulatedAudioDevice::changeVolume(const std::string& category, float volume) {
-    Category& changed = categories_[category];
-    changed.volume = fractionFrom(volume);
-    announceLater(category, changed.volume);
+    categories_[category].level.volume = fractionFrom(volume);
+    announceLater(category);
 }
 
 void SimulatedAudioDevice::setReadable(const std::string& category, bool readable) {
@@ -51,7 +68,8 @@ void SimulatedAudioDevice::setRoute(const std::string& category, const NSString&
     categories_[category].route = route;
 }
 
-void SimulatedAudioDevice::announceLater(const std::string& category, float volume) {
+void SimulatedAudioDevice::announceLater(const std::string& category) {
+    const float heard = categories_[category].level.heard();
     NSRunLoop::mainRunLoop().performAfterDelay(
-        0, [category, volume] { postEffectiveVolumeDidChange(category, volume); });
+        0, [category, heard] { postEffectiveVolumeDidChange(category, heard); });
 }

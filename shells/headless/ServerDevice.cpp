@@ -20,6 +20,12 @@ class ObservedService : public AVSystemController {
         if (observer_) observer_(category, volume);
         return service_->setVolumeTo(volume, category);
     }
+    std::optional<Level> levelOf(const NSString& category) override {
+        return service_->levelOf(category);
+    }
+    bool setMute(Mute mute, const NSString& category) override {
+        return service_->setMute(mute, category);
+    }
     NSString routeForCategory(const NSString& category) override {
         return service_->routeForCategory(category);
     }

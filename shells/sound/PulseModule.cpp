@@ -25,6 +25,9 @@ class PulseServer : public SoundServer {
     void setAvailabilityHandler(std::function<void()> handler) override {
         controller_->setAvailabilityHandler(std::move(handler));
     }
+    void setRefusalHandler(RefusalHandler handler) override {
+        controller_->setRefusalHandler(std::move(handler));
+    }
 
  private:
     std::shared_ptr<PulseAudioController> controller_;

@@ -26,6 +26,11 @@ class SoundServer {
     virtual void setAnswersHandler(std::function<void(Answers)> handler) = 0;
     /// Called when rows have to be read again and no notification says so.
     virtual void setAvailabilityHandler(std::function<void()> handler) = 0;
+    /// Called when the server refuses what was set, with a category that names what it does not
+    /// change, and the server's reason; once, not for each step of a drag.
+    using RefusalHandler =
+        std::function<void(const std::string& category, const std::string& reason)>;
+    virtual void setRefusalHandler(RefusalHandler handler) = 0;
 };
 
 /// What the module exports, by this name: begins to connect. The address is as libpulse takes it;

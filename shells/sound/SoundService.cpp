@@ -13,6 +13,8 @@ class AwaitedService : public AVSystemController {
     std::string_view className() const override { return "AwaitedService"; }
     bool getVolume(float& /*volume*/, const NSString& /*category*/) override { return false; }
     bool setVolumeTo(float /*volume*/, const NSString& /*category*/) override { return false; }
+    std::optional<Level> levelOf(const NSString& /*category*/) override { return std::nullopt; }
+    bool setMute(Mute /*mute*/, const NSString& /*category*/) override { return false; }
     NSString routeForCategory(const NSString& /*category*/) override { return "Speaker"; }
 };
 
@@ -62,6 +64,9 @@ void SoundService::connect() {
     server_->setAnswersHandler([this](SoundServer::Answers answers) { serverAnswers(answers); });
     server_->setAvailabilityHandler([this] {
         if (availabilityHandler_) availabilityHandler_();
+    });
+    server_->setRefusalHandler([](const std::string& category, const std::string& reason) {
+        say("the sound server refuses to change '" + category + "': " + reason);
     });
     server_->setAttention(attention_);
     beginToWait();

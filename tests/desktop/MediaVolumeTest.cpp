@@ -54,6 +54,30 @@ TEST_F(MediaVolumeTest, SilenceReturnsToWhereItWas) {
     EXPECT_FLOAT_EQ(*volume.fraction(), 0.3F);
 }
 
+TEST_F(MediaVolumeTest, SilenceIsTheDevicesOwnMuteWhoeverBeganIt) {
+    device->changeVolume("Audio/Video", 0.3F);
+    volume.toggleSilence();
+    const AVSystemController::Level muted{0.3F, AVSystemController::Mute::On};
+    EXPECT_EQ(device->levelOf("Audio/Video"), muted);
+    MediaVolume another;  // As after a restart.
+    another.toggleSilence();
+    EXPECT_FLOAT_EQ(*volume.fraction(), 0.3F);
+}
+
+TEST_F(MediaVolumeTest, StepOutOfSilenceBeginsWhereTheVolumeWas) {
+    device->changeVolume("Audio/Video", 0.8F);
+    volume.toggleSilence();
+    volume.changeBy(0.05F);
+    EXPECT_FLOAT_EQ(*volume.fraction(), 0.85F);
+    volume.toggleSilence();
+    volume.changeBy(-0.05F);
+    EXPECT_FLOAT_EQ(*volume.fraction(), 0.8F);
+    device->changeVolume("Audio/Video", 1);
+    volume.toggleSilence();
+    volume.changeBy(0.05F);
+    EXPECT_FLOAT_EQ(*volume.fraction(), 1);
+}
+
 TEST_F(MediaVolumeTest, SilenceThatSomebodyElseMadeEndsInTheMiddle) {
     device->changeVolume("Audio/Video", 0);
     volume.toggleSilence();

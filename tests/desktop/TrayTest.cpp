@@ -59,6 +59,11 @@ class TrayTest : public testing::Test {
     bool waitForPercent(int wanted) {
         return rigs::waitUntil([&] { return percent() == wanted; });
     }
+    bool waitForMute(const std::string& answer) {
+        return rigs::waitUntil([&] {
+            return session.sound.pactl({"get-sink-mute", "spk"}) == "Mute: " + answer + "\n";
+        });
+    }
     /// The middle of the second row's thumb, which is all that is white that far below the track.
     CGPoint mediaThumb(const CGRect& drawer) const {
         constexpr CGFloat trackBelowTop = 95;
@@ -197,9 +202,20 @@ TEST_F(TrayTest, WheelMovesTheThumbOfAnOpenDrawer) {
 TEST_F(TrayTest, MiddleClickSilencesAndRestores) {
     session.user.moveTo(icon.x, icon.y);
     session.user.click(2);
-    EXPECT_TRUE(waitForPercent(0)) << percent();
+    EXPECT_TRUE(waitForMute("yes"));
+    EXPECT_EQ(percent(), 50) << "which it keeps";
     session.user.click(2);
-    EXPECT_TRUE(waitForPercent(50)) << percent();
+    EXPECT_TRUE(waitForMute("no"));
+    EXPECT_EQ(percent(), 50);
+}
+
+TEST_F(TrayTest, WheelEndsSilenceAtTheVolumeThatItKept) {
+    session.sound.pactl({"set-sink-mute", "spk", "1"});
+    waitForIconToRest();
+    session.user.moveTo(icon.x, icon.y);
+    session.user.scrollUp();
+    EXPECT_TRUE(waitForPercent(55)) << percent();
+    EXPECT_TRUE(waitForMute("no"));
 }
 
 TEST_F(TrayTest, EscapeHidesTheDrawerAndTheIconStays) {

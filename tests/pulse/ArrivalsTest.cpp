@@ -29,7 +29,7 @@ class ArrivalsTest : public testing::Test {
 
     void mirrorHas(pa_volume_t volume) { mirror.sinks["spk"].volume = {2, {volume, volume}}; }
     void write(pa_volume_t volume, const Target& target = speakerTarget) {
-        arrivals.expect(speaker, {{.target = target, .volume = {2, {volume, volume}}}});
+        arrivals.expect(speaker, {{.target = target, .volume = pa_cvolume{2, {volume, volume}}}});
         arrivals.await(
             speaker, [this](auto afterwards) { reads.push_back(std::move(afterwards)); },
             [this](Arrivals::Outcome outcome) { outcomes.push_back(outcome); });
@@ -72,6 +72,20 @@ TEST_F(ArrivalsTest, AreAwaitedByReadingAgainWhileNothingHasChanged) {
 TEST_F(ArrivalsTest, AreAnyOtherVolumeToo) {
     write(200);
     mirrorHas(190);  // As a device with few steps rounds it.
+    answerRead();
+    EXPECT_EQ(outcomes, Outcomes{Arrivals::Outcome::Arrived});
+}
+
+TEST_F(ArrivalsTest, OfAMuteAreSeenByTheMuteAlone) {
+    arrivals.expect(speaker, {{.target = speakerTarget, .mute = Mute::On}});
+    arrivals.await(
+        speaker, [this](auto afterwards) { reads.push_back(std::move(afterwards)); },
+        [this](Arrivals::Outcome outcome) { outcomes.push_back(outcome); });
+    mirrorHas(200);  // Somebody else's volume.
+    answerRead();
+    EXPECT_EQ(outcomes, Outcomes{});
+    advance(Arrivals::retrySeconds);
+    mirror.sinks["spk"].mute = Mute::On;
     answerRead();
     EXPECT_EQ(outcomes, Outcomes{Arrivals::Outcome::Arrived});
 }

@@ -30,6 +30,11 @@ std::vector<std::uint32_t> indexesOf(const ServerMirror& mirror, const VolumeObj
 
 using Indexes = std::vector<std::uint32_t>;
 
+std::optional<float> heardOf(const ServerMirror& mirror, const VolumeObject& object) {
+    const auto level = levelOf(mirror, object);
+    return level ? std::optional(level->heard()) : std::nullopt;
+}
+
 }  // namespace
 
 TEST(StreamGroups, GatherTheStreamsOfARole) {
@@ -86,36 +91,49 @@ TEST(StreamGroups, LeaveOutThePlumbingAndWhatCannotBeMoved) {
 
 TEST(StreamGroups, AreAsLoudAsTheLoudestStream) {
     ServerMirror mirror;
-    EXPECT_EQ(volumeOf(mirror, {Kind::Role, "music"}), std::nullopt);
+    EXPECT_EQ(heardOf(mirror, {Kind::Role, "music"}), std::nullopt);
     mirror.streams = {playing(1, 16384, "music"), playing(2, 32768, "music")};
-    EXPECT_EQ(volumeOf(mirror, {Kind::Role, "music"}), 0.5F);
+    EXPECT_EQ(heardOf(mirror, {Kind::Role, "music"}), 0.5F);
     mirror.streams[1].mute = Mute::On;
-    EXPECT_EQ(volumeOf(mirror, {Kind::Role, "music"}), 0.25F);
+    EXPECT_EQ(heardOf(mirror, {Kind::Role, "music"}), 0.25F);
     mirror.streams[0].mute = Mute::On;
-    EXPECT_EQ(volumeOf(mirror, {Kind::Role, "music"}), 0);
+    EXPECT_EQ(heardOf(mirror, {Kind::Role, "music"}), 0);
+}
+
+TEST(StreamGroups, AreMutedWhereAllTheirStreamsAre) {
+    ServerMirror mirror;
+    const VolumeObject music{Kind::Role, "music"};
+    mirror.streams = {playing(1, 16384, "music"), playing(2, 32768, "music")};
+    mirror.streams[1].mute = Mute::On;
+    EXPECT_EQ(levelOf(mirror, music), (Level{0.25F, Mute::Off}));
+    mirror.streams[0].mute = Mute::On;
+    EXPECT_EQ(levelOf(mirror, music), (Level{0.5F, Mute::On}));
+    mirror.streams[0].volume = stereo(0);
+    mirror.streams[0].mute = Mute::Off;
+    EXPECT_EQ(levelOf(mirror, music), (Level{0, Mute::Off})) << "which is not muted but at 0";
 }
 
 TEST(StreamGroups, AnswerTheEntryWhereNothingOfTheRolePlays) {
     ServerMirror mirror;
-    EXPECT_EQ(volumeOf(mirror, phone), std::nullopt);
+    EXPECT_EQ(heardOf(mirror, phone), std::nullopt);
     mirror.roleEntries.emplace();
-    EXPECT_EQ(volumeOf(mirror, phone), 1);
+    EXPECT_EQ(heardOf(mirror, phone), 1);
     (*mirror.roleEntries)[roleEntryName("phone")] = {.volume = stereo(16384)};
-    EXPECT_EQ(volumeOf(mirror, phone), 0.25F);
+    EXPECT_EQ(heardOf(mirror, phone), 0.25F);
     mirror.streams = {playing(1, 32768, "phone")};
-    EXPECT_EQ(volumeOf(mirror, phone), 0.5F);
+    EXPECT_EQ(heardOf(mirror, phone), 0.5F);
 }
 
 TEST(StreamGroups, AnswerTheEntryOfEventSoundsWhereTheServerKeepsItInLine) {
     ServerMirror mirror;
     mirror.roleEntries.emplace()[roleEntryName("event")] = {.volume = stereo(16384)};
     mirror.streams = {playing(1, 32768, "event")};
-    EXPECT_EQ(volumeOf(mirror, event), 0.25F);
+    EXPECT_EQ(heardOf(mirror, event), 0.25F);
     mirror.server.pipeWire = Version{0, 3, 65};
-    EXPECT_EQ(volumeOf(mirror, event), 0.5F);
+    EXPECT_EQ(heardOf(mirror, event), 0.5F);
     mirror.server.pipeWire.reset();
     mirror.roleEntries.reset();
-    EXPECT_EQ(volumeOf(mirror, event), 0.5F);
+    EXPECT_EQ(heardOf(mirror, event), 0.5F);
 }
 
 TEST(StreamGroups, AreWrittenAsStreamsAndARoleAsItsEntryToo) {

@@ -33,7 +33,15 @@ class StreamMemoryTest : public testing::Test {
         return memory.observe(mirror, now, [this](const VolumeObject&) { return moving; });
     }
     void remember(const VolumeObject& object, float fraction) {
-        memory.remember(object, fraction, mirror, now);
+        memory.remember(object, {fraction, Mute::Off}, {}, mirror, now);
+    }
+    void mute(const VolumeObject& object, Mute mute, float at = 0.5F) {
+        memory.remember(object, {.mute = mute}, {at, Mute::Off}, mirror, now);
+    }
+    /// The volume; nullopt when nothing is remembered.
+    std::optional<float> remembered(const VolumeObject& object) const {
+        const auto level = memory.remembered(object);
+        return level ? std::optional(level->volume) : std::nullopt;
     }
 
     double now = 100;
@@ -45,7 +53,7 @@ class StreamMemoryTest : public testing::Test {
 TEST_F(StreamMemoryTest, RemembersNothingThatTheUserDidNotMove) {
     play(1, half);
     EXPECT_EQ(observe(), Objects{});
-    EXPECT_EQ(memory.remembered(browser), std::nullopt);
+    EXPECT_EQ(remembered(browser), std::nullopt);
 }
 
 TEST_F(StreamMemoryTest, LeavesDevicesToTheServerAndRolesToPulseAudio) {
@@ -70,22 +78,22 @@ TEST_F(StreamMemoryTest, RemembersARoleUntilWhatPipeWireKeepsBecomesSomethingEls
     moving = true;
     remember(phone, 0.02F);
     observe();
-    EXPECT_EQ(memory.remembered(phone), 0.02F) << "the entry is on its way";
+    EXPECT_EQ(remembered(phone), 0.02F) << "the entry is on its way";
     moving = false;
     setEntry(1311 + 20);  // As near as its decimals get.
     mirror.streams.push_back({.index = 1, .volume = {2, {half, half}}, .role = "phone"});
     EXPECT_EQ(observe(), Objects{phone});
-    EXPECT_EQ(memory.remembered(phone), 0.02F);
+    EXPECT_EQ(remembered(phone), 0.02F);
     setEntry(1311 + 200);
     EXPECT_EQ(observe(), Objects{});
-    EXPECT_EQ(memory.remembered(phone), std::nullopt);
+    EXPECT_EQ(remembered(phone), std::nullopt);
 }
 
 TEST_F(StreamMemoryTest, RemembersARoleOfWhichPipeWireKeepsNothing) {
     mirror.server.pipeWire = Version{};
     remember({Kind::Role, "phone"}, 0.25F);
     observe();
-    EXPECT_EQ(memory.remembered({Kind::Role, "phone"}), 0.25F);
+    EXPECT_EQ(remembered({Kind::Role, "phone"}), 0.25F);
 }
 
 TEST_F(StreamMemoryTest, BringsAStreamThatComesLater) {
@@ -97,7 +105,7 @@ TEST_F(StreamMemoryTest, BringsAStreamThatComesLater) {
     EXPECT_EQ(observe(), Objects{browser});
     setVolume(2, quarter);
     EXPECT_EQ(observe(), Objects{});
-    EXPECT_EQ(memory.remembered(browser), 0.25F);
+    EXPECT_EQ(remembered(browser), 0.25F);
 }
 
 TEST_F(StreamMemoryTest, RemembersWhileNothingPlays) {
@@ -105,11 +113,11 @@ TEST_F(StreamMemoryTest, RemembersWhileNothingPlays) {
     remember(browser, 0.25F);
     mirror.streams.clear();
     EXPECT_EQ(observe(), Objects{});
-    EXPECT_EQ(memory.remembered(browser), 0.25F);
+    EXPECT_EQ(remembered(browser), 0.25F);
     remember(browser, 0.5F);
     play(2, PA_VOLUME_NORM);
     EXPECT_EQ(observe(), Objects{browser});
-    EXPECT_EQ(memory.remembered(browser), 0.5F);
+    EXPECT_EQ(remembered(browser), 0.5F);
 }
 
 TEST_F(StreamMemoryTest, LeavesANewStreamAloneThatHasTheVolume) {
@@ -127,7 +135,7 @@ TEST_F(StreamMemoryTest, BringsANewStreamAgainThatTheServerMovedBack) {
     now += 0.29;
     setVolume(1, half);
     EXPECT_EQ(observe(), Objects{browser});
-    EXPECT_EQ(memory.remembered(browser), 0.25F);
+    EXPECT_EQ(remembered(browser), 0.25F);
 }
 
 TEST_F(StreamMemoryTest, WaitsForItsOwnMoveBeforeItBringsAStreamAgain) {
@@ -147,7 +155,7 @@ TEST_F(StreamMemoryTest, LearnsWhatSomebodyElseSetsOnAStreamThatIsNotNew) {
     now += 0.31;
     setVolume(1, half);
     EXPECT_EQ(observe(), Objects{});
-    EXPECT_EQ(memory.remembered(browser), 0.5F);
+    EXPECT_EQ(remembered(browser), 0.5F);
 }
 
 TEST_F(StreamMemoryTest, DoesNotLearnFromItsOwnMove) {
@@ -160,7 +168,7 @@ TEST_F(StreamMemoryTest, DoesNotLearnFromItsOwnMove) {
     observe();
     moving = false;
     observe();
-    EXPECT_EQ(memory.remembered(browser), 0.25F);
+    EXPECT_EQ(remembered(browser), 0.25F);
 }
 
 TEST_F(StreamMemoryTest, DoesNotLearnSilenceFromMuting) {
@@ -168,7 +176,61 @@ TEST_F(StreamMemoryTest, DoesNotLearnSilenceFromMuting) {
     remember(browser, 0.5F);
     mirror.streams[0].mute = Mute::On;
     observe();
-    EXPECT_EQ(memory.remembered(browser), 0.5F);
+    EXPECT_EQ(remembered(browser), 0.5F);
+}
+
+TEST_F(StreamMemoryTest, GivesAMuteToStreamsThatComeLaterAndNoVolume) {
+    play(1, half);
+    mute(browser, Mute::On);
+    mirror.streams[0].mute = Mute::On;
+    EXPECT_EQ(observe(), Objects{});
+    play(2, quarter);
+    EXPECT_EQ(observe(), Objects{browser});
+    EXPECT_EQ(memory.settingFor(browser), (Setting{.mute = Mute::On}));
+    mirror.streams[1].mute = Mute::On;
+    EXPECT_EQ(observe(), Objects{});
+    mirror.streams.clear();
+    observe();
+    EXPECT_EQ(memory.remembered(browser), (Level{0.5F, Mute::On}));
+    remember(browser, 0.25F);
+    play(3, half);
+    mirror.streams[0].mute = Mute::On;  // As the server remembers it of the last one.
+    EXPECT_EQ(observe(), Objects{browser});
+    EXPECT_EQ(memory.settingFor(browser), (Setting{0.25F, Mute::Off}));
+}
+
+TEST_F(StreamMemoryTest, LeavesAStreamMutedThatBeginsSoWhereTheUserMutedNothing) {
+    remember(browser, 0.25F);
+    play(1, quarter);
+    mirror.streams[0].mute = Mute::On;
+    EXPECT_EQ(observe(), Objects{});
+    EXPECT_EQ(memory.settingFor(browser), (Setting{.fraction = 0.25F}));
+}
+
+TEST_F(StreamMemoryTest, LearnsThatSomebodyElseEndedAMute) {
+    play(1, half);
+    mute(browser, Mute::On);
+    mirror.streams[0].mute = Mute::On;
+    moving = true;
+    observe();
+    moving = false;
+    now += 0.31;
+    mirror.streams[0].mute = Mute::Off;
+    EXPECT_EQ(observe(), Objects{});
+    EXPECT_EQ(memory.remembered(browser), (Level{0.5F, Mute::Off}));
+}
+
+TEST_F(StreamMemoryTest, RemembersAMutedRoleUntilPipeWireKeepsItUnmuted) {
+    const VolumeObject phone{Kind::Role, "phone"};
+    mirror.server.pipeWire = Version{};
+    RoleEntry& entry = mirror.roleEntries.emplace()[roleEntryName("phone")];
+    entry = {.volume = {2, {quarter, quarter}}, .mute = Mute::On};
+    mute(phone, Mute::On, 0.5F);
+    EXPECT_EQ(observe(), Objects{});
+    EXPECT_EQ(memory.remembered(phone), (Level{0.5F, Mute::On})) << "only the mute was given";
+    entry.mute = Mute::Off;
+    observe();
+    EXPECT_EQ(memory.remembered(phone), std::nullopt);
 }
 
 TEST_F(StreamMemoryTest, TakesEveryStreamAsNewAfterTheConnectionsEnd) {
@@ -177,7 +239,7 @@ TEST_F(StreamMemoryTest, TakesEveryStreamAsNewAfterTheConnectionsEnd) {
     memory.forgetStreams();
     setVolume(1, half);
     EXPECT_EQ(observe(), Objects{browser});
-    EXPECT_EQ(memory.remembered(browser), 0.25F);
+    EXPECT_EQ(remembered(browser), 0.25F);
 }
 
 TEST_F(StreamMemoryTest, TakesAStreamAsNewThatJoinsAConference) {
@@ -198,5 +260,5 @@ TEST_F(StreamMemoryTest, LetsOneObjectAloneMoveANewStreamOfTwo) {
     EXPECT_EQ(observe(), Objects{browser});
     setVolume(1, quarter);
     EXPECT_EQ(observe(), Objects{});
-    EXPECT_EQ(memory.remembered(conference), 0.25F) << "which is what it is at now";
+    EXPECT_EQ(remembered(conference), 0.25F) << "which is what it is at now";
 }

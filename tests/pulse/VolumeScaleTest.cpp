@@ -54,8 +54,9 @@ TEST(VolumeScale, BringsEveryPercentBackCloserThanACaptionShows) {
 
 TEST(VolumeScale, HearsTheLoudestChannelUnlessItIsMuted) {
     pa_cvolume volume{2, {16384, 49152}};
-    EXPECT_EQ(effectiveFraction(volume, Mute::Off), 0.75F);
-    EXPECT_EQ(effectiveFraction(volume, Mute::On), 0);
+    EXPECT_EQ(levelFrom(volume, Mute::Off).heard(), 0.75F);
+    EXPECT_EQ(levelFrom(volume, Mute::On).heard(), 0);
+    EXPECT_EQ(levelFrom(volume, Mute::On), (Level{0.75F, Mute::On})) << "which it returns to";
     volume.channels = 0;
-    EXPECT_EQ(effectiveFraction(volume, Mute::Off), 0);
+    EXPECT_EQ(levelFrom(volume, Mute::Off).heard(), 0);
 }

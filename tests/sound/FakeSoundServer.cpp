@@ -25,10 +25,12 @@ class FakeServer : public SoundServer {
     void setAvailabilityHandler(std::function<void()> handler) override {
         availability = std::move(handler);
     }
+    void setRefusalHandler(RefusalHandler handler) override { refusal = std::move(handler); }
 
     Attention attended = Attention::Watched;
     std::function<void(Answers)> answers;
     std::function<void()> availability;
+    RefusalHandler refusal;
 
  private:
     std::shared_ptr<SimulatedAudioDevice> device_ = std::make_shared<SimulatedAudioDevice>();
@@ -54,5 +56,8 @@ void fake_sound_server_falls_silent() {
 }
 void fake_sound_server_changes() {
     current->availability();
+}
+void fake_sound_server_refuses() {
+    current->refusal("sink:spk", "Access denied");
 }
 }

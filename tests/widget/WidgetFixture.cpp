@@ -45,6 +45,17 @@ bool ScriptedService::setVolumeTo(float volume, const NSString& category) {
     return true;
 }
 
+// Both are for those beside the widget, which knows no mute.
+std::optional<AVSystemController::Level> ScriptedService::levelOf(const NSString& category) {
+    ADD_FAILURE() << "somebody asked for the level of " << describe(category);
+    return std::nullopt;
+}
+
+bool ScriptedService::setMute(Mute /*mute*/, const NSString& category) {
+    ADD_FAILURE() << "somebody muted " << describe(category);
+    return false;
+}
+
 NSString ScriptedService::routeForCategory(const NSString& category) {
     routesAsked.push_back(category);
     const auto found = routes.find(category.value_or(""));

@@ -46,6 +46,8 @@ class ScriptedService : public AVSystemController {
  public:
     bool getVolume(float& volume, const NSString& category) override;
     bool setVolumeTo(float volume, const NSString& category) override;
+    std::optional<Level> levelOf(const NSString& category) override;
+    bool setMute(Mute mute, const NSString& category) override;
     NSString routeForCategory(const NSString& category) override;
 
     std::map<std::string, float> volumes;       ///< A category that is not here cannot be read.

@@ -9,7 +9,7 @@
 namespace {
 
 constexpr const char* category = "Audio/Video";
-constexpr float volumeWithoutMemory = 0.5F;
+constexpr float volumeOutOfSilence = 0.5F;
 
 class Observer : public NSObject {
  public:
@@ -39,18 +39,16 @@ std::optional<float> MediaVolume::fraction() const {
 }
 
 void MediaVolume::changeBy(float fraction) {
-    const auto now = this->fraction();
-    if (now) set(std::clamp(*now + fraction, 0.0F, 1.0F));
+    const auto service = AVSystemController::sharedAVSystemController();
+    if (service) service->stepVolumeBy(fraction, category);
 }
 
 void MediaVolume::toggleSilence() {
-    const auto now = fraction();
-    if (!now) return;
-    if (*now > 0) beforeSilence_ = now;
-    set(*now > 0 ? 0 : beforeSilence_.value_or(volumeWithoutMemory));
-}
-
-void MediaVolume::set(float fraction) {
     const auto service = AVSystemController::sharedAVSystemController();
-    if (service) service->setVolumeTo(fraction, category);
+    const auto level = service ? service->levelOf(category) : std::nullopt;
+    if (!level) return;
+    if (level->volume > 0)
+        service->toggleMute(category);
+    else
+        service->setVolumeTo(volumeOutOfSilence, category);
 }

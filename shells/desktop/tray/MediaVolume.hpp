@@ -15,20 +15,18 @@ class MediaVolume {
     MediaVolume(const MediaVolume&) = delete;
     MediaVolume& operator=(const MediaVolume&) = delete;
 
-    /// 0 to 1; nullopt while it cannot be read.
+    /// What is heard, 0 to 1; nullopt while it cannot be read.
     std::optional<float> fraction() const;
-    /// Up or down, kept within 0 and 1. Nothing while it cannot be read.
+    /// Up or down, kept within 0 and 1; what is muted is heard again. Nothing while it cannot be
+    /// read.
     void changeBy(float fraction);
-    /// To silence, and from there to where it was before.
+    /// Mutes, and from there to where it was before; to the middle where that was no sound either.
     void toggleSilence();
 
     /// Called when the volume may be another one.
     void setChangeHandler(std::function<void()> handler) { changeHandler_ = std::move(handler); }
 
  private:
-    void set(float fraction);
-
     std::shared_ptr<NSObject> observer_;
-    std::optional<float> beforeSilence_;
     std::function<void()> changeHandler_;
 };
