@@ -6,14 +6,12 @@
 namespace control {
 CategoryReport reportOf(const CategoryRecord& record, AVSystemController& service) {
     const NSString& name = record.categoryName();
-    float volume = 0;
-    const bool isReadable = service.getVolume(volume, name);
-    return {name, captionTitle(record, &service), isReadable ? std::optional(volume) : std::nullopt,
+    return {name, captionTitle(record, &service), service.levelOf(name),
             service.routeForCategory(name)};
 }
 
 std::string volumeText(const CategoryReport& report) {
-    return report.volume ? percentText(percentFromFraction(*report.volume)) : unknownVolume;
+    return report.level ? percentText(percentFromFraction(report.level->heard())) : unknownVolume;
 }
 
 const Row& reportHeading() {
@@ -23,15 +21,19 @@ const Row& reportHeading() {
 
 Row rowFrom(const CategoryReport& report) {
     return {describe(report.category), report.caption, volumeText(report),
-            report.route.value_or("-"), report.volume ? "yes" : "no"};
+            report.route.value_or("-"), report.level ? "yes" : "no"};
 }
 
 shell::Json jsonFrom(const CategoryReport& report) {
+    using Mute = AVSystemController::Mute;
+    const auto& level = report.level;
     return {{"category", shell::jsonText(report.category)},
             {"caption", report.caption},
-            {"volume", report.volume ? shell::jsonNumber(*report.volume) : shell::Json(nullptr)},
+            {"volume", level ? shell::jsonNumber(level->heard()) : shell::Json(nullptr)},
+            {"muted", level ? shell::Json(level->mute == Mute::On) : shell::Json(nullptr)},
+            {"level", level ? shell::jsonNumber(level->volume) : shell::Json(nullptr)},
             {"route", shell::jsonText(report.route)},
-            {"readable", report.volume.has_value()}};
+            {"readable", level.has_value()}};
 }
 
 }  // namespace control

@@ -14,15 +14,14 @@ namespace control {
 struct CategoryReport {
     NSString category;
     std::string caption;  ///< As its row is called, with the output where the mixer says it.
-    std::optional<float> volume;  ///< 0 to 1; nullopt when it cannot be read.
+    std::optional<AVSystemController::Level> level;  ///< nullopt when it cannot be read.
     NSString route;
-    bool operator==(const CategoryReport&) const = default;
 };
 
 /// Its state now.
 CategoryReport reportOf(const CategoryRecord& record, AVSystemController& service);
 
-/// The volume as the mixer words it: "40%" or "unknown".
+/// What is heard, as the mixer words it: "40%", "0%" of what is muted, or "unknown".
 std::string volumeText(const CategoryReport& report);
 
 /// The columns of a report's row.

@@ -81,6 +81,10 @@ int Control::run() {
             return withCategory(&Control::get);
         case Verb::Set:
             return withCategory(&Control::set);
+        case Verb::Mute:
+        case Verb::Unmute:
+        case Verb::Toggle:
+            return withCategory(&Control::mute);
         case Verb::Watch:
             return watch();
     }
@@ -109,22 +113,41 @@ int Control::get(const CategoryRecord& record) {
     const CategoryReport report = reportOf(record, service_.volumes());
     if (request_.form == Form::Json)
         output_.write(shell::lineFrom(jsonFrom(report)) + "\n");
-    else if (report.volume)
+    else if (report.level)
         output_.write(volumeText(report) + "\n");
-    if (!report.volume) return complain(exitCannot, unreadable(record));
+    if (!report.level) return complain(exitCannot, unreadable(record));
     return finish();
 }
 
 int Control::set(const CategoryRecord& record) {
-    const CategoryReport report = reportOf(record, service_.volumes());
-    if (!report.volume) return complain(exitCannot, unreadable(record));
-    const float wanted = request_.change->appliedTo(*report.volume);
-    // A step against the end of the scale is none: what is muted there stays so.
-    if (request_.change->isStep() && wanted == *report.volume) return EXIT_SUCCESS;
-    if (!service_.volumes().setVolumeTo(wanted, record.categoryName()))
-        return complain(exitCannot, "'" + describe(record.categoryName()) + "' cannot be set now");
+    AVSystemController& volumes = service_.volumes();
+    const NSString& name = record.categoryName();
+    const double fraction = request_.change->fraction();
+    if (!volumes.levelOf(name)) return complain(exitCannot, unreadable(record));
+    const bool isSet = request_.change->isStep()
+                           ? volumes.stepVolumeBy(fraction, name)
+                           : volumes.setVolumeTo(static_cast<float>(fraction), name);
+    return endOfSetting(record, isSet);
+}
+
+int Control::mute(const CategoryRecord& record) {
+    AVSystemController& volumes = service_.volumes();
+    const NSString& name = record.categoryName();
+    if (!volumes.levelOf(name)) return complain(exitCannot, unreadable(record));
+    using Mute = AVSystemController::Mute;
+    const Mute wanted = request_.verb == Verb::Mute ? Mute::On : Mute::Off;
+    const bool isSet =
+        request_.verb == Verb::Toggle ? volumes.toggleMute(name) : volumes.setMute(wanted, name);
+    return endOfSetting(record, isSet);
+}
+
+int Control::endOfSetting(const CategoryRecord& record, bool isSent) {
+    const std::string cannot = "'" + describe(record.categoryName()) + "' cannot be set";
+    if (!isSent) return complain(exitCannot, cannot + " now");
     if (!service_.waitUntilWritten(request_.timeoutSeconds))
         return complain(exitCannot, "the sound server did not confirm the volume");
+    if (const NSString reason = service_.refusal())
+        return complain(exitCannot, cannot + ": " + *reason);
     return EXIT_SUCCESS;
 }
 
@@ -141,8 +164,8 @@ int Control::watch() {
     if (!request_.changesOnly)
         for (const CategoryReport& report : reports)
             beginning += lineFor(report);
-    const Watcher watcher(service_, categories, [&](const CategoryReport& report) {
-        if (!output_.write(lineFor(report))) loop.end();
+    const Watcher watcher(service_, categories, lineFor, [&](const std::string& line) {
+        if (!output_.write(line)) loop.end();
     });
     if (output_.write(beginning)) loop.run();
     return output_.error() == EPIPE ? EXIT_SUCCESS : finish();

@@ -20,6 +20,8 @@ class Control {
     int list();
     int get(const CategoryRecord& record);
     int set(const CategoryRecord& record);
+    int mute(const CategoryRecord& record);
+    int endOfSetting(const CategoryRecord& record, bool isSent);
     int watch();
     std::string noServer();
     int withCategory(int (Control::*action)(const CategoryRecord&));

@@ -19,6 +19,9 @@ constexpr const char* usage =
     "                          can be read\n"
     "  get CATEGORY            the volume\n"
     "  set CATEGORY VOLUME     40% or 0.4; with a sign a step from where it stands: +5%, -5%\n"
+    "  mute CATEGORY           silences it and keeps its volume\n"
+    "  unmute CATEGORY         lets it be heard again, at the volume that it kept\n"
+    "  toggle CATEGORY         the one or the other\n"
     "  watch                   the list, then a line for each change, until it is interrupted\n"
     "\n"
     "A CATEGORY is a name of the list, or a caption that only one category has.";
@@ -33,6 +36,9 @@ constexpr Syntax commands[] = {
     {"list", Verb::List, "", 0},
     {"get", Verb::Get, " CATEGORY", 1},
     {"set", Verb::Set, " CATEGORY VOLUME", 2},
+    {"mute", Verb::Mute, " CATEGORY", 1},
+    {"unmute", Verb::Unmute, " CATEGORY", 1},
+    {"toggle", Verb::Toggle, " CATEGORY", 1},
     {"watch", Verb::Watch, "", 0},
 };
 

@@ -25,7 +25,10 @@ class Alarm {
 }  // namespace
 
 Service::Service(const NSString& server)
-    : volumes_(std::make_shared<PulseAudioController>(server)) {}
+    : volumes_(std::make_shared<PulseAudioController>(server)) {
+    volumes_->setRefusalHandler(
+        [this](const std::string& /*category*/, const std::string& reason) { refusal_ = reason; });
+}
 
 bool Service::waitUntilReady(double timeout, double patience) {
     const Alarm impatience(patience);

@@ -1,6 +1,5 @@
 #include "shells/control/VolumeChange.hpp"
 
-#include <algorithm>
 #include <charconv>
 
 namespace control {
@@ -37,11 +36,6 @@ std::optional<VolumeChange> VolumeChange::from(std::string_view text) {
     const auto fraction = fractionFrom(text.substr(isSigned ? 1 : 0));
     if (!fraction) return std::nullopt;
     return VolumeChange(isSigned ? Kind::Step : Kind::Volume, direction * *fraction);
-}
-
-float VolumeChange::appliedTo(float current) const {
-    const double wanted = kind_ == Kind::Step ? double{current} + fraction_ : fraction_;
-    return static_cast<float>(std::clamp(wanted, 0.0, 1.0));
 }
 
 }  // namespace control

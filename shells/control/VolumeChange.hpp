@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <optional>
 #include <string_view>
 
@@ -12,13 +13,14 @@ class VolumeChange {
     /// for any other text. A bare "40" or "1" is none, nor is "40.0": it could mean either.
     static std::optional<VolumeChange> from(std::string_view text);
 
-    /// The volume that it leads to from `current`, both from 0 to 1.
-    float appliedTo(float current) const;
+    /// The volume, 0 to 1; of a step how far, -1 to 1.
+    double fraction() const { return fraction_; }
     bool isStep() const { return kind_ == Kind::Step; }
 
  private:
     enum class Kind { Volume, Step };
-    VolumeChange(Kind kind, double fraction) : kind_(kind), fraction_(fraction) {}
+    VolumeChange(Kind kind, double fraction)
+        : kind_(kind), fraction_(std::clamp(fraction, -1.0, 1.0)) {}
 
     Kind kind_;
     double fraction_;

@@ -4,10 +4,13 @@
 
 namespace control {
 
-Watcher::Watcher(Service& service, CategoryList categories, Tell tell)
-    : service_(service), categories_(std::move(categories)), tell_(std::move(tell)) {
+Watcher::Watcher(Service& service, CategoryList categories, LineFor lineFor, Tell tell)
+    : service_(service),
+      categories_(std::move(categories)),
+      lineFor_(std::move(lineFor)),
+      tell_(std::move(tell)) {
     for (const CategoryRecord& record : categories_)
-        told_.push_back(reportOf(record, service_.volumes()));
+        told_.push_back(lineNow(record));
     NSNotificationCenter::defaultCenter().add(
         observer_, [this](const NSNotification&) { compare(); },
         AVSystemController_EffectiveVolumeDidChangeNotification, nullptr);
@@ -21,7 +24,7 @@ Watcher::~Watcher() {
 
 void Watcher::compare() {
     for (std::size_t i = 0; i < categories_.size(); ++i) {
-        CategoryReport now = reportOf(categories_[i], service_.volumes());
+        const std::string now = lineNow(categories_[i]);
         if (std::exchange(told_[i], now) != now) tell_(now);
     }
 }

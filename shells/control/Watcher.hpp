@@ -6,28 +6,34 @@
 #include "shells/control/Service.hpp"
 
 #include <functional>
+#include <string>
 #include <vector>
 
 namespace control {
 
-/// Tells of every change of what the categories show, as the difference from what was told last.
+/// Tells the line of a category whenever it has become another.
 class Watcher {
  public:
-    using Tell = std::function<void(const CategoryReport&)>;
+    using LineFor = std::function<std::string(const CategoryReport&)>;
+    using Tell = std::function<void(const std::string& line)>;
 
-    /// `service` outlives it. What the categories show now counts as told.
-    Watcher(Service& service, CategoryList categories, Tell tell);
+    /// `service` outlives it. What the lines are now counts as told.
+    Watcher(Service& service, CategoryList categories, LineFor lineFor, Tell tell);
     ~Watcher();
     Watcher(const Watcher&) = delete;
     Watcher& operator=(const Watcher&) = delete;
 
  private:
+    std::string lineNow(const CategoryRecord& record) const {
+        return lineFor_(reportOf(record, service_.volumes()));
+    }
     void compare();
 
     Service& service_;
     CategoryList categories_;
+    LineFor lineFor_;
     Tell tell_;
-    std::vector<CategoryReport> told_;
+    std::vector<std::string> told_;
     std::shared_ptr<NSObject> observer_ = std::make_shared<NSObject>();
 };
 

@@ -20,11 +20,14 @@ class ControlCompletion : public ControlFixture {
 };
 
 TEST_F(ControlCompletion, OffersTheCommandsThenTheCategoriesThenVolumes) {
-    EXPECT_EQ(offered({""}), "list\nget\nset\nwatch\n");
+    EXPECT_EQ(offered({""}), "list\nget\nset\nmute\nunmute\ntoggle\nwatch\n");
     EXPECT_EQ(offered({"w"}), "watch\n");
     EXPECT_EQ(offered({"get", "Head"}), "HeadsetBT\nHeadphonesBT\n");
     EXPECT_EQ(offered({"set", "Ringtone", "+"}), "+5%\n");
+    EXPECT_EQ(offered({"unmute", "Head"}), "HeadsetBT\nHeadphonesBT\n");
+    EXPECT_EQ(offered({"toggle", "Ri"}), "Ringtone\n");
     EXPECT_EQ(offered({"get", "Ringtone", ""}), "");
+    EXPECT_EQ(offered({"mute", "Ringtone", ""}), "");
     EXPECT_EQ(offered({"list", ""}), "");
 }
 

@@ -28,7 +28,7 @@ TEST_F(RequestTest, TakesOptionsWhereverTheyStand) {
 
 TEST_F(RequestTest, TakesAStepDownForWhatItIs) {
     EXPECT_EQ(read({"set", "Ringtone", "-5%"}), std::nullopt);
-    EXPECT_EQ(request.change->appliedTo(0.5F), 0.45F);
+    EXPECT_EQ(request.change->fraction(), -0.05);
     EXPECT_EQ(read({"set", "Ringtone", "-.05"}), std::nullopt);
     EXPECT_TRUE(request.change->isStep());
 }

@@ -42,12 +42,18 @@ TEST_P(ControlSet, AStepUpFromAnAmplifiedVolumeLeavesIt) {
     EXPECT_NEAR(setTo("-5%"), 0.95, volumeStep);
 }
 
-TEST_P(ControlSet, UnmutesUnlessItIsAStepDown) {
+TEST_P(ControlSet, UnmutesAndStepsFromTheVolumeBehindTheMute) {
     const auto isMuted = [this] { return server_->pactl({"get-sink-mute", "spk"}); };
+    const std::pair<const char*, double> steps[] = {
+        {"+5%", 0.85}, {"-5%", 0.75}, {"+30%", 1}, {"10%", 0.1}};
+    for (const auto& [volume, wanted] : steps) {
+        setSinkVolume(80);
+        server_->pactl({"set-sink-mute", "spk", "1"});
+        EXPECT_NEAR(setTo(volume), wanted, volumeStep);
+        EXPECT_EQ(isMuted(), "Mute: no\n") << volume;
+    }
     server_->pactl({"set-sink-mute", "spk", "1"});
-    EXPECT_NEAR(setTo("-5%"), 0.5, volumeStep);
-    EXPECT_EQ(isMuted(), "Mute: yes\n");
-    EXPECT_NEAR(setTo("+5%"), 0.05, volumeStep);
+    EXPECT_NEAR(setTo("-0%"), 0.1, volumeStep);
     EXPECT_EQ(isMuted(), "Mute: no\n");
 }
 

@@ -35,8 +35,8 @@ _tarnwickctl() {
         COMPREPLY=($(compgen -W '--json --server --timeout --wait --changes-only --preferences
             --model --help --version' -- "$cur"))
     elif [[ ! $command ]]; then
-        COMPREPLY=($(compgen -W 'list get set watch' -- "$cur"))
-    elif [[ $command == [gs]et && $operands == 0 ]]; then
+        COMPREPLY=($(compgen -W 'list get set mute unmute toggle watch' -- "$cur"))
+    elif [[ $command =~ ^([gs]et|(un)?mute|toggle)$ && $operands == 0 ]]; then
         _tarnwickctl_categories "$1"
     elif [[ $command == set && $operands == 1 ]]; then
         COMPREPLY=($(compgen -W '+5% -5% 0% 25% 50% 75% 100%' -- "$cur"))
