@@ -13,7 +13,6 @@ constexpr std::array<std::string_view, 8> textElements = {"key",  "string", "int
                                                           "date", "data",   "true",    "false"};
 
 constexpr std::string_view documentElement = "plist";
-constexpr std::string_view blanks = " \t\r\n";
 
 bool isText(std::string_view name) {
     return std::ranges::find(textElements, name) != textElements.end();
@@ -24,7 +23,7 @@ bool isContainer(std::string_view name) {
 }
 
 std::string_view withoutLeadingBlanks(std::string_view text) {
-    const auto start = text.find_first_not_of(blanks);
+    const auto start = text.find_first_not_of(xmlBlanks);
     return start == std::string_view::npos ? std::string_view() : text.substr(start);
 }
 
@@ -108,7 +107,7 @@ class XmlShape {
             return refuse(start, "a tag without its '>'");
         const bool isEmpty = inside->ends_with('/');
         const std::string_view whole = inside->substr(0, inside->size() - (isEmpty ? 1 : 0));
-        const std::string_view name = whole.substr(0, whole.find_first_of(blanks));
+        const std::string_view name = whole.substr(0, whole.find_first_of(xmlBlanks));
         if (name == documentElement) return enterDocument(start, isEmpty);
         if (!isText(name) && !isContainer(name))
             return refuse(start, "there is no element " + tag(name) + " in a property list");

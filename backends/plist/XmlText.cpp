@@ -30,12 +30,10 @@ bool isAllowed(char32_t character) {
 
 constexpr std::array<std::string_view, 5> namedEntities = {"amp", "lt", "gt", "quot", "apos"};
 
-constexpr std::string_view blanks = " \t\r\n";
-
 std::string_view withoutBlanks(std::string_view text) {
-    const auto first = text.find_first_not_of(blanks);
+    const auto first = text.find_first_not_of(xmlBlanks);
     if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+    return text.substr(first, text.find_last_not_of(xmlBlanks) - first + 1);
 }
 
 /// What stands between "&#" and ";".

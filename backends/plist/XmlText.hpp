@@ -4,6 +4,9 @@
 #include <optional>
 #include <string_view>
 
+/// What XML takes for blank.
+inline constexpr std::string_view xmlBlanks = " \t\r\n";
+
 /// Whether XML can carry the text: valid UTF-8 of characters that XML allows (no control
 /// characters but tab and the line breaks).
 bool canStandInXml(std::string_view text);
