@@ -2,10 +2,14 @@
 
 #include <gdk/gdkkeysyms.h>
 
-std::optional<UIKey> keyOf(const GdkEventKey& event) {
+bool isTypedAlone(const GdkEventKey& event) {
     constexpr guint desktopModifiers =
         GDK_CONTROL_MASK | GDK_MOD1_MASK | GDK_SUPER_MASK | GDK_META_MASK | GDK_HYPER_MASK;
-    if ((event.state & desktopModifiers) != 0) return std::nullopt;
+    return (event.state & desktopModifiers) == 0;
+}
+
+std::optional<UIKey> keyOf(const GdkEventKey& event) {
+    if (!isTypedAlone(event)) return std::nullopt;
     const bool shift = (event.state & GDK_SHIFT_MASK) != 0;
     switch (event.keyval) {
         case GDK_KEY_Tab:

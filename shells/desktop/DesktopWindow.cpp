@@ -2,6 +2,8 @@
 
 #include "backends/gdk/GdkDesktopSettings.hpp"
 #include "backends/gdk/GdkFrameSync.hpp"
+#include "backends/gdk/GdkKeys.hpp"
+#include "platform/celestial/AVSystemController.hpp"
 #include "shells/common/ApplicationId.hpp"
 #include "shells/desktop/OrdinaryPlace.hpp"
 
@@ -102,6 +104,7 @@ void DesktopWindow::handleEvent(const GdkEvent& event) {
             if (handleKey(event.key)) return;
             break;
         case GDK_FOCUS_CHANGE:
+            muteKeyIsDown_ = false;  // It may be let go elsewhere.
             activity_ =
                 event.focus_change.in != 0 ? WindowActivity::Active : WindowActivity::Inactive;
             if (accessibility_) accessibility_->activityChanged(activity_);
@@ -164,9 +167,23 @@ void DesktopWindow::screenChanged() {
 
 bool DesktopWindow::handleKey(const GdkEventKey& event) {
     if (accessibility_ && accessibility_->takesKey(event)) return true;
+    if (gdk_keyval_to_lower(event.keyval) == GDK_KEY_m && isTypedAlone(event)) {
+        handleMuteKey(event);
+        return true;
+    }
     if (event.type != GDK_KEY_PRESS || event.keyval != GDK_KEY_Escape) return false;
     close();
     return true;
+}
+
+/// Held down, which comes as many presses, it mutes once.
+void DesktopWindow::handleMuteKey(const GdkEventKey& event) {
+    const bool isDown = event.type == GDK_KEY_PRESS;
+    if (std::exchange(muteKeyIsDown_, isDown) || !isDown) return;
+    const std::shared_ptr<UIView> focused = content_->focusedView();
+    const NSString category = focused ? widget_.categoryOf(*focused) : std::nullopt;
+    const auto service = AVSystemController::sharedAVSystemController();
+    if (category && service) service->toggleMute(category);
 }
 
 void DesktopWindow::showFocus() {

@@ -55,6 +55,7 @@ class DesktopWindow {
     void handleOtherEvent(const GdkEvent& event);
     void screenChanged();
     bool handleKey(const GdkEventKey& event);
+    void handleMuteKey(const GdkEventKey& event);
     void windowHasSize(const CGSize& size);
     PanelLayout wantedLayout();
     /// Follows the widget's size and the screen.
@@ -85,5 +86,6 @@ class DesktopWindow {
     std::string accessibilityModule_;
     std::unique_ptr<AccessibilityLoader> accessibility_;
     bool painted_ = false;
+    bool muteKeyIsDown_ = false;
     guint idle_ = 0;  ///< The source that waits for the end of the first frame.
 };

@@ -13,6 +13,7 @@ class ControllerWidget : public PanelWidget {
     /// By the message "updateValues" where the controller responds to that, else by presenting it
     /// anew. At once, or when no slider of the widget is held any more.
     void readAgain() final;
+    NSString categoryOf(const UIView& view) const final;
     void setSizeHandler(std::function<void()> handler) final { sizeHandler_ = std::move(handler); }
 
  protected:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/foundation/NSString.hpp"
 #include "platform/uikit/UIView.hpp"
 
 #include <functional>
@@ -25,6 +26,8 @@ class PanelWidget {
     virtual bool isPresented() const = 0;
     /// Lets it read its volumes again, while it is presented.
     virtual void readAgain() = 0;
+    /// The audio category whose slider that view is, while it is presented; nil for any other view.
+    virtual NSString categoryOf(const UIView& /*view*/) const { return std::nullopt; }
     /// Called after the preferred size has become another one.
     virtual void setSizeHandler(std::function<void()> handler) = 0;
 };

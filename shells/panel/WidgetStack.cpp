@@ -120,3 +120,9 @@ void WidgetStack::readAgain() {
     for (const auto& widget : widgets_)
         widget->readAgain();
 }
+
+NSString WidgetStack::categoryOf(const UIView& view) const {
+    for (const auto& widget : widgets_)
+        if (NSString category = widget->categoryOf(view)) return category;
+    return std::nullopt;
+}

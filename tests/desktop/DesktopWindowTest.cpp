@@ -98,6 +98,41 @@ TEST_F(DesktopWindowTest, KeysMoveTheFocusedSlider) {
     EXPECT_NEAR(volume("Ringtone"), 0.5, 0.0001);
 }
 
+TEST_F(DesktopWindowTest, KeyMMutesTheFocusedRowsCategoryAndKeepsItsVolume) {
+    using Level = AVSystemController::Level;
+    using Mute = AVSystemController::Mute;
+    open();
+    pointAt({windowOrigin().x + 5, windowOrigin().y + 100});
+    const auto hasLevel = [this](const Level& level) {
+        return waitUntil([&] { return device->levelOf("Audio/Video") == level; });
+    };
+    user->typeKey(XK_m);
+    settle();
+    EXPECT_TRUE(hasLevel({0.5F, Mute::Off})) << "no row has the focus yet";
+    user->typeKey(XK_Tab);
+    user->typeKey(XK_Tab);
+    ASSERT_TRUE(waitUntil([this] { return slider(1)->isFocused(); }));
+    user->pressKey(XK_m);
+    EXPECT_TRUE(hasLevel({0.5F, Mute::On}));
+    EXPECT_TRUE(waitUntil([this] { return slider(1)->value() == 0; }));
+    constexpr gint64 longerThanKeysAreRepeatedAfter = 900000;  // microseconds
+    const gint64 end = g_get_monotonic_time() + longerThanKeysAreRepeatedAfter;
+    EXPECT_TRUE(waitUntil([&] {
+        EXPECT_EQ(device->levelOf("Audio/Video")->mute, Mute::On) << "a held key is one press";
+        return g_get_monotonic_time() > end;
+    }));
+    user->releaseKey(XK_m);
+    user->typeKey(XK_m);
+    EXPECT_TRUE(hasLevel({0.5F, Mute::Off}));
+    EXPECT_TRUE(waitUntil([this] { return slider(1)->value() == 50; }));
+    EXPECT_EQ(device->levelOf("Ringtone"), (Level{0.5F, Mute::Off}));
+    user->pressKey(XK_Control_L);
+    user->typeKey(XK_m);
+    user->releaseKey(XK_Control_L);
+    settle();
+    EXPECT_EQ(device->levelOf("Audio/Video"), (Level{0.5F, Mute::Off}));
+}
+
 TEST_F(DesktopWindowTest, EscapeClosesAndDismisses) {
     open();
     bool told = false;
