@@ -261,6 +261,14 @@ TEST_F(SoundServiceTest, ServerThatComesLaterEndsTheSilence) {
     EXPECT_EQ(changes, 1) << "its notifications fill the rows";
 }
 
+TEST_F(SoundServiceTest, SaysWhatTheServerRefusesAndWhy) {
+    make(SoundSource::Server).connect();
+    testing::internal::CaptureStderr();
+    tell("fake_sound_server_refuses");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "tarnwick: the sound server refuses to change 'sink:spk': Access denied\n");
+}
+
 TEST_F(SoundServiceTest, ServerThatComesBackWithinASecondWasNeverSilent) {
     make(SoundSource::Server).connect();
     tell("fake_sound_server_answers");
