@@ -3,8 +3,10 @@
 #include "platform/foundation/MachineModel.hpp"
 #include "platform/foundation/NSLog.hpp"
 #include "platform/foundation/PreferencesDirectory.hpp"
+#include "shells/common/Process.hpp"
 
 #include <cstdio>
+#include <cstdlib>
 
 namespace shell {
 namespace {
@@ -32,10 +34,6 @@ auto raise(bool& flag) {
     };
 }
 
-void print(const std::string& text) {
-    std::fwrite(text.data(), 1, text.size(), stdout);
-}
-
 }  // namespace
 
 std::vector<Option> commonOptions(CommonOptions& target) {
@@ -45,7 +43,7 @@ std::vector<Option> commonOptions(CommonOptions& target) {
         {"--model", "NAME", "the machine model, such as iPhone6,1 or iPad4,1",
          storeIn(target.model)},
         {"--bundle", "DIR", "the folder of a widget's bundle", addTo(target.bundles)},
-        {"--help", "", "print this and leave", raise(target.help)},
+        {"--help", "", "print this and leave", raise(target.help), 'h'},
         {"--version", "", "print the version and leave", raise(target.version)},
     };
 }
@@ -61,13 +59,15 @@ void complainOfMisuse(std::string_view program, std::string_view error) {
     std::fprintf(stderr, "Try '%s --help'.\n", name.c_str());
 }
 
-bool answerQuestions(const CommonOptions& chosen, std::string_view program, std::string_view usage,
-                     std::span<const Option> options) {
-    if (chosen.help)
-        print(helpText(usage, options));
-    else if (chosen.version)
-        print(std::string(program) + " " TARNWICK_VERSION "\n");
-    return chosen.help || chosen.version;
+std::optional<int> answerQuestions(const CommonOptions& chosen, std::string_view program,
+                                   std::string_view usage, std::span<const Option> options) {
+    if (!chosen.help && !chosen.version) return std::nullopt;
+    const std::string answer =
+        chosen.help ? helpText(usage, options) : std::string(program) + " " TARNWICK_VERSION "\n";
+    const int error = writeToStandardOutput(answer);
+    if (error == 0) return EXIT_SUCCESS;
+    complain(program, outputComplaint(error));
+    return EXIT_FAILURE;
 }
 
 }  // namespace shell

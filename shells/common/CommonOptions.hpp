@@ -18,8 +18,8 @@ struct CommonOptions {
     bool version = false;
 };
 
-/// --preferences, --model, --bundle, --help and --version. They write into `target`, which must
-/// outlive them. A program adds its own to them.
+/// --preferences, --model, --bundle, --help (-h) and --version. They write into `target`, which
+/// must outlive them. A program adds its own to them.
 std::vector<Option> commonOptions(CommonOptions& target);
 
 /// Tells the platform of the preferences and the model, where they were chosen.
@@ -28,9 +28,9 @@ void applyOptions(const CommonOptions& options);
 /// Tells the user of a command line that makes no sense, and where help is.
 void complainOfMisuse(std::string_view program, std::string_view error);
 
-/// Where --help or --version was given: prints the answer to standard output and says true; the
-/// program then leaves with success.
-bool answerQuestions(const CommonOptions& chosen, std::string_view program, std::string_view usage,
-                     std::span<const Option> options);
+/// Where --help or --version was given: prints the answer to standard output, complains where it
+/// can't be written, and answers the exit status with which the program then leaves.
+std::optional<int> answerQuestions(const CommonOptions& chosen, std::string_view program,
+                                   std::string_view usage, std::span<const Option> options);
 
 }  // namespace shell

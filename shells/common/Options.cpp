@@ -7,13 +7,20 @@ namespace {
 
 constexpr std::size_t helpColumn = 26;  // Characters before an option's explanation.
 
+std::string shortForm(const Option& option) {
+    return {'-', option.letter};
+}
+
 const Option* find(std::span<const Option> options, std::string_view name) {
-    const auto found = std::ranges::find(options, name, &Option::name);
+    const auto found = std::ranges::find_if(options, [name](const Option& option) {
+        return option.name == name || (option.letter != '\0' && name == shortForm(option));
+    });
     return found == options.end() ? nullptr : &*found;
 }
 
 std::string leftColumn(const Option& option) {
     std::string left = "  ";
+    if (option.letter != '\0') left += shortForm(option) + ", ";
     left += option.name;
     if (!option.valueName.empty()) left.append(" ").append(option.valueName);
     left.resize(std::max(helpColumn, left.size() + 2), ' ');

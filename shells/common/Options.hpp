@@ -16,6 +16,7 @@ struct Option {
     std::string_view help;       ///< One line.
     /// Takes the value ("" for an option without one); answers what is wrong with it, or nullopt.
     std::function<std::optional<std::string>(const std::string& value)> take;
+    char letter = '\0';  ///< Of its short form, "-h"; for an option without a value.
 };
 
 /// Hands every "--name VALUE", "--name=VALUE" and "--name" among the arguments (the program's name

@@ -1,6 +1,7 @@
 #include "shells/control/Control.hpp"
 
 #include "platform/foundation/NSLog.hpp"
+#include "shells/common/Process.hpp"
 #include "shells/control/Categories.hpp"
 #include "shells/control/LoopUntilEnd.hpp"
 #include "shells/control/Watcher.hpp"
@@ -8,7 +9,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
-#include <cstring>
 
 namespace control {
 namespace {
@@ -173,7 +173,7 @@ int Control::watch() {
 
 int Control::finish() {
     if (output_.error() == 0) return EXIT_SUCCESS;
-    return complain(exitCannot, std::string("standard output: ") + std::strerror(output_.error()));
+    return complain(exitCannot, shell::outputComplaint(output_.error()));
 }
 
 }  // namespace control

@@ -107,7 +107,7 @@ Problem readRequest(Request& request, std::span<const char* const> arguments) {
     return readCommand(request, words);
 }
 
-bool answerQuestions(Request& request, std::string_view program) {
+std::optional<int> answerQuestions(Request& request, std::string_view program) {
     return shell::answerQuestions(request.common, program, usage, optionsOf(request));
 }
 

@@ -29,7 +29,7 @@ struct Request {
 /// user about what does not fit. --help and --version need no command beside them.
 std::optional<std::string> readRequest(Request& request, std::span<const char* const> arguments);
 
-/// Answers --help and --version, where they were given, and says true.
-bool answerQuestions(Request& request, std::string_view program);
+/// Answers --help and --version, where they were given, and with which status the program leaves.
+std::optional<int> answerQuestions(Request& request, std::string_view program);
 
 }  // namespace control

@@ -3,16 +3,17 @@
 #include "backends/cairo/CairoText.hpp"
 #include "platform/foundation/MachineModel.hpp"
 #include "platform/foundation/NSLog.hpp"
+#include "platform/foundation/PrintableText.hpp"
 #include "platform/uikit/UILabel.hpp"
 #include "shells/common/ApplicationId.hpp"
 #include "shells/common/BundleLocation.hpp"
+#include "shells/common/Process.hpp"
 #include "shells/desktop/DesktopSession.hpp"
 #include "shells/desktop/PanelPicture.hpp"
 #include "shells/panel/HostedWidget.hpp"
 #include "shells/panel/OpenWidgets.hpp"
 #include "shells/panel/RowReport.hpp"
 
-#include <cstdio>
 #include <cstdlib>
 
 namespace {
@@ -64,6 +65,10 @@ int DesktopApplication::run() {
         modulePath(soundServerModule));
     if (!instance_.isLockTaken()) loadAhead();
     GdkDisplay* display = options_.paint ? nullptr : openDisplay();
+    if (!display && options_.background && !options_.paint) {
+        complain("there is no display");
+        return EXIT_FAILURE;
+    }
     // The bus may have answered by now; what is asked of it next is answered meanwhile.
     while (display && g_main_context_iteration(nullptr, FALSE) != FALSE) {
     }
@@ -120,15 +125,17 @@ int DesktopApplication::runWindow(GdkDisplay* display) {
 }
 
 int DesktopApplication::reportRows() {
-    complain("there is no display: painting a picture instead");
+    complain("there is no display: the rows are printed as text");
     const std::string path = pictureInCache();
-    const int status = paint(path);
-    if (status != EXIT_SUCCESS) return status;
+    const bool isPainted = paint(path) == EXIT_SUCCESS;
     widget_->present();
-    const std::string report = rowReport(panelContent(*widget_).view);
-    std::printf("%s\nThe picture is %s\n", report.c_str(), path.c_str());
+    std::string report = rowReport(panelContent(*widget_).view);
     widget_->dismiss();
-    return status;
+    if (isPainted) report += "\nThe picture is " + printableLine(path) + "\n";
+    const int error = shell::writeToStandardOutput(report);
+    if (error == 0) return EXIT_SUCCESS;
+    complain(shell::outputComplaint(error));
+    return EXIT_FAILURE;
 }
 
 int DesktopApplication::paint(const std::string& path) {

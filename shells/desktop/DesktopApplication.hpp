@@ -30,7 +30,8 @@ class DesktopApplication {
     bool isTakenOver();
     /// Tells the one that runs to end.
     int quitOther();
-    /// Without a display: a picture in the user's cache folder and the rows as text.
+    /// Without a display: the rows as text, and where there is a place for it a picture in the
+    /// user's cache folder.
     int reportRows();
     int paint(const std::string& path);
     void waitForSound();

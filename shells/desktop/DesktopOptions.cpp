@@ -49,6 +49,11 @@ shell::Option flag(std::string_view name, std::string_view help, bool& target) {
 std::vector<shell::Option> sessionOptions(DesktopOptions& target) {
     return {
         flag("--background", "begin hidden, and wait to be called", target.background),
+        {"--service", "", "begin hidden for a call of the session's bus, which starts it so",
+         [&target](const std::string&) -> Taken {
+             target.background = target.service = true;
+             return std::nullopt;
+         }},
         flag("--quit", "end the mixer that runs in this session", target.quit),
         flag("--new-instance", "a mixer of its own beside the one that runs in this session",
              target.newInstance),

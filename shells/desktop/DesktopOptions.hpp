@@ -11,6 +11,7 @@ struct DesktopOptions {
     HostKind host = HostKind::Current;
     std::optional<std::string> paint;  ///< The picture to write instead of opening a window.
     bool background = false;           ///< Begin hidden.
+    bool service = false;              ///< The session's bus has started it, and calls it next.
     bool quit = false;                 ///< End the one that runs, and nothing else.
     bool newInstance = false;          ///< Beside the one that runs, if any.
     DrawerAnchor anchor;

@@ -211,7 +211,8 @@ void DesktopSession::closed() {
 bool DesktopSession::canBeCalled() const {
     if (!instance_.bus()) return false;
     const bool hasTray = tray_ && tray_->presence() == TrayHost::Presence::Present;
-    return hasTray || layers_ || options_.background;
+    // The bus starts a service again when it is called.
+    return hasTray || layers_ || (options_.background && !options_.service);
 }
 
 /// A server may lose what is on its way when the connection ends.

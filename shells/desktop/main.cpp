@@ -1,12 +1,11 @@
 #include "shells/common/Backends.hpp"
-#include "shells/common/BrokenPipes.hpp"
+#include "shells/common/Process.hpp"
 #include "shells/desktop/DesktopApplication.hpp"
 
 #if __has_include(<malloc.h>)
 #include <malloc.h>
 #endif
 
-#include <cstdlib>
 #include <vector>
 
 namespace {
@@ -25,7 +24,7 @@ void shareHeaps() {
 
 int main(int argc, char* argv[]) {
     shareHeaps();
-    shell::ignoreBrokenPipes();
+    shell::prepareProcess();
     DesktopOptions options;
     const std::vector<shell::Option> known = desktopOptions(options);
     const std::vector<const char*> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
@@ -33,8 +32,9 @@ int main(int argc, char* argv[]) {
         shell::complainOfMisuse("tarnwick", *error);
         return exitBadArguments;
     }
-    if (shell::answerQuestions(options.common, "tarnwick", "tarnwick [OPTION ...]", known))
-        return EXIT_SUCCESS;
+    if (const auto status =
+            shell::answerQuestions(options.common, "tarnwick", "tarnwick [OPTION ...]", known))
+        return *status;
     shell::applyOptions(options.common);
     shell::installBackends();
     return DesktopApplication(options).run();

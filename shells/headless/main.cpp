@@ -1,7 +1,7 @@
 #include "platform/foundation/NSLog.hpp"
 #include "shells/common/Backends.hpp"
-#include "shells/common/BrokenPipes.hpp"
 #include "shells/common/BundleLocation.hpp"
+#include "shells/common/Process.hpp"
 #include "shells/headless/HeadlessOptions.hpp"
 #include "shells/headless/InputLoop.hpp"
 #include "shells/sound/SoundServer.hpp"
@@ -72,14 +72,15 @@ int host(const HeadlessOptions& chosen) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    shell::ignoreBrokenPipes();  // A reader that has gone is a failed write.
+    shell::prepareProcess();
     HeadlessOptions options;
     const auto table = headlessOptions(options);
     const std::span<const char* const> arguments(argv + 1, argv + std::max(argc, 1));
     auto error = shell::readOptions(table, arguments);
     if (!error) error = contradictionIn(options);
     if (error) return complain(exitMisuse, *error);
-    if (shell::answerQuestions(options.common, program, usage, table)) return EXIT_SUCCESS;
+    if (const auto status = shell::answerQuestions(options.common, program, usage, table))
+        return *status;
 
     shell::installBackends();
     shell::applyOptions(options.common);

@@ -42,6 +42,8 @@ TEST_F(RequestTest, TakesACategoryWithADashBehindTwoDashes) {
 TEST_F(RequestTest, NeedsNoCommandForAQuestion) {
     EXPECT_EQ(read({"--help"}), std::nullopt);
     EXPECT_TRUE(request.common.help);
+    EXPECT_EQ(read({"-h"}), std::nullopt);
+    EXPECT_TRUE(request.common.help);
     EXPECT_EQ(read({"--version"}), std::nullopt);
 }
 
@@ -75,7 +77,8 @@ TEST_F(RequestTest, SaysWhatDoesNotFit) {
     EXPECT_EQ(read({"watch", "a"}), "usage: tarnwickctl watch");
     EXPECT_EQ(read({"list", "--changes-only"}), "--changes-only goes with watch alone");
     EXPECT_EQ(read({"--bundle", "b", "list"}), "unknown argument '--bundle'");
-    EXPECT_EQ(read({"-h"}), "unknown argument '-h'");
+    EXPECT_EQ(read({"-H"}), "unknown argument '-H'");
+    EXPECT_EQ(read({"-h=yes"}), "-h takes no value");
     EXPECT_EQ(read({"--server=", "list"}), "--server: the value is empty");
     EXPECT_EQ(read({"set", "a", "40"}),
               "'40' is no volume: give 40%, 0.4, or a step such as +5% or -5%");

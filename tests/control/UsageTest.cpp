@@ -24,6 +24,10 @@ TEST_F(ControlUsage, HelpNamesEveryCommandAndOption) {
     EXPECT_FALSE(contains(help, "--bundle"));
 }
 
+TEST_F(ControlUsage, HelpHasAShortForm) {
+    EXPECT_EQ(outputOf({"-h"}), outputOf({"--help"}));
+}
+
 TEST_F(ControlUsage, VersionIsTheProjects) {
     EXPECT_EQ(outputOf({"--version"}), "tarnwickctl " TARNWICK_VERSION "\n");
 }

@@ -105,6 +105,28 @@ TEST_F(ProgramTest, WithoutADisplayItPrintsTheRowsAndSaysWhereThePictureIs) {
     EXPECT_GT(pictureSize(written).first, 0);
 }
 
+TEST_F(ProgramTest, WithoutAPlaceForAPictureItPrintsTheRowsAllTheSame) {
+    for (const char* nowhere : {"/proc/nowhere", "/dev/null"}) {
+        const Ended ended = runProgram({"--simulate", "--model", "iPad4,1"},
+                                       {{"HOME", nowhere},
+                                        {"XDG_CACHE_HOME", nowhere},
+                                        {"XDG_CONFIG_HOME", nowhere}});
+        EXPECT_EQ(ended.status, 0);
+        EXPECT_TRUE(contains(ended.output, "Ringtone: 50%")) << ended.output;
+        EXPECT_FALSE(contains(ended.output, "picture")) << ended.output;
+        EXPECT_TRUE(contains(ended.complaints, "cannot write")) << ended.complaints;
+    }
+}
+
+TEST_F(ProgramTest, WithoutADisplayNothingCanWaitInTheBackground) {
+    for (const char* option : {"--background", "--service"}) {
+        const Ended ended = run({option});
+        EXPECT_EQ(ended.status, 1);
+        EXPECT_EQ(ended.output, "");
+        EXPECT_EQ(ended.complaints, "tarnwick: there is no display\n");
+    }
+}
+
 TEST_F(ProgramTest, WithoutADisplayAnEmptyListSaysWhereItIs) {
     files.writeCategories({});
     const Ended ended = run({"--simulate"});

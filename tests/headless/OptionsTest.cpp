@@ -24,7 +24,8 @@ TEST_F(Options, ThatCannotBeReadEndTheProgramWithTwoAndAReason) {
         {"--server-address", "unix:/nowhere"},
         {"--server", "pulse", "--clock", "manual"},
         {"--help=yes"},
-        {"-h"},
+        {"-h=yes"},
+        {"-H"},
         {""},
     };
     for (const auto& arguments : misuses) {

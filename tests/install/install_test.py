@@ -84,6 +84,39 @@ class Installation(unittest.TestCase):
         icons = PREFIX / "share/icons/hicolor/scalable/apps"
         self.assertTrue((icons / (values["Icon"] + ".svg")).is_file())
 
+    def test_bus_service_starts_what_is_installed_under_the_desktop_entrys_name(self):
+        entry = (PREFIX / "share/applications/org.tarnwick.mixer.desktop").read_text()
+        self.assertIn("\nDBusActivatable=true\n", entry)
+        service = (PREFIX / "share/dbus-1/services/org.tarnwick.mixer.service").read_text()
+        values = dict(line.split("=", 1) for line in service.splitlines() if "=" in line)
+        self.assertEqual(values["Name"], "org.tarnwick.mixer")
+        self.assertRegex(values["Exec"], "^/.*/bin/tarnwick --service$")
+
+    def test_unit_begins_with_the_session_and_not_beside_the_autostart_file(self):
+        units = PREFIX / "lib/systemd/user"
+        wanted = units / "graphical-session.target.wants/tarnwick.service"
+        self.assertEqual(os.readlink(wanted), "../tarnwick.service")
+        text = wanted.read_text()
+        for line in ("After=graphical-session.target", "PartOf=graphical-session.target",
+                     "WantedBy=graphical-session.target"):
+            self.assertIn(line + "\n", text)
+        (autostart,) = PREFIX.glob("**/xdg/autostart/org.tarnwick.mixer-autostart.desktop")
+        self.assertIn("\nX-systemd-skip=true\n", autostart.read_text() + "\n")
+        self.assertIn("\nX-GNOME-HiddenUnderSystemd=true\n", autostart.read_text() + "\n")
+        # Where it is installed now; the prefix that was built for holds nothing yet.
+        unit = self.home / "tarnwick.service"
+        unit.write_text(re.sub("^ExecStart=\\S+", f"ExecStart={PREFIX}/bin/tarnwick", text,
+                               flags=re.MULTILINE))
+        verified = run(["systemd-analyze", "--user", "--man=no", "verify", unit],
+                       env=dict(self.environment, XDG_RUNTIME_DIR=str(self.home)))
+        self.assertEqual(verified.returncode, 0, verified.stderr)
+        self.assertNotIn("tarnwick", verified.stderr, "it complains of the machine's units too")
+
+    def test_manual_pages_are_installed(self):
+        for page in ("man1/tarnwick.1", "man1/tarnwickctl.1", "man1/tarnwick-headless.1",
+                     "man5/tarnwick.5"):
+            self.assertTrue((PREFIX / "share/man" / page).is_file(), page)
+
     def test_finds_its_libraries_relative_to_itself_alone(self):
         self.assertGreaterEqual(len(binaries()), 6)
         for file in binaries():

@@ -42,7 +42,7 @@ LIBRARIES = {
     "shells/desktop/": r"gdk/.*|glib.*\.h|gio/.*|cairo.*\.h|(fcntl|unistd|getopt|signal|malloc)\.h|sys/[a-z]+\.h",
     "shells/panel/": r"glib\.h",
     "shells/phosh/": r"gtk/.*|gdk/.*|gio/.*|glib.*\.h|dlfcn\.h",
-    "shells/common/": r"nlohmann/.*|(unistd|getopt)\.h",
+    "shells/common/": r"nlohmann/.*|(fcntl|unistd|getopt)\.h",
     "shells/control/": r"glib.*\.h|(unistd|fcntl)\.h",
     "shells/sound/": r"(dlfcn|unistd)\.h|glib.*\.h",
 }
