@@ -5,44 +5,89 @@
 #include <algorithm>
 
 namespace pulse {
+namespace {
+
+double now() {
+    return NSRunLoop::mainRunLoop().currentTime();
+}
+
+bool isEntry(const Target& target) {
+    return target.kind == Target::Kind::RoleEntry;
+}
+
+bool isSame(const Target& target, const pa_cvolume& one, const pa_cvolume& other) {
+    if (!isEntry(target)) return pa_cvolume_equal(&one, &other) != 0;
+    return isSameForRole(levelFrom(one, Mute::Off).volume, levelFrom(other, Mute::Off).volume);
+}
+
+}  // namespace
 
 void Arrivals::expect(const VolumeObject& object, const std::vector<TargetWrite>& writes) {
-    std::vector<Change>& changes = expectations_[object].changes;
-    changes.clear();
+    Expectation& expectation = expectations_[object];
+    expectation.number = ++lastNumber_;
+    expectation.retry.cancel();
+    expectation.changes.clear();
     for (const TargetWrite& write : writes)
         if (const auto before = mirror_.volumeOf(write.target))
-            changes.push_back({write.target, before->volume, write.volume, write.mute});
+            expectation.changes.push_back({write.target, before->volume, write.volume, write.mute});
 }
 
-void Arrivals::await(const VolumeObject& object, const Read& read, const Ended& ended) {
-    expectations_[object].sinceSeconds = NSRunLoop::mainRunLoop().currentTime();
-    look(object, read, ended);
+void Arrivals::await(const VolumeObject& object, Until until, const Read& read,
+                     const Ended& ended) {
+    Expectation& expectation = expectations_[object];
+    expectation.sinceSeconds = now();
+    look({object, expectation.number, until, read, ended});
 }
 
-void Arrivals::look(const VolumeObject& object, const Read& read, const Ended& ended) {
-    read([this, object, read, ended] {
-        const auto found = expectations_.find(object);
-        if (found == expectations_.end()) return;
-        Expectation& expectation = found->second;
-        const double age = NSRunLoop::mainRunLoop().currentTime() - expectation.sinceSeconds;
-        const bool allArrived = std::ranges::all_of(
-            expectation.changes, [this](const Change& change) { return hasArrived(change); });
-        if (allArrived) return ended(Outcome::Arrived);
-        if (age >= longestSeconds) return ended(Outcome::Unheeded);
-        expectation.retry.start(retrySeconds,
-                                [this, object, read, ended] { look(object, read, ended); });
+void Arrivals::look(const Awaited& awaited) {
+    awaited.read([this, awaited, began = now()] { judge(awaited, began); });
+}
+
+// What a long read shows is as old as its beginning.
+void Arrivals::judge(const Awaited& awaited, double readSeconds) {
+    const auto found = expectations_.find(awaited.object);
+    if (found == expectations_.end() || found->second.number != awaited.number) return;
+    Expectation& expectation = found->second;
+    const bool allArrived = std::ranges::all_of(expectation.changes, [&](const Change& change) {
+        return hasArrived(change, awaited.until);
     });
+    if (allArrived) return awaited.ended(Outcome::Arrived);
+    const double longest = awaited.until == Until::Kept ? longestKeepingSeconds : longestSeconds;
+    if (readSeconds - expectation.sinceSeconds >= longest) return awaited.ended(Outcome::Unheeded);
+    expectation.retry.start(retrySeconds, [this, awaited] { look(awaited); });
 }
 
-// What a role keeps arrives late and inexactly; nothing of that is dropped. What is gone needs no
-// waiting for either.
-bool Arrivals::hasArrived(const Change& change) const {
-    if (change.target.kind == Target::Kind::RoleEntry) return true;
-    const auto now = mirror_.volumeOf(change.target);
-    if (!now) return true;
-    const bool hasMoved = !change.written || pa_cvolume_equal(&now->volume, &*change.written) ||
-                          !pa_cvolume_equal(&now->volume, &change.before);
-    return hasMoved && change.mute.value_or(now->mute) == now->mute;
+bool Arrivals::areExact(const VolumeObject& object) const {
+    const auto found = expectations_.find(object);
+    return found == expectations_.end() ||
+           std::ranges::all_of(found->second.changes,
+                               [this](const Change& change) { return isExact(change); });
+}
+
+bool Arrivals::hasVolume(const Change& change, const pa_cvolume& shown) {
+    return !change.written || isSame(change.target, shown, *change.written);
+}
+
+bool Arrivals::hasMute(const Change& change, Mute shown) {
+    return change.mute.value_or(shown) == shown;
+}
+
+// What is gone needs no waiting for.
+bool Arrivals::isExact(const Change& change) const {
+    const auto shown = mirror_.volumeOf(change.target);
+    return !shown || (hasVolume(change, shown->volume) && hasMute(change, shown->mute));
+}
+
+// Nothing of what is written to an entry is dropped, and what it shows in between is an earlier one
+// of ours, which is late. Elsewhere another volume is a device's way of rounding.
+bool Arrivals::hasArrived(const Change& change, Until until) const {
+    if (isExact(change)) return true;
+    if (isEntry(change.target)) return until == Until::Taken;
+    if (until == Until::Kept) return true;
+    const auto shown = mirror_.volumeOf(change.target);
+    const bool hasMoved =
+        hasVolume(change, shown->volume) || !pa_cvolume_equal(&shown->volume, &change.before);
+    return hasMoved && hasMute(change, shown->mute);
 }
 
 }  // namespace pulse

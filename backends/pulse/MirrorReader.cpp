@@ -24,7 +24,15 @@ void MirrorReader::refresh(Part part) {
     if (reading.stage == Reading::Stage::Idle) beginSoon(part);
 }
 
-void MirrorReader::refresh(std::initializer_list<Part> parts,
+void MirrorReader::hold(const std::vector<Part>& parts) {
+    for (const Part part : parts) {
+        Reading& reading = readingOf(part);
+        reading.heldUntilSeconds = NSRunLoop::mainRunLoop().currentTime() + heldSeconds;
+        if (reading.stage == Reading::Stage::Pausing) beginSoon(part);
+    }
+}
+
+void MirrorReader::refresh(const std::vector<Part>& parts,
                            const std::function<void()>& afterwards) {
     const auto left = std::make_shared<std::size_t>(parts.size());
     for (const Part part : parts) {
@@ -47,7 +55,8 @@ bool MirrorReader::isComplete() const {
 void MirrorReader::beginSoon(Part part) {
     Reading& reading = readingOf(part);
     const double now = NSRunLoop::mainRunLoop().currentTime();
-    const double wait = reading.beganSeconds + pauseSeconds - now;
+    const double wait =
+        std::max(reading.beganSeconds + pauseSeconds, reading.heldUntilSeconds) - now;
     const bool somebodyWaits = !reading.waitingForNext.empty();
     if (wait <= 0 || somebodyWaits) return begin(part);
     reading.stage = Reading::Stage::Pausing;
@@ -59,6 +68,7 @@ void MirrorReader::begin(Part part) {
     reading.pause.cancel();
     reading.stage = Reading::Stage::UnderWay;
     reading.beganSeconds = NSRunLoop::mainRunLoop().currentTime();
+    reading.heldUntilSeconds = 0;
     reading.waitingForThis = std::exchange(reading.waitingForNext, {});
     ask(part);
 }

@@ -6,7 +6,6 @@
 
 #include <array>
 #include <functional>
-#include <initializer_list>
 #include <optional>
 #include <vector>
 
@@ -18,6 +17,7 @@ class MirrorReader {
  public:
     /// How far apart reads of a part begin at least while events of it flood in.
     static constexpr double pauseSeconds = 0.005;
+    static constexpr double heldSeconds = 0.25;
 
     /// All three outlive the reader; no answer reaches it after the context is gone. `changed` is
     /// called after each read.
@@ -29,7 +29,10 @@ class MirrorReader {
     void refresh(Part part);
     /// Reads the parts without a pause. `afterwards` is called when reads that began after this
     /// call are through.
-    void refresh(std::initializer_list<Part> parts, const std::function<void()>& afterwards);
+    void refresh(const std::vector<Part>& parts, const std::function<void()>& afterwards);
+    /// The parts are about to change in many places at once, and somebody will wait for a read
+    /// afterwards: until then, and for no longer than heldSeconds, none begins by an event.
+    void hold(const std::vector<Part>& parts);
     /// Whether each part has been read.
     bool isComplete() const;
 
@@ -39,7 +42,8 @@ class MirrorReader {
         enum class Stage { Idle, Pausing, UnderWay, UnderWayAndOutdated };
         Stage stage = Stage::Idle;
         bool wasRead = false;
-        double beganSeconds = 0;  // On the run loop's clock.
+        double beganSeconds = 0;      // On the run loop's clock.
+        double heldUntilSeconds = 0;  // The same.
         OneShotTimer pause;
         Waiting waitingForThis;
         Waiting waitingForNext;

@@ -3,7 +3,6 @@
 #include "backends/pulse/StreamGroups.hpp"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 namespace pulse {
@@ -13,12 +12,6 @@ namespace {
 bool isNear(pa_volume_t one, pa_volume_t other) {
     constexpr pa_volume_t roundingSteps = 2;
     return std::max(one, other) - std::min(one, other) <= roundingSteps;
-}
-
-// PipeWire keeps six decimals of a role's loudness, which is the volume's third power.
-bool isRoundedByServer(float remembered, float entry) {
-    constexpr float rounding = 1e-6F;
-    return std::abs(std::pow(remembered, 3.0F) - std::pow(entry, 3.0F)) <= rounding;
 }
 
 }  // namespace
@@ -34,8 +27,7 @@ bool StreamMemory::isOutdated(const VolumeObject& object, const Memory& memory,
     if (object.kind != VolumeObject::Kind::Role) return false;
     const auto entry = levelOfEntry(mirror, object);
     if (!entry) return false;
-    const bool hasMoved =
-        memory.isVolumeGiven && !isRoundedByServer(memory.fraction, entry->volume);
+    const bool hasMoved = memory.isVolumeGiven && !isSameForRole(memory.fraction, entry->volume);
     return hasMoved || memory.mute.value_or(Mute::Off) != entry->mute;
 }
 

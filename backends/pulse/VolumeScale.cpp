@@ -18,4 +18,9 @@ Level levelFrom(const pa_cvolume& volume, Mute mute) {
     return {fractionFromRaw(pa_cvolume_max(&volume)), mute};
 }
 
+bool isSameForRole(float one, float other) {
+    constexpr float rounding = 1e-6F;
+    return std::abs(std::pow(one, 3.0F) - std::pow(other, 3.0F)) <= rounding;
+}
+
 }  // namespace pulse

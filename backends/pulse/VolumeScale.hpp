@@ -18,4 +18,8 @@ float fractionFromRaw(pa_volume_t raw);
 /// What a device or a stream is at: its loudest channel.
 Level levelFrom(const pa_cvolume& volume, Mute mute);
 
+/// Whether both are one volume of a role: PipeWire keeps six decimals of a role's loudness, which
+/// is the volume's third power.
+bool isSameForRole(float one, float other);
+
 }  // namespace pulse

@@ -9,6 +9,22 @@
 #include <utility>
 
 namespace pulse {
+namespace {
+
+std::vector<Part> partsOf(const VolumeObject& object) {
+    switch (object.kind) {
+        case VolumeObject::Kind::Sink:
+            return {Part::Sinks};
+        case VolumeObject::Kind::Source:
+            return {Part::Sources};
+        case VolumeObject::Kind::Role:
+            return {Part::RoleEntries, Part::Streams};
+        default:
+            return {Part::Streams};
+    }
+}
+
+}  // namespace
 
 using ToStreams = TargetWrite::ToStreams;
 
@@ -18,8 +34,7 @@ VolumeWriter::VolumeWriter(const ServerMirror& mirror, Handlers handlers)
       arrivals_(mirror),
       writes_([this](const auto& object, const Setting& wanted,
                      std::uint64_t ticket) { send(object, wanted, ticket); },
-              [this](const auto& object, std::uint64_t ticket) { confirmInTime(object, ticket); }) {
-}
+              [this](const auto& object, std::uint64_t ticket) { confirm(object, ticket); }) {}
 
 void VolumeWriter::begin(PulseContext& context, MirrorReader& reader) {
     context_ = &context;
@@ -32,7 +47,6 @@ void VolumeWriter::end() {
     writes_.clear();
     balances_.clear();
     arrivals_.clear();
-    stale_.clear();
     mutesOnTheirWay_.clear();
     refusals_.clear();
 }
@@ -58,6 +72,7 @@ void VolumeWriter::send(const VolumeObject& object, const Setting& wanted, std::
     if (std::ranges::any_of(writes, [](const auto& write) { return write.mute.has_value(); }))
         mutesOnTheirWay_.insert(object);
     arrivals_.expect(object, writes);
+    if (mirror_.server.pipeWire) reader_->hold(partsOf(object));
     writeTargets(*context_, writes,
                  [this, object, ticket](int error) { acknowledged(object, ticket, error); });
 }
@@ -94,38 +109,30 @@ void VolumeWriter::acknowledged(const VolumeObject& object, std::uint64_t ticket
     noteAnswer(object, error);
     const bool showsAtOnce = !mirror_.server.pipeWire || error != PA_OK;
     if (showsAtOnce) return writes_.acknowledged(object, ticket);
-    arrivals_.await(
-        object,
-        [this, object](const std::function<void()>& afterwards) { read(object, afterwards); },
-        [this, object, ticket](Arrivals::Outcome outcome) {
-            if (outcome == Arrivals::Outcome::Unheeded)
-                writes_.unheeded(object, ticket);
-            else
-                writes_.acknowledged(object, ticket);
-        });
+    await(object, Arrivals::Until::Taken, [this, object, ticket](Arrivals::Outcome outcome) {
+        if (outcome == Arrivals::Outcome::Unheeded)
+            writes_.unheeded(object, ticket);
+        else
+            writes_.acknowledged(object, ticket);
+    });
 }
 
-void VolumeWriter::confirmInTime(const VolumeObject& object, std::uint64_t ticket) {
-    const bool isStale = object.kind == VolumeObject::Kind::Role && mirror_.server.pipeWire;
-    if (!isStale) return confirm(object, ticket);
-    stale_[object].start(staleRoleSeconds, [this, object, ticket] { confirm(object, ticket); });
-}
-
+// On PipeWire the object has been read already, and one read more is a long one where there are
+// hundreds of streams.
 void VolumeWriter::confirm(const VolumeObject& object, std::uint64_t ticket) {
-    read(object, [this, object, ticket] { finish(object, ticket); });
+    const auto finishIt = [this, object, ticket] { finish(object, ticket); };
+    const bool isRefused = refusals_.contains(object);
+    if (!mirror_.server.pipeWire || isRefused) return reader_->refresh(partsOf(object), finishIt);
+    if (arrivals_.areExact(object)) return finishIt();
+    await(object, Arrivals::Until::Kept, [finishIt](Arrivals::Outcome) { finishIt(); });
 }
 
-void VolumeWriter::read(const VolumeObject& object, const std::function<void()>& afterwards) {
-    switch (object.kind) {
-        case VolumeObject::Kind::Sink:
-            return reader_->refresh({Part::Sinks}, afterwards);
-        case VolumeObject::Kind::Source:
-            return reader_->refresh({Part::Sources}, afterwards);
-        case VolumeObject::Kind::Role:
-            return reader_->refresh({Part::RoleEntries, Part::Streams}, afterwards);
-        default:
-            return reader_->refresh({Part::Streams}, afterwards);
-    }
+void VolumeWriter::await(const VolumeObject& object, Arrivals::Until until,
+                         const Arrivals::Ended& ended) {
+    const auto read = [this, object](const std::function<void()>& afterwards) {
+        reader_->refresh(partsOf(object), afterwards);
+    };
+    arrivals_.await(object, until, read, ended);
 }
 
 void VolumeWriter::finish(const VolumeObject& object, std::uint64_t ticket) {

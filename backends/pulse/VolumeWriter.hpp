@@ -4,7 +4,6 @@
 #include "backends/pulse/BalanceMemory.hpp"
 #include "backends/pulse/MirrorReader.hpp"
 #include "backends/pulse/WriteQueue.hpp"
-#include "platform/foundation/OneShotTimer.hpp"
 
 #include <functional>
 #include <map>
@@ -17,10 +16,6 @@ namespace pulse {
 /// Moves objects of the server that the mirror is a copy of, while there is a connection.
 class VolumeWriter {
  public:
-    /// How long PipeWire answers the old value of a role after it has taken a new one, and may
-    /// lose it when the writer leaves.
-    static constexpr double staleRoleSeconds = 0.1;
-
     struct Handlers {
         /// The server has been asked again after an object's last write, and the mirror says what
         /// came of it.
@@ -57,9 +52,8 @@ class VolumeWriter {
     TargetWrite writeTo(const Target& target, const Setting& wanted, bool isMuteCertain);
     void acknowledged(const VolumeObject& object, std::uint64_t ticket, int error);
     void noteAnswer(const VolumeObject& object, int error);
-    void confirmInTime(const VolumeObject& object, std::uint64_t ticket);
     void confirm(const VolumeObject& object, std::uint64_t ticket);
-    void read(const VolumeObject& object, const std::function<void()>& afterwards);
+    void await(const VolumeObject& object, Arrivals::Until until, const Arrivals::Ended& ended);
     void finish(const VolumeObject& object, std::uint64_t ticket);
 
     const ServerMirror& mirror_;
@@ -69,9 +63,8 @@ class VolumeWriter {
     BalanceMemory balances_;
     Arrivals arrivals_;
     WriteQueue writes_;
-    std::map<VolumeObject, OneShotTimer> stale_;  // Of roles.
-    std::set<VolumeObject> mutesOnTheirWay_;      // What the mirror says of them is no guide.
-    std::map<VolumeObject, int> refusals_;        // The last answers, where they were no.
+    std::set<VolumeObject> mutesOnTheirWay_;  // What the mirror says of them is no guide.
+    std::map<VolumeObject, int> refusals_;    // The last answers, where they were no.
 };
 
 }  // namespace pulse

@@ -18,7 +18,7 @@ class WriteQueue {
     /// Sends the setting; the answer is acknowledged() with the ticket.
     using Send =
         std::function<void(const VolumeObject&, const Setting& wanted, std::uint64_t ticket)>;
-    /// Reads the object anew; the answer is confirmed() with the ticket, later.
+    /// Has the object read anew; the answer is confirmed() with the ticket, maybe from inside.
     using Confirm = std::function<void(const VolumeObject&, std::uint64_t ticket)>;
 
     /// Whether a value that is on its way already is sent behind itself again.

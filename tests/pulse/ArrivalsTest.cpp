@@ -11,6 +11,7 @@ using namespace pulse;
 namespace {
 const VolumeObject speaker{VolumeObject::Kind::Sink, "spk"};
 const Target speakerTarget{Target::Kind::Sink, "spk"};
+const Target ringing{Target::Kind::RoleEntry, roleEntryName("event")};
 }  // namespace
 
 using Outcomes = std::vector<Arrivals::Outcome>;
@@ -28,11 +29,16 @@ class ArrivalsTest : public testing::Test {
     }
 
     void mirrorHas(pa_volume_t volume) { mirror.sinks["spk"].volume = {2, {volume, volume}}; }
-    void write(pa_volume_t volume, const Target& target = speakerTarget) {
+    void write(pa_volume_t volume, const Target& target = speakerTarget,
+               Arrivals::Until until = Arrivals::Until::Taken) {
         arrivals.expect(speaker, {{.target = target, .volume = pa_cvolume{2, {volume, volume}}}});
         arrivals.await(
-            speaker, [this](auto afterwards) { reads.push_back(std::move(afterwards)); },
+            speaker, until, [this](auto afterwards) { reads.push_back(std::move(afterwards)); },
             [this](Arrivals::Outcome outcome) { outcomes.push_back(outcome); });
+    }
+    void entryHas(pa_volume_t volume) {
+        mirror.roleEntries.emplace();
+        (*mirror.roleEntries)[ringing.name].volume = {2, {volume, volume}};
     }
     void answerRead() { std::exchange(reads, {}).at(0)(); }
     void advance(double seconds) {
@@ -79,7 +85,8 @@ TEST_F(ArrivalsTest, AreAnyOtherVolumeToo) {
 TEST_F(ArrivalsTest, OfAMuteAreSeenByTheMuteAlone) {
     arrivals.expect(speaker, {{.target = speakerTarget, .mute = Mute::On}});
     arrivals.await(
-        speaker, [this](auto afterwards) { reads.push_back(std::move(afterwards)); },
+        speaker, Arrivals::Until::Taken,
+        [this](auto afterwards) { reads.push_back(std::move(afterwards)); },
         [this](Arrivals::Outcome outcome) { outcomes.push_back(outcome); });
     mirrorHas(200);  // Somebody else's volume.
     answerRead();
@@ -123,6 +130,60 @@ TEST_F(ArrivalsTest, AreNotAwaitedOfWhatIsGoneOrKeptForARole) {
     write(200, {Target::Kind::RoleEntry, roleEntryName("event")});
     answerRead();
     EXPECT_EQ(outcomes, Outcomes(2, Arrivals::Outcome::Arrived));
+}
+
+TEST_F(ArrivalsTest, OfWhatIsKeptForARoleAreAwaitedUntilARead) {
+    entryHas(4000);
+    write(2000, ringing, Arrivals::Until::Kept);
+    answerRead();
+    EXPECT_EQ(outcomes, Outcomes{});
+    EXPECT_FALSE(arrivals.areExact(speaker));
+    entryHas(3000);  // An earlier one of ours, which was on its way.
+    advance(Arrivals::retrySeconds);
+    answerRead();
+    EXPECT_EQ(outcomes, Outcomes{});
+    entryHas(2001);  // As its decimals come out.
+    advance(Arrivals::retrySeconds);
+    answerRead();
+    EXPECT_EQ(outcomes, Outcomes{Arrivals::Outcome::Arrived});
+    EXPECT_TRUE(arrivals.areExact(speaker));
+    EXPECT_LT(now, 1.01) << "a fixed wait";
+}
+
+TEST_F(ArrivalsTest, OfWhatASessionManagerDoesNotKeepAreNotAwaitedForLong) {
+    entryHas(40000);
+    write(20000, ringing, Arrivals::Until::Kept);
+    advance(Arrivals::longestKeepingSeconds - 0.001);
+    answerRead();
+    EXPECT_EQ(outcomes, Outcomes{});
+    advance(0.0011);
+    answerRead();
+    EXPECT_EQ(outcomes, Outcomes{Arrivals::Outcome::Unheeded});
+}
+
+TEST_F(ArrivalsTest, AreNotMissedByAReadThatBeganEarlyAndTookLong) {
+    write(200);
+    advance(10 * Arrivals::longestSeconds);
+    answerRead();
+    EXPECT_EQ(outcomes, Outcomes{}) << "hundreds of streams take long to read";
+    advance(Arrivals::retrySeconds);
+    mirrorHas(200);
+    answerRead();
+    EXPECT_EQ(outcomes, Outcomes{Arrivals::Outcome::Arrived});
+}
+
+TEST_F(ArrivalsTest, EndWithoutACallWhenTheNextVolumeIsExpected) {
+    write(200);
+    const auto late = std::exchange(reads, {}).at(0);
+    write(300);
+    mirrorHas(200);
+    late();
+    EXPECT_EQ(outcomes, Outcomes{});
+    mirrorHas(300);
+    answerRead();
+    EXPECT_EQ(outcomes, Outcomes{Arrivals::Outcome::Arrived});
+    advance(1);
+    EXPECT_TRUE(reads.empty());
 }
 
 TEST_F(ArrivalsTest, AreForgottenWithTheConnection) {
