@@ -11,6 +11,14 @@
 /// is none. Main thread.
 NSString accessibilityLabel(const UIView& view);
 
-/// The labels, sliders and buttons of a subtree that are not hidden, in document order: what a
-/// reader of the screen would say. Main thread.
+/// The same without what the text tells of the view's value, as in "Media (Speaker): 40%" or
+/// "Calls: unknown": it stays as it is while the value changes, which is heard on its own. Of a
+/// label its whole text. Main thread.
+NSString accessibilityName(const UIView& view);
+
+/// What the text says in the value's place, "40%" or "unknown"; nil where it says nothing of it.
+NSString accessibilityValue(const UISlider& slider);
+
+/// The labels, sliders and buttons of a subtree that are not hidden, as one reads them: of the
+/// views beside each other those that begin further up first, else in document order. Main thread.
 std::vector<std::shared_ptr<UIView>> accessibilityElements(const std::shared_ptr<UIView>& root);

@@ -19,6 +19,11 @@ class UILabel : public UIView {
     /// An empty one leaves the colour as it is.
     void setTextColor(const std::optional<UIColor>& color);
 
+    /// Whether what it says is read out to those who do not see it as soon as it appears or says
+    /// something else. Not at first.
+    void setAnnounced(bool announced) { announced_ = announced; }
+    bool isAnnounced() const { return announced_; }
+
     /// Black; a shell sets the colour that goes with its own background. Labels that are shown
     /// and have no colour of their own are painted again.
     static UIColor defaultTextColor();
@@ -33,4 +38,5 @@ class UILabel : public UIView {
     NSString text_;
     UIFont font_;
     std::optional<UIColor> textColor_;
+    bool announced_ = false;
 };

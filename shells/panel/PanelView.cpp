@@ -28,6 +28,7 @@ constexpr UIColor noticeColor = {1, 1, 1, 0.55};
 PanelView::PanelView()
     : scroller_(std::make_shared<ScrollingView>()), notice_(std::make_shared<CentredLabel>()) {
     notice_->setFont(UIFont::systemFontOfSize(noticeSize));
+    notice_->setAnnounced(true);
     notice_->setTextColor(noticeColor);
 }
 

@@ -25,6 +25,7 @@ bool holds(const UITouchSet& touches, const std::weak_ptr<UITouch>& finger) {
 
 PageView::PageView() {
     notice_->setFont(UIFont::systemFontOfSize(noticeSize));
+    notice_->setAnnounced(true);
     notice_->setTextColor(noticeColor);
 }
 

@@ -1,9 +1,11 @@
+#include "shells/desktop/PopupPlace.hpp"
 #include "tests/desktop/AtSpiClient.hpp"
 #include "tests/desktop/DesktopFixture.hpp"
 #include "tests/desktop/KeyTaker.hpp"
 
 #include <X11/keysym.h>
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 
@@ -46,6 +48,14 @@ class AccessibilityTest : public DesktopFixture {
         return found;
     }
 
+    /// How often an event of that member or detail was told, by that object or by any.
+    long timesTold(const std::string& what, const Object& source = {}) const {
+        return std::ranges::count_if(reader.events(), [&](const AtSpiClient::Event& event) {
+            const bool isMeant = event.member == what || event.detail == what;
+            return isMeant && (source.path.empty() || event.source.path == source.path);
+        });
+    }
+
     AtSpiClient reader;
 };
 
@@ -71,7 +81,7 @@ TEST_F(AccessibilityTest, ShowsTheWindowAndItsRows) {
     EXPECT_EQ(reader.role(elements[0]), AtSpiClient::roleLabel);
     EXPECT_EQ(reader.role(elements[1]), AtSpiClient::roleSlider);
     EXPECT_EQ(reader.name(elements[0]), "Ringtone: 50%");
-    EXPECT_EQ(reader.name(elements[1]), "Ringtone: 50%");
+    EXPECT_EQ(reader.name(elements[1]), "Ringtone");
     EXPECT_EQ(reader.role(elements[10]), AtSpiClient::roleButton);
     EXPECT_EQ(reader.name(elements[10]), "Close");
 }
@@ -110,7 +120,8 @@ TEST_F(AccessibilityTest, SliderCanBeReadAndSet) {
     expectVolume("Audio/Video", 0.73);
     EXPECT_EQ(reader.value(shown[1]), 73);
     settle();
-    EXPECT_EQ(reader.name(shown[1]), "Audio/Video (Speaker): 73%");
+    EXPECT_EQ(reader.name(shown[1]), "Audio/Video (Speaker)");
+    EXPECT_EQ(reader.name(reader.children(frame())[2]), "Audio/Video (Speaker): 73%");
     EXPECT_NEAR(volume("Ringtone"), 0.5, 0.0001);
 }
 
@@ -123,6 +134,95 @@ TEST_F(AccessibilityTest, ValueOutOfRangeIsBroughtIntoIt) {
     expectVolume("Ringtone", 1);
     reader.setValue(shown[0], -1);
     expectVolume("Ringtone", 0);
+}
+
+TEST_F(AccessibilityTest, TellsEachStepOnceAndTheSameName) {
+    reader.setEnabled(true);
+    openWindow();
+    const auto shown = sliders();
+    ASSERT_EQ(shown.size(), 5U);
+    reader.listen("object:property-change:accessible-value");
+    reader.listen("object:property-change:accessible-name");
+    settle();
+    constexpr int steps = 3;
+    for (int step = 1; step <= steps; ++step) {
+        reader.setValue(shown[1], 50 + step);
+        settle();
+        EXPECT_TRUE(waitUntil([&] { return timesTold("accessible-value", shown[1]) >= step; }));
+    }
+    EXPECT_EQ(timesTold("accessible-value", shown[1]), steps);
+    EXPECT_EQ(timesTold("accessible-name", shown[1]), 0);
+    EXPECT_EQ(reader.name(shown[1]), "Audio/Video (Speaker)");
+}
+
+TEST_F(AccessibilityTest, KeepsTheNameWithoutPercentages) {
+    files.writeSettings("<key>displayPercentage</key><false/>");
+    reader.setEnabled(true);
+    openWindow();
+    const auto shown = sliders();
+    ASSERT_EQ(shown.size(), 5U);
+    EXPECT_EQ(reader.name(shown[1]), "Audio/Video (Speaker)");
+    EXPECT_EQ(reader.name(shown[0]), "Ringtone");
+}
+
+TEST_F(AccessibilityTest, TellsTheFirstOpeningOfADrawerWithItsNotice) {
+    reader.setEnabled(true);
+    reader.listen("window:activate");
+    reader.listen("object:state-changed:showing");
+    open(TARNWICK_ACCESSIBILITY_MODULE, [this] {
+        window->setNotice("No sound server answers");
+        return std::make_unique<PopupPlace>(gdk_display_get_default(), CGPoint{640, 10}, 0);
+    });
+    EXPECT_TRUE(waitUntil([this] { return timesTold("Activate") > 0; }));
+    EXPECT_TRUE(waitUntil([this] { return timesTold("showing") > 0; }));
+    settle();
+    EXPECT_EQ(timesTold("Activate"), 1);
+    EXPECT_EQ(timesTold("showing"), 1);
+    const auto elements = reader.children(frame());
+    ASSERT_EQ(elements.size(), 11U);
+    EXPECT_EQ(reader.name(elements[10]), "No sound server answers") << "below the rows";
+}
+
+TEST_F(AccessibilityTest, TellsANoticeThatComesAndOneThatTakesItsPlace) {
+    reader.setEnabled(true);
+    openWindow();
+    ASSERT_EQ(sliders().size(), 5U);
+    reader.listen("object:state-changed:showing");
+    settle();
+    window->setNotice("No sound server answers");
+    settle();
+    ASSERT_TRUE(waitUntil([this] { return timesTold("showing") == 1; }));
+    const Object told = reader.events().back().source;
+    EXPECT_EQ(reader.role(told), AtSpiClient::roleNotification);
+    EXPECT_EQ(reader.name(told), "No sound server answers");
+    window->setNotice("The list of rows could not be read");
+    settle();
+    ASSERT_TRUE(waitUntil([this] { return timesTold("showing") == 2; }));
+    EXPECT_EQ(reader.name(told), "The list of rows could not be read");
+    device->changeVolume("Ringtone", 0.25F);
+    settle();
+    EXPECT_EQ(timesTold("showing"), 2) << "nothing new was to be said";
+}
+
+TEST_F(AccessibilityTest, RowWithoutAVolumeIsInsensitiveAndCanHaveTheFocus) {
+    device->setReadable("HeadsetBT", false);
+    reader.setEnabled(true);
+    openWindow();
+    const auto shown = sliders();
+    ASSERT_EQ(shown.size(), 5U);
+    reader.listen("object:state-changed:sensitive");
+    EXPECT_EQ(reader.name(shown[2]), "BT Headset");
+    EXPECT_FALSE(reader.hasState(shown[2], AtSpiClient::stateEnabled));
+    EXPECT_FALSE(reader.hasState(shown[2], AtSpiClient::stateSensitive));
+    EXPECT_TRUE(reader.hasState(shown[2], AtSpiClient::stateFocusable));
+    EXPECT_TRUE(reader.hasState(shown[1], AtSpiClient::stateSensitive));
+    EXPECT_TRUE(reader.grabFocus(shown[2]));
+    device->setReadable("HeadsetBT", true);
+    device->changeVolume("HeadsetBT", 0.4F);
+    EXPECT_TRUE(waitUntil([&] { return timesTold("sensitive", shown[2]) == 1; }));
+    EXPECT_TRUE(reader.hasState(shown[2], AtSpiClient::stateEnabled));
+    EXPECT_TRUE(reader.hasState(shown[2], AtSpiClient::stateSensitive));
+    EXPECT_EQ(reader.name(shown[2]), "BT Headset");
 }
 
 TEST_F(AccessibilityTest, TellsOfAChangeMadeElsewhere) {

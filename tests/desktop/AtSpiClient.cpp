@@ -3,6 +3,7 @@
 #include "tests/desktop/MainLoop.hpp"
 
 #include <stdexcept>
+#include <utility>
 
 namespace test {
 namespace {
@@ -217,6 +218,29 @@ void AtSpiClient::watch(const std::string& property) {
     const std::string event = "object:property-change:" + property;
     call(bus(), registry, "org.a11y.atspi.Registry", "RegisterEvent",
          g_variant_new("(sass)", event.c_str(), nullptr, ""));
+}
+
+void AtSpiClient::hearEvents(const char* interface) {
+    const auto told = +[](GDBusConnection*, const char* sender, const char* path, const char*,
+                          const char* member, GVariant* arguments, gpointer data) {
+        Event event{member, "", 0, {sender, path}};
+        const char* detail = nullptr;
+        g_variant_get_child(arguments, 0, "&s", &detail);
+        g_variant_get_child(arguments, 1, "i", &event.value);
+        event.detail = detail;
+        static_cast<AtSpiClient*>(data)->events_.push_back(std::move(event));
+    };
+    g_dbus_connection_signal_subscribe(bus(), nullptr, interface, nullptr, nullptr, nullptr,
+                                       G_DBUS_SIGNAL_FLAGS_NONE, told, this, nullptr);
+}
+
+void AtSpiClient::listen(const std::string& kind) {
+    if (!std::exchange(isHearing_, true)) {
+        hearEvents("org.a11y.atspi.Event.Object");
+        hearEvents("org.a11y.atspi.Event.Window");
+    }
+    call(bus(), registry, "org.a11y.atspi.Registry", "RegisterEvent",
+         g_variant_new("(sass)", kind.c_str(), nullptr, ""));
 }
 
 }  // namespace test

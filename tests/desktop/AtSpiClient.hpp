@@ -36,6 +36,7 @@ class AtSpiClient {
     static constexpr unsigned roleLabel = 29;
     static constexpr unsigned roleButton = 43;
     static constexpr unsigned roleSlider = 51;
+    static constexpr unsigned roleNotification = 101;
 
     /// Of the accessibility bus.
     std::string busAddress();
@@ -55,6 +56,7 @@ class AtSpiClient {
     static constexpr unsigned stateEnabled = 8;
     static constexpr unsigned stateFocusable = 11;
     static constexpr unsigned stateFocused = 12;
+    static constexpr unsigned stateSensitive = 24;
     static constexpr unsigned stateShowing = 25;
     /// Left, top, width and height, in the window.
     CGRect extents(const Object& object);
@@ -65,6 +67,18 @@ class AtSpiClient {
     /// Counts the changes of that property that are told from now on.
     void watch(const std::string& property);
     int toldChanges() const { return toldChanges_; }
+
+    /// An event that a program has told.
+    struct Event {
+        std::string member;  ///< "Activate", "StateChanged"
+        std::string detail;  ///< "showing"; empty where there is none.
+        int value = 0;
+        Object source;
+    };
+    /// Keeps the events of that kind that are told from now on, such as "window:activate" or
+    /// "object:state-changed:showing".
+    void listen(const std::string& kind);
+    const std::vector<Event>& events() const { return events_; }
 
  private:
     struct Unref {
@@ -82,7 +96,11 @@ class AtSpiClient {
 
     Connection session_;
     Connection bus_;
+    void hearEvents(const char* interface);
+
     std::string watched_;
+    std::vector<Event> events_;
+    bool isHearing_ = false;
     int toldChanges_ = 0;
 };
 

@@ -7,6 +7,7 @@
 #include "platform/uikit/UILabel.hpp"
 #include "shells/common/Backends.hpp"
 #include "shells/common/WidgetBundle.hpp"
+#include "shells/desktop/OrdinaryPlace.hpp"
 #include "tests/desktop/XDesktop.hpp"
 
 #include <gdk/gdkx.h>
@@ -55,12 +56,18 @@ DesktopFixture::~DesktopFixture() {
 }
 
 void DesktopFixture::open(const std::string& accessibilityModule) {
+    open(accessibilityModule,
+         [] { return std::make_unique<OrdinaryPlace>(gdk_display_get_default()); });
+}
+
+void DesktopFixture::open(const std::string& accessibilityModule,
+                          const std::function<std::unique_ptr<WindowPlace>()>& place) {
     auto [controller, error] = shell::createController(TARNWICK_BUNDLE_DIR);
     ASSERT_TRUE(controller) << error;
     widget = std::make_unique<HostedWidget>(std::move(controller), parentWidthForModel("iPad4,1"));
     window = std::make_unique<DesktopWindow>(gdk_display_get_default(), *events, *widget,
                                              accessibilityModule);
-    window->show();
+    window->show(place());
     settle();
 }
 

@@ -25,6 +25,9 @@ class DesktopFixture : public testing::Test {
 
     /// Opens the window and waits until it has been painted.
     void open(const std::string& accessibilityModule = {});
+    /// The same in a place that is made once there is a window to be shown there.
+    void open(const std::string& accessibilityModule,
+              const std::function<std::unique_ptr<WindowPlace>()>& place);
     /// Runs the main loop until nothing waits in it, nor on the way from the X server, and what
     /// came of it is painted.
     void settle();

@@ -42,3 +42,43 @@ TEST_F(AccessibilityTest, ListsVisibleLabelsAndSlidersInDocumentOrder) {
     EXPECT_EQ(accessibilityElements(window), Views{last});
     EXPECT_TRUE(accessibilityElements(nullptr).empty());
 }
+
+TEST_F(AccessibilityTest, CallsASliderByItsTextWithoutTheValueInIt) {
+    const std::pair<const char*, const char*> names[] = {
+        {"Bell: 40%", "Bell"},
+        {"Media (Speaker): 100%", "Media (Speaker)"},
+        {"Calls (Joe's: 5%): unknown", "Calls (Joe's: 5%)"},
+        {"Calls (Joe's: 5%)", "Calls (Joe's: 5%)"},
+        {"Notes: 7 of 8%", "Notes: 7 of 8%"},
+        {"Unknown", "Unknown"},
+        {"40%", "40%"},
+        {": %", ": %"},
+        {"", ""},
+    };
+    for (const auto& [text, name] : names) {
+        label->setText(text);
+        EXPECT_EQ(accessibilityName(*slider), name) << text;
+        EXPECT_EQ(accessibilityName(*label), text) << "a label is what it says";
+    }
+    label->setText(std::nullopt);
+    EXPECT_EQ(accessibilityName(*slider), std::nullopt);
+}
+
+TEST_F(AccessibilityTest, TellsASlidersValueAsItsTextDoes) {
+    label->setText("Media (Speaker): 40%");
+    EXPECT_EQ(accessibilityValue(*slider), "40%");
+    label->setText("Calls: unknown");
+    EXPECT_EQ(accessibilityValue(*slider), "unknown");
+    label->setText("Calls");
+    EXPECT_EQ(accessibilityValue(*slider), std::nullopt);
+}
+
+TEST_F(AccessibilityTest, ListsWhatLiesFurtherUpFirst) {
+    using Views = std::vector<std::shared_ptr<UIView>>;
+    const auto above = add<UILabel>(window, CGRectMake(0, -20, 320, 20));
+    const auto below = add<UILabel>(window, CGRectMake(0, 60, 320, 20));
+    const auto beside = add<UILabel>(window, CGRectMake(100, 60, 320, 20));
+    EXPECT_EQ(accessibilityElements(window), (Views{above, label, slider, below, beside}));
+    below->setFrame(CGRectMake(0, -30, 320, 20));
+    EXPECT_EQ(accessibilityElements(window), (Views{below, above, label, slider, beside}));
+}

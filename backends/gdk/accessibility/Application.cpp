@@ -1,9 +1,10 @@
 #include "backends/gdk/accessibility/Application.hpp"
 
-#include "backends/gdk/accessibility/Element.hpp"
+#include "backends/gdk/accessibility/Frame.hpp"
 #include "backends/gdk/accessibility/KeyListeners.hpp"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -53,9 +54,28 @@ bool isOurs(AtkObject* root) {
     return G_TYPE_CHECK_INSTANCE_TYPE(root, tarnwick_accessible_application_get_type()) != FALSE;
 }
 
+decltype(AtkUtilClass::add_global_event_listener) libraryAddsListener;
+
+/// The bridge begins to listen only when it has heard from the bus who wants to know anything, and
+/// what was told before is lost: the first opening of a window among it.
+guint addListener(GSignalEmissionHook listener, const char* event) {
+    static guint waiting = 0;
+    const auto tellAll = +[](gpointer) -> gboolean {
+        waiting = 0;
+        for (std::size_t i = 0; i < frames().size(); ++i) {
+            const AtkObjectPtr frame(ATK_OBJECT(g_object_ref(frames()[i].get())));
+            tellFrameOpening(frame.get());
+        }
+        return G_SOURCE_REMOVE;
+    };
+    if (waiting == 0) waiting = g_idle_add(tellAll, nullptr);  // After the last of its listeners.
+    return libraryAddsListener(listener, event);
+}
+
 /// The library asks the toolkit through this class, which has no other way to be filled in.
 void answerForToolkit() {
     AtkUtilClass* toolkit = ATK_UTIL_CLASS(g_type_class_ref(ATK_TYPE_UTIL));
+    libraryAddsListener = std::exchange(toolkit->add_global_event_listener, addListener);
     toolkit->get_root = ownRoot;
     toolkit->get_toolkit_name = [] { return "Tarnwick"; };
     serveKeyListeners(toolkit);
@@ -76,7 +96,7 @@ void addToApplication(AtkObject* frame) {
     frames().emplace_back(ATK_OBJECT(g_object_ref(frame)));
     g_signal_emit_by_name(root, "children-changed::add", static_cast<guint>(frames().size() - 1),
                           frame);
-    g_signal_emit_by_name(frame, "create");
+    tellFrameOpening(frame);
 }
 
 void removeFromApplication(AtkObject* frame) {

@@ -5,9 +5,11 @@
 #include "platform/foundation/PrintableText.hpp"
 #include "platform/uikit/UIAccessibility.hpp"
 #include "platform/uikit/UIButton.hpp"
+#include "platform/uikit/UILabel.hpp"
 
 #include <cmath>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -27,11 +29,18 @@ bool isOnScreen(const UIView& view) {
     return CGRectIntersectsRect(rect, window->bounds());
 }
 
+bool isSensitive(const UIView& view) {
+    const auto* slider = dynamic_cast<const UISlider*>(&view);
+    return !slider || (slider->isEnabled() && slider->isValueKnown());
+}
+
 void addSliderStates(AtkStateSet* states, const UISlider& slider) {
     atk_state_set_add_state(states, ATK_STATE_HORIZONTAL);
-    if (!slider.isEnabled()) return;
-    for (const AtkStateType state : {ATK_STATE_ENABLED, ATK_STATE_SENSITIVE, ATK_STATE_FOCUSABLE})
-        atk_state_set_add_state(states, state);
+    if (isSensitive(slider))
+        for (const AtkStateType state : {ATK_STATE_ENABLED, ATK_STATE_SENSITIVE})
+            atk_state_set_add_state(states, state);
+    // The keys get to one without a known value too.
+    if (slider.canBecomeFocused()) atk_state_set_add_state(states, ATK_STATE_FOCUSABLE);
     if (slider.isFocused()) atk_state_set_add_state(states, ATK_STATE_FOCUSED);
 }
 
@@ -115,7 +124,9 @@ Kind kindOf(const UIView& view) {
         return {tarnwick_slider_element_get_type(), ATK_ROLE_SLIDER};
     if (dynamic_cast<const UIButton*>(&view))
         return {tarnwick_button_element_get_type(), ATK_ROLE_PUSH_BUTTON};
-    return {tarnwick_element_get_type(), ATK_ROLE_LABEL};
+    const auto* label = dynamic_cast<const UILabel*>(&view);
+    const bool isNotice = label && label->isAnnounced();
+    return {tarnwick_element_get_type(), isNotice ? ATK_ROLE_NOTIFICATION : ATK_ROLE_LABEL};
 }
 
 }  // namespace
@@ -129,21 +140,45 @@ AtkObjectPtr newElement(AtkObject* parent, const std::shared_ptr<UIView>& view,
     ElementState& state = stateOf(element.get());
     state.view = view;
     state.originOnScreen = originOnScreen;
+    state.sensitive = isSensitive(*view);
     tellChanges(element.get());
     return element;
 }
+
+void announce(AtkObject* element) {
+    if (atk_object_get_role(element) == ATK_ROLE_NOTIFICATION)
+        atk_object_notify_state_change(element, ATK_STATE_SHOWING, TRUE);
+}
+
+namespace {
+
+void tellName(AtkObject* element, const UIView& view) {
+    const std::string name = printableLine(accessibilityName(view).value_or(""));
+    const char* told = atk_object_get_name(element);
+    if (told && name == told) return;
+    const bool saysSomethingElse = told != nullptr;
+    atk_object_set_name(element, name.c_str());
+    if (saysSomethingElse) announce(element);
+}
+
+void tellState(AtkObject* element, AtkStateType type, bool& told, bool now) {
+    if (std::exchange(told, now) != now)
+        atk_object_notify_state_change(element, type, now ? TRUE : FALSE);
+}
+
+}  // namespace
 
 void tellChanges(AtkObject* element) {
     ElementState& state = stateOf(element);
     const std::shared_ptr<UIView> view = state.view.lock();
     if (!view) return;
-    const std::string name = printableLine(accessibilityLabel(*view).value_or(""));
-    const char* told = atk_object_get_name(element);
-    if (!told || name != told) atk_object_set_name(element, name.c_str());
+    tellName(element, *view);
     if (TARNWICK_IS_SLIDER_ELEMENT(element)) tellValue(element);
-    if (state.focused == view->isFocused()) return;
-    state.focused = view->isFocused();
-    atk_object_notify_state_change(element, ATK_STATE_FOCUSED, state.focused ? TRUE : FALSE);
+    const bool sensitive = isSensitive(*view);
+    if (sensitive != state.sensitive)
+        atk_object_notify_state_change(element, ATK_STATE_ENABLED, sensitive ? TRUE : FALSE);
+    tellState(element, ATK_STATE_SENSITIVE, state.sensitive, sensitive);
+    tellState(element, ATK_STATE_FOCUSED, state.focused, view->isFocused());
 }
 
 void elementExtents(const ElementState& state, AtkCoordType coordinates, int* x, int* y, int* width,

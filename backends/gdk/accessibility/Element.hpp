@@ -19,6 +19,7 @@ struct ElementState {
     std::function<CGPoint()> originOnScreen;
     int indexInParent = -1;
     std::optional<float> toldValue;  ///< Of a slider.
+    bool sensitive = true;
     bool focused = false;
 };
 
@@ -37,8 +38,13 @@ AtkObjectPtr newElement(AtkObject* parent, const std::shared_ptr<UIView>& view,
 
 ElementState& stateOf(gpointer element);
 
-/// Tells of what has become different since the last time: name, value, focus.
+/// Tells of what has become different since the last time: name, value, whether it is sensitive,
+/// focus. A notice that says something else is announced again.
 void tellChanges(AtkObject* element);
+
+/// Tells a notice as something that has just appeared, which readers of the screen say aloud.
+/// Nothing for any other element.
+void announce(AtkObject* element);
 
 /// The view's rectangle in that coordinate system, rounded to whole points.
 void elementExtents(const ElementState& state, AtkCoordType coordinates, int* x, int* y, int* width,

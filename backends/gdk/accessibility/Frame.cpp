@@ -1,6 +1,6 @@
 #include "backends/gdk/accessibility/Frame.hpp"
 
-#include <cmath>
+#include <utility>
 
 namespace {
 void initComponent(AtkComponentIface* component);
@@ -81,11 +81,28 @@ AtkObjectPtr newFrame(AtkObject* parent, const AccessibleWindow& window) {
     return frame;
 }
 
-void tellFrameActivity(AtkObject* frame, WindowActivity activity) {
-    FrameState& state = frameState(frame);
-    if (state.activity == activity) return;
-    state.activity = activity;
-    const bool active = activity == WindowActivity::Active;
+namespace {
+
+void emitActivity(AtkObject* frame) {
+    const bool active = frameState(frame).activity == WindowActivity::Active;
     g_signal_emit_by_name(frame, active ? "activate" : "deactivate");
     atk_object_notify_state_change(frame, ATK_STATE_ACTIVE, active ? TRUE : FALSE);
+}
+
+}  // namespace
+
+void tellFrameActivity(AtkObject* frame, WindowActivity activity) {
+    if (std::exchange(frameState(frame).activity, activity) != activity) emitActivity(frame);
+}
+
+void tellFrameOpening(AtkObject* frame) {
+    g_signal_emit_by_name(frame, "create");
+    if (frameState(frame).activity == WindowActivity::Active) emitActivity(frame);
+    // By index and by reference: whoever is told may ask for anything meanwhile.
+    for (std::size_t i = 0; i < frameState(frame).elements.size(); ++i) {
+        const AtkObjectPtr element(ATK_OBJECT(g_object_ref(frameState(frame).elements[i].get())));
+        if (stateOf(element.get()).focused)
+            atk_object_notify_state_change(element.get(), ATK_STATE_FOCUSED, TRUE);
+        announce(element.get());
+    }
 }

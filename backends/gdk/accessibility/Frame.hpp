@@ -30,3 +30,5 @@ FrameState& frameState(gpointer frame);
 /// Brings the list of elements up to date and tells of every change.
 void tellFrameChanges(AtkObject* frame);
 void tellFrameActivity(AtkObject* frame, WindowActivity activity);
+/// Tells that the window has opened, whether it has the keyboard and on what, and its notices.
+void tellFrameOpening(AtkObject* frame);

@@ -1,6 +1,5 @@
 #include "backends/gdk/accessibility/Frame.hpp"
 #include "platform/uikit/UIAccessibility.hpp"
-#include "platform/uikit/UILabel.hpp"
 
 #include <algorithm>
 #include <unordered_set>
@@ -41,18 +40,6 @@ void dropElements(AtkObject* frame, const Views& views) {
     }
 }
 
-/// A slider's caption is the label before it on the same row.
-void relateToCaption(AtkObject* slider, AtkObject* before) {
-    if (!before) return;
-    const std::shared_ptr<UIView> label = stateOf(before).view.lock();
-    const std::shared_ptr<UIView> view = stateOf(slider).view.lock();
-    if (!label || !view || !dynamic_cast<UILabel*>(label.get()) ||
-        !dynamic_cast<UISlider*>(view.get()) || label->superview() != view->superview())
-        return;
-    atk_object_add_relationship(slider, ATK_RELATION_LABELLED_BY, before);
-    atk_object_add_relationship(before, ATK_RELATION_LABEL_FOR, slider);
-}
-
 void arrangeElements(AtkObject* frame, const Views& views) {
     dropElements(frame, views);
     FrameState& state = frameState(frame);
@@ -63,9 +50,9 @@ void arrangeElements(AtkObject* frame, const Views& views) {
             arranged.emplace_back(ATK_OBJECT(g_object_ref(known)));
         } else {
             added.push_back(arranged.size());
+            // Not related to its caption: a reader would say that in the name's place, and so
+            // each volume twice.
             arranged.push_back(newElement(frame, view, state.window.originOnScreen));
-            relateToCaption(arranged.back().get(),
-                            arranged.size() > 1 ? arranged[arranged.size() - 2].get() : nullptr);
         }
         stateOf(arranged.back().get()).indexInParent = static_cast<int>(arranged.size()) - 1;
     }
@@ -73,8 +60,10 @@ void arrangeElements(AtkObject* frame, const Views& views) {
     state.elementOfView.clear();
     for (std::size_t i = 0; i < views.size(); ++i)
         state.elementOfView[views[i].get()] = state.elements[i].get();
-    for (const std::size_t index : added)
+    for (const std::size_t index : added) {
         tellChild(frame, "children-changed::add", index, state.elements[index].get());
+        announce(state.elements[index].get());
+    }
 }
 
 }  // namespace
