@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
-"""Renders the vector sources beside this script to the bundle's PNG images.
+"""Renders the vector sources beside this script to the bundle's PNG images, and the program's icon to
+those of windows.
 
-usage: render.py [OUTPUT_FOLDER]      (default: ../images)
+usage: render.py [OUTPUT_FOLDER]      (default: ../images and ../icons)
 
 Every SOURCE.svg becomes SOURCE.png, SOURCE@2x.png and SOURCE@3x.png. A source's width and height
 are its size in points, so its pixels at scale N are exactly N times as many. Needs rsvg-convert
@@ -18,6 +19,10 @@ import pngfile
 SOURCES = pathlib.Path(__file__).resolve().parent
 IMAGES = SOURCES.parent / "images"
 SCALES = (1, 2, 3)  # pixels per point
+ICONS = SOURCES.parent / "icons"
+ICON = ICONS / "org.tarnwick.mixer.svg"
+ICON_POINTS = 64
+ICON_SIZES = (16, 24, 32, 48, 64, 128)  # pixels
 
 
 def sources():
@@ -41,5 +46,19 @@ def render_all(folder):
             pngfile.write(folder / file_name(source.stem, scale), rasterised(source, scale))
 
 
+def icon_file(folder, size):
+    """As themes of icons lay out their folders."""
+    return folder / "hicolor" / f"{size}x{size}" / "apps" / f"{ICON.stem}.png"
+
+
+def render_icons(folder):
+    for size in ICON_SIZES:
+        file = icon_file(folder, size)
+        file.parent.mkdir(parents=True, exist_ok=True)
+        pngfile.write(file, rasterised(ICON, size / ICON_POINTS))
+
+
 if __name__ == "__main__":
-    render_all(pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else IMAGES)
+    chosen = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else None
+    render_all(chosen or IMAGES)
+    render_icons(chosen or ICONS)

@@ -49,4 +49,13 @@ std::string modulePath(const std::string& name, const std::string& programFolder
     return (folder / TARNWICK_LIBRARIES_FROM_PROGRAMS / name).lexically_normal().string();
 }
 
+std::vector<std::string> iconPaths(const std::string& name, const std::string& programFolder) {
+    const auto theme =
+        std::filesystem::path(programFolder) / TARNWICK_DATA_FROM_PROGRAMS / "icons" / "hicolor";
+    std::vector<std::string> paths;
+    for (const char* size : {"16x16", "24x24", "32x32", "48x48", "64x64", "128x128"})
+        paths.push_back((theme / size / "apps" / (name + ".png")).lexically_normal().string());
+    return paths;
+}
+
 }  // namespace shell

@@ -20,4 +20,7 @@ std::vector<std::string> bundlePaths(const std::vector<std::string>& chosen,
 /// Where a module that belongs to the programs lies: beside the bundle.
 std::string modulePath(const std::string& name, const std::string& programFolder);
 
+/// Where an icon of that name lies for the programs, in each size that there is; smallest first.
+std::vector<std::string> iconPaths(const std::string& name, const std::string& programFolder);
+
 }  // namespace shell

@@ -3,6 +3,8 @@
 #include "backends/gdk/GdkWindowAt.hpp"
 #include "platform/foundation/NSLog.hpp"
 #include "platform/foundation/NSRunLoop.hpp"
+#include "shells/common/ApplicationId.hpp"
+#include "shells/common/BundleLocation.hpp"
 #include "shells/desktop/EndSignals.hpp"
 #include "shells/desktop/PopupPlace.hpp"
 
@@ -106,6 +108,7 @@ void DesktopSession::serviceChanged() {
 
 /// What need not be there for the first picture.
 void DesktopSession::afterFirstFrame() {
+    window_.setIcon(shell::iconPaths(applicationId, shell::programDirectory()));
     if (!options_.standsAlone()) instance_.connect();
     instance_.setStandingHandler([this] { standingChanged(); });
     instance_.setRequestHandler([this](InstanceRequest request) { requested(request); });
@@ -170,6 +173,7 @@ void DesktopSession::show() {
         window_.show(std::make_unique<LayerPlace>(display_, events_, *layers_, options_.anchor));
     else
         window_.show();
+    if (tray_) tray_->refresh();  // The rows have been read anew.
 }
 
 void DesktopSession::iconPressed(const CGPoint& point) {
@@ -194,6 +198,7 @@ void DesktopSession::showBeside(const CGPoint& icon) {
     sound_.setAttention(SoundServer::Attention::Watched);
     window_.show(
         std::make_unique<PopupPlace>(display_, icon, static_cast<CGFloat>(options_.anchor.margin)));
+    if (tray_) tray_->refresh();
 }
 
 void DesktopSession::toggle(const std::function<void()>& showIt) {

@@ -3,6 +3,7 @@
 #include "backends/gdk/GdkDesktopSettings.hpp"
 #include "backends/gdk/GdkFrameSync.hpp"
 #include "backends/gdk/GdkKeys.hpp"
+#include "backends/gdk/GdkWindowIcon.hpp"
 #include "platform/celestial/AVSystemController.hpp"
 #include "shells/common/ApplicationId.hpp"
 #include "shells/desktop/OrdinaryPlace.hpp"
@@ -45,6 +46,7 @@ DesktopWindow::~DesktopWindow() {
 }
 
 void DesktopWindow::makeWindow() {
+    painted_ = false;
     window_.reset(place_->newWindow(wantedLayout().window));
     skipFrameSyncIfUnmanaged(window_.get());
     host_ = std::make_unique<GdkViewHost>(content_, window_.get());
@@ -128,13 +130,23 @@ void DesktopWindow::framePainted() {
         static_cast<DesktopWindow*>(window)->afterFirstFrame();
         return G_SOURCE_REMOVE;
     };
-    idle_ = g_idle_add(after, this);
+    if (idle_ == 0) idle_ = g_idle_add(after, this);
 }
 
 void DesktopWindow::afterFirstFrame() {
     idle_ = 0;
-    if (!accessibilityModule_.empty()) watchForAccessibility();
+    showIcon();
+    if (!accessibilityModule_.empty() && !accessibility_) watchForAccessibility();
     if (firstFrameHandler_) std::exchange(firstFrameHandler_, nullptr)();
+}
+
+void DesktopWindow::setIcon(std::vector<std::string> files) {
+    iconFiles_ = std::move(files);
+    if (painted_) showIcon();
+}
+
+void DesktopWindow::showIcon() {
+    if (isShown() && place_->isAmongOthers()) setWindowIcon(window_.get(), iconFiles_);
 }
 
 void DesktopWindow::watchForAccessibility() {

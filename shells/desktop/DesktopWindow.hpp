@@ -31,6 +31,9 @@ class DesktopWindow {
     void setCloseHandler(std::function<void()> handler) { closeHandler_ = std::move(handler); }
     /// A quiet line below the widget; nil for none.
     void setNotice(const NSString& text);
+    /// PNG files of an icon in several sizes, for a window among others; read after its first
+    /// frame.
+    void setIcon(std::vector<std::string> files);
     /// Called once, when the first frame has been painted and handed to the window system.
     void setFirstFrameHandler(std::function<void()> handler) {
         firstFrameHandler_ = std::move(handler);
@@ -48,7 +51,9 @@ class DesktopWindow {
     void makeWindow();
     void dropWindow();
     void framePainted();
+    /// Of each window.
     void afterFirstFrame();
+    void showIcon();
     void watchForAccessibility();
     void tellOfFrames();
     void handleEvent(const GdkEvent& event);
@@ -83,6 +88,7 @@ class DesktopWindow {
     std::function<void()> closeHandler_;
     std::function<void()> firstFrameHandler_;
     WindowActivity activity_ = WindowActivity::Inactive;
+    std::vector<std::string> iconFiles_;
     std::string accessibilityModule_;
     std::unique_ptr<AccessibilityLoader> accessibility_;
     bool painted_ = false;

@@ -48,6 +48,41 @@ TEST(SessionTest, StartedAgainItClosesTheWindowThatIsOpen) {
     EXPECT_TRUE(rigs::waitUntil([&] { return first.hasEnded(); })) << "nothing could call it back";
 }
 
+TEST(SessionTest, WindowSaysItsNameItsProgramAndItsIconInSeveralSizes) {
+    const UserSession session;
+    const rigs::ChildProcess mixer = session.startMixer({"--background"});
+    ASSERT_TRUE(says(session, "neither a tray nor a layer shell"));
+    const auto iconOnceItIsThere = [&] {
+        std::vector<unsigned long> icon;
+        EXPECT_TRUE(rigs::waitUntil([&] {
+            icon = session.screen.numbersOf(applicationId, "_NET_WM_ICON");
+            return !icon.empty();
+        }));
+        return icon;
+    };
+    EXPECT_EQ(session.runMixer({}), 0);
+    const std::vector<unsigned long> icon = iconOnceItIsThere();
+    std::vector<unsigned long> sizes;
+    for (std::size_t at = 0; at + 2 < icon.size(); at += 2 + icon[at] * icon[at + 1]) {
+        const unsigned long size = icon[at];
+        ASSERT_EQ(icon[at + 1], size);
+        sizes.push_back(size);
+        EXPECT_EQ(icon[at + 2] >> 24U, 0U) << "its corner is clear";
+        const unsigned long middle = icon[at + 2 + size / 2 * size + size * 3 / 4];
+        EXPECT_EQ(middle >> 24U & 0xFFU, 0xFFU) << "a slider's groove is not";
+        EXPECT_LT(middle & 0xFFU, 0x60U) << "and dark";
+    }
+    EXPECT_EQ(sizes, (std::vector<unsigned long>{16, 24, 32, 48, 64, 128}));
+    EXPECT_EQ(session.screen.textOf(applicationId, "_NET_WM_NAME"), "Tarnwick");
+    EXPECT_EQ(session.screen.textOf(applicationId, "WM_CLASS"),
+              std::string("tarnwick\0org.tarnwick.mixer\0", 28));
+    EXPECT_EQ(session.screen.numbersOf(applicationId, "_NET_WM_PID").size(), 1U);
+    EXPECT_EQ(session.runMixer({}), 0);
+    EXPECT_TRUE(session.waitForNoWindow());
+    EXPECT_EQ(session.runMixer({}), 0);
+    EXPECT_EQ(iconOnceItIsThere(), icon) << "each window has it";
+}
+
 TEST(SessionTest, InTheBackgroundItWaitsToBeCalledAndIsHiddenAgain) {
     const UserSession session;
     rigs::ChildProcess first = session.startMixer({"--background"});

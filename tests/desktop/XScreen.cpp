@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 namespace test {
 namespace {
@@ -25,9 +26,18 @@ bool isOfClass(Display* display, Window window, const std::string& windowClass) 
 }
 
 /// A window may go while it is looked at.
-int ignoreError(Display* /*display*/, XErrorEvent* /*error*/) {
-    return 0;
-}
+class IgnoredErrors {
+ public:
+    IgnoredErrors()
+        : former_(
+              XSetErrorHandler(+[](Display* /*display*/, XErrorEvent* /*error*/) { return 0; })) {}
+    ~IgnoredErrors() { XSetErrorHandler(former_); }
+    IgnoredErrors(const IgnoredErrors&) = delete;
+    IgnoredErrors& operator=(const IgnoredErrors&) = delete;
+
+ private:
+    XErrorHandler former_;
+};
 
 }  // namespace
 
@@ -106,24 +116,69 @@ ScreenPicture XScreen::picture() const {
 }
 
 std::vector<CGRect> XScreen::windowsOf(const std::string& windowClass) const {
+    std::vector<CGRect> found;
+    for (const unsigned long window : shownBy(windowClass)) {
+        XWindowAttributes attributes = {};
+        const IgnoredErrors ignored;
+        if (XGetWindowAttributes(display_.get(), window, &attributes) != 0)
+            found.push_back(
+                CGRectMake(attributes.x, attributes.y, attributes.width, attributes.height));
+    }
+    return found;
+}
+
+std::vector<unsigned long> XScreen::shownBy(const std::string& windowClass) const {
     Display* display = display_.get();
     Window root = 0;
     Window parent = 0;
     Window* children = nullptr;
     unsigned count = 0;
-    std::vector<CGRect> found;
-    XErrorHandler before = XSetErrorHandler(ignoreError);
+    std::vector<unsigned long> found;
+    const IgnoredErrors ignored;
     XQueryTree(display, DefaultRootWindow(display), &root, &parent, &children, &count);
     const std::unique_ptr<Window, XMemory> owned(children);
     for (unsigned i = 0; i < count; ++i) {
         XWindowAttributes attributes = {};
         if (XGetWindowAttributes(display, children[i], &attributes) == 0) continue;
         if (attributes.map_state == IsViewable && isOfClass(display, children[i], windowClass))
-            found.push_back(
-                CGRectMake(attributes.x, attributes.y, attributes.width, attributes.height));
+            found.push_back(children[i]);
     }
-    XSetErrorHandler(before);
     return found;
+}
+
+std::vector<unsigned long> XScreen::numbersOf(const std::string& windowClass,
+                                              const char* name) const {
+    unsigned long count = 0;
+    const auto bytes = propertyOf(windowClass, name, 32, count);
+    const auto* numbers = reinterpret_cast<const unsigned long*>(bytes.get());
+    return bytes ? std::vector<unsigned long>(numbers, numbers + count)
+                 : std::vector<unsigned long>();
+}
+
+std::string XScreen::textOf(const std::string& windowClass, const char* name) const {
+    unsigned long count = 0;
+    const auto bytes = propertyOf(windowClass, name, 8, count);
+    return bytes ? std::string(reinterpret_cast<const char*>(bytes.get()), count) : std::string();
+}
+
+XScreen::Property XScreen::propertyOf(const std::string& windowClass, const char* name, int bits,
+                                      unsigned long& count) const {
+    const auto windows = shownBy(windowClass);
+    if (windows.empty()) return nullptr;
+    constexpr long most = 1 << 20;
+    Atom type = 0;
+    int format = 0;
+    unsigned long left = 0;
+    unsigned char* bytes = nullptr;
+    const IgnoredErrors ignored;
+    XGetWindowProperty(display_.get(), windows.front(), XInternAtom(display_.get(), name, False), 0,
+                       most, False, AnyPropertyType, &type, &format, &count, &left, &bytes);
+    Property found(bytes);
+    return format == bits ? std::move(found) : nullptr;
+}
+
+void XScreen::Free::operator()(unsigned char* bytes) const {
+    if (bytes) XFree(bytes);
 }
 
 }  // namespace test

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -42,8 +43,22 @@ class XScreen {
     ScreenPicture picture() const;
     /// The windows that a program of that class shows, without a window manager around them.
     std::vector<CGRect> windowsOf(const std::string& windowClass) const;
+    /// A property of the first of those windows, as the server keeps it: numbers of 32 bits, or
+    /// bytes. Empty where it is not set.
+    std::vector<unsigned long> numbersOf(const std::string& windowClass, const char* name) const;
+    std::string textOf(const std::string& windowClass, const char* name) const;
 
  private:
+    struct Free {
+        void operator()(unsigned char* bytes) const;
+    };
+    using Property = std::unique_ptr<unsigned char, Free>;
+
+    std::vector<unsigned long> shownBy(const std::string& windowClass) const;
+    /// Of so many bits a number; `count` becomes how many.
+    Property propertyOf(const std::string& windowClass, const char* name, int bits,
+                        unsigned long& count) const;
+
     XConnection display_;
 };
 

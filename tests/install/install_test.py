@@ -60,6 +60,7 @@ class Installation(unittest.TestCase):
                      library / "Tarnwick.bundle/Tarnwick", library / "Tarnwick.bundle/Info.plist",
                      library / "Tarnwick.bundle/thumb_default@2x.png",
                      PREFIX / "share/icons/hicolor/scalable/apps/org.tarnwick.mixer.svg",
+                     PREFIX / "share/icons/hicolor/48x48/apps/org.tarnwick.mixer.png",
                      PREFIX / "share/applications/org.tarnwick.mixer.desktop"):
             self.assertTrue(file.is_file(), file)
 

@@ -140,6 +140,22 @@ class TheImages(unittest.TestCase):
                 self.assertGreater(mean_difference(image(normal, 1), image(held, 1), panel), 8)
 
 
+class TheIcons(unittest.TestCase):
+    def test_match_their_source_at_every_size(self):
+        with tempfile.TemporaryDirectory() as folder:
+            render.render_icons(pathlib.Path(folder))
+            for size in render.ICON_SIZES:
+                with self.subTest(size=size):
+                    fresh, kept = (pngfile.read(render.icon_file(pathlib.Path(where), size))
+                                   for where in (folder, render.ICONS))
+                    self.assertEqual((kept.width, kept.height), (size, size))
+                    self.assertLessEqual(greatest_difference(fresh, kept), CHANNEL_TOLERANCE)
+
+    def test_are_exactly_the_expected_files(self):
+        self.assertEqual(set(render.ICONS.rglob("*.png")),
+                         {render.icon_file(render.ICONS, size) for size in render.ICON_SIZES})
+
+
 class ATrack(unittest.TestCase):
     def test_is_uniform_across_its_stretched_middle(self):
         for stem, scale in variants(TRACKS):

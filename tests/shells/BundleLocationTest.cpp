@@ -19,6 +19,13 @@ TEST(BundleLocation, FollowsTheProgramsWherever) {
     EXPECT_EQ(bundlePath("/opt/mixer/bin"), ("/opt/mixer/bin" / way).lexically_normal().string());
 }
 
+TEST(IconPaths, LeadToPicturesOfThisVeryBuildForItsOwnPrograms) {
+    const auto paths = iconPaths("org.tarnwick.mixer", programDirectory());
+    ASSERT_FALSE(paths.empty());
+    for (const std::string& path : paths)
+        EXPECT_TRUE(fs::is_regular_file(path)) << path;
+}
+
 TEST(BundlePaths, AreTheChosenOnesWhetherOrNotTheyExist) {
     const std::vector<std::string> chosen = {"/b", "/a", "/b"};
     EXPECT_EQ(bundlePaths(chosen, "/usr/bin"), chosen);
