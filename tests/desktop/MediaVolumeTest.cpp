@@ -1,6 +1,9 @@
 #include "platform/celestial/SimulatedAudioDevice.hpp"
 #include "platform/foundation/NSRunLoop.hpp"
+#include "platform/foundation/PreferencesDirectory.hpp"
+#include "shells/common/Backends.hpp"
 #include "shells/desktop/tray/MediaVolume.hpp"
+#include "tests/support/MixerFiles.hpp"
 
 #include <gtest/gtest.h>
 
@@ -24,6 +27,24 @@ TEST_F(MediaVolumeTest, IsThatOfTheMediaCategory) {
     device->changeVolume("Ringtone", 0.9F);
     ASSERT_TRUE(volume.fraction());
     EXPECT_FLOAT_EQ(*volume.fraction(), 0.3F);
+}
+
+TEST_F(MediaVolumeTest, IsCalledAsItsRowIs) {
+    shell::installBackends();
+    const MixerFiles files;
+    setPreferencesDirectory(files.folder().string());
+    volume.readName();
+    EXPECT_EQ(volume.title(), "Audio/Video (Speaker)") << "as long as there is no list";
+    files.writeCategories({{"Ringtone", "Bell"}, {"Audio/Video", "Music"}});
+    EXPECT_EQ(volume.title(), "Audio/Video (Speaker)");
+    volume.readName();
+    EXPECT_EQ(volume.title(), "Music (Speaker)");
+    files.writeCategories({{"Ringtone", "Bell"}});
+    volume.readName();
+    EXPECT_EQ(volume.title(), "Audio/Video (Speaker)") << "it has no row";
+    AVSystemController::setSharedAVSystemController(nullptr);
+    EXPECT_EQ(volume.title(), "Audio/Video") << "nobody knows where it sounds";
+    setPreferencesDirectory("");
 }
 
 TEST_F(MediaVolumeTest, ChangesGoThroughTheServiceAndStopAtTheEnds) {

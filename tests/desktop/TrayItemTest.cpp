@@ -4,6 +4,7 @@
 #include "shells/desktop/tray/TrayItem.hpp"
 #include "tests/desktop/UserSession.hpp"
 #include "tests/rigs/Waiting.hpp"
+#include "tests/support/MixerFiles.hpp"
 
 #include <gtest/gtest.h>
 
@@ -119,13 +120,31 @@ TEST(TrayItemTest, TellsNothingOfTheVolumeWhereNobodyShowsTheIcon) {
     const TrayWithoutPanel tray(session);
     const rigs::ChildProcess mixer = session.startMixer({"--background"});
     const IconListener listener(session);
-    const auto follows = [&](const char* percent, const char* text) {
+    const auto follows = [&](const char* percent, const std::string& end) {
         session.sound.pactl({"set-sink-volume", "@DEFAULT_SINK@", percent});
-        return rigs::waitUntil([&] { return listener.toolTip() == text; });
+        return rigs::waitUntil([&] { return listener.toolTip().ends_with(end); });
     };
-    EXPECT_TRUE(follows("30%", "Media: 30%")) << listener.toolTip();
-    EXPECT_TRUE(follows("90%", "Media: 90%")) << "whoever asks is answered";
+    EXPECT_TRUE(follows("30%", "): 30%")) << listener.toolTip();
+    EXPECT_TRUE(listener.toolTip().starts_with("Audio/Video (")) << listener.toolTip();
+    EXPECT_TRUE(follows("90%", "): 90%")) << "whoever asks is answered";
     EXPECT_EQ(listener.signals(), 0);
+}
+
+TEST(TrayItemTest, CallsTheVolumeAsItsRowDoes) {
+    UserSession session;
+    session.sound.startAndWait();
+    const MixerFiles files;
+    files.writeCategories({{"Ringtone", "Bell"}, {"Audio/Video", "Music"}});
+    const TrayWithoutPanel tray(session);
+    const rigs::ChildProcess mixer =
+        session.startMixer({"--background", "--preferences", files.folder().string()});
+    const IconListener listener(session);
+    EXPECT_TRUE(rigs::waitUntil([&] { return listener.toolTip().starts_with("Music ("); }))
+        << listener.toolTip();
+    files.writeCategories({{"Audio/Video", "Media"}});
+    EXPECT_EQ(session.runMixer({"--preferences", files.folder().string()}), 0);
+    EXPECT_TRUE(rigs::waitUntil([&] { return listener.toolTip().starts_with("Media ("); }))
+        << "the rows have been read anew, and " << listener.toolTip();
 }
 
 /// An icon of the test's own, shown by a host, in virtual time.

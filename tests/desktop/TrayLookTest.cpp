@@ -9,31 +9,31 @@ namespace test {
 namespace {
 
 TEST(TrayLook, IconTellsSilenceAndThreeLoudnesses) {
-    EXPECT_EQ(trayLook(0.0F).icon, "audio-volume-muted-symbolic");
-    EXPECT_EQ(trayLook(0.01F).icon, "audio-volume-low-symbolic");
-    EXPECT_EQ(trayLook(0.33F).icon, "audio-volume-low-symbolic");
-    EXPECT_EQ(trayLook(0.34F).icon, "audio-volume-medium-symbolic");
-    EXPECT_EQ(trayLook(0.66F).icon, "audio-volume-medium-symbolic");
-    EXPECT_EQ(trayLook(0.67F).icon, "audio-volume-high-symbolic");
-    EXPECT_EQ(trayLook(1.0F).icon, "audio-volume-high-symbolic");
+    EXPECT_EQ(trayLook("Music", 0.0F).icon, "audio-volume-muted-symbolic");
+    EXPECT_EQ(trayLook("Music", 0.01F).icon, "audio-volume-low-symbolic");
+    EXPECT_EQ(trayLook("Music", 0.33F).icon, "audio-volume-low-symbolic");
+    EXPECT_EQ(trayLook("Music", 0.34F).icon, "audio-volume-medium-symbolic");
+    EXPECT_EQ(trayLook("Music", 0.66F).icon, "audio-volume-medium-symbolic");
+    EXPECT_EQ(trayLook("Music", 0.67F).icon, "audio-volume-high-symbolic");
+    EXPECT_EQ(trayLook("Music", 1.0F).icon, "audio-volume-high-symbolic");
 }
 
 TEST(TrayLook, TextTellsTheVolume) {
-    EXPECT_EQ(trayLook(0.0F).text, "Media: 0%");
-    EXPECT_EQ(trayLook(0.4F).text, "Media: 40%");
-    EXPECT_EQ(trayLook(1.0F).text, "Media: 100%");
+    EXPECT_EQ(trayLook("Music", 0.0F).text, "Music: 0%");
+    EXPECT_EQ(trayLook("Music", 0.4F).text, "Music: 40%");
+    EXPECT_EQ(trayLook("Music", 1.0F).text, "Music: 100%");
 }
 
 TEST(TrayLook, UnknownVolumeIsSilentAndSaysSo) {
-    EXPECT_EQ(trayLook(std::nullopt).icon, "audio-volume-muted-symbolic");
-    EXPECT_EQ(trayLook(std::nullopt).text, "Media: unknown");
+    EXPECT_EQ(trayLook("Music", std::nullopt).icon, "audio-volume-muted-symbolic");
+    EXPECT_EQ(trayLook("Music", std::nullopt).text, "Music: unknown");
 }
 
 TEST(TrayLook, NonsenseStaysWithinTheScale) {
-    EXPECT_EQ(trayLook(std::numeric_limits<float>::quiet_NaN()).icon,
+    EXPECT_EQ(trayLook("Music", std::numeric_limits<float>::quiet_NaN()).icon,
               "audio-volume-muted-symbolic");
-    EXPECT_EQ(trayLook(2.0F).text, "Media: 100%");
-    EXPECT_EQ(trayLook(-1.0F).text, "Media: 0%");
+    EXPECT_EQ(trayLook("Music", 2.0F).text, "Music: 100%");
+    EXPECT_EQ(trayLook("Music", -1.0F).text, "Music: 0%");
 }
 
 TEST(TrayScroll, NotchAwayFromTheUserIsFivePercentUpInEitherCount) {

@@ -18,9 +18,11 @@ MAY_INCLUDE = {
     "shells": {"platform", "backends"},
 }
 # The category file is read with the widget's code: by the one shell that shows no widget, which words
-# the rows with it too, and by what tells the shells which row is which category's.
+# the rows with it too, by what tells the shells which row is which category's, and by the icon in the
+# tray, which says what the row of its volume says.
 FOLDER_MAY_INCLUDE = {
     "shells/common/": r"config/.*",
+    "shells/desktop/tray/": r"config/Category(List|Record)\.hpp|mixer/Caption\.hpp",
     "shells/control/": r"config/.*|mixer/(Caption|Volume)\.hpp",
 }
 # Backends that stand on another one: a window shows what the canvas paints, both loops are GLib's, and
@@ -126,6 +128,7 @@ def self_test() -> int:
         ("shells/desktop/A.cpp", '#include "backends/gdk/B.hpp"'),
         ("shells/phosh/A.cpp", '#include <gtk/gtk.h>\n#include "backends/gdk/B.hpp"'),
         ("shells/control/A.cpp", '#include "config/B.hpp"\n#include "mixer/Caption.hpp"'),
+        ("shells/desktop/tray/A.cpp", '#include "mixer/Caption.hpp"'),
         ("shells/common/A.cpp", '#include "config/B.hpp"'),
     ]
     wrong = [case for case in refused if not list(violations(*case))]

@@ -1,5 +1,7 @@
 #include "shells/desktop/tray/MediaVolume.hpp"
 
+#include "config/CategoryList.hpp"
+#include "mixer/Caption.hpp"
 #include "platform/celestial/AVSystemController.hpp"
 #include "platform/foundation/NSNotificationCenter.hpp"
 
@@ -18,7 +20,8 @@ class Observer : public NSObject {
 
 }  // namespace
 
-MediaVolume::MediaVolume() : observer_(std::make_shared<Observer>()) {
+MediaVolume::MediaVolume() : record_(category, category), observer_(std::make_shared<Observer>()) {
+    readName();
     NSNotificationCenter::defaultCenter().add(
         observer_,
         [this](const NSNotification&) {
@@ -29,6 +32,20 @@ MediaVolume::MediaVolume() : observer_(std::make_shared<Observer>()) {
 
 MediaVolume::~MediaVolume() {
     NSNotificationCenter::defaultCenter().removeObserver(observer_.get());
+}
+
+std::string MediaVolume::title() const {
+    const auto service = AVSystemController::sharedAVSystemController();
+    const bool hasRoute = service && service->routeForCategory(category);
+    return hasRoute ? captionTitle(record_, service.get()) : *record_.prettyCategoryName();
+}
+
+void MediaVolume::readName() {
+    record_ = CategoryRecord(category, category);
+    const std::optional<CategoryList> list = categoryListFromFile();
+    if (!list) return;
+    const auto found = std::ranges::find(*list, category, &CategoryRecord::categoryName);
+    if (found != list->end() && found->prettyCategoryName()) record_ = *found;
 }
 
 std::optional<float> MediaVolume::fraction() const {

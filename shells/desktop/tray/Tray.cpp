@@ -4,7 +4,7 @@
 
 Tray::Icon::Icon(GDBusConnection* bus, const Handlers& handlers)
     : menu(bus, {{"Open the Mixer", handlers.show}, {"Quit", handlers.quit}}, handlers.menuOpened),
-      item(bus, [this] { return trayLook(volume.fraction()); },
+      item(bus, [this] { return trayLook(volume.title(), volume.fraction()); },
            {handlers.toggle, [this] { volume.toggleSilence(); },
             [this](int delta, std::string_view orientation) {
                 volume.changeBy(volumeChangeByScroll(delta, orientation));
@@ -25,5 +25,7 @@ Tray::Tray(GDBusConnection* bus, const Handlers& handlers)
                       }}) {}
 
 void Tray::refresh() {
-    if (icon_) icon_->item.lookAgain();
+    if (!icon_) return;
+    icon_->volume.readName();
+    icon_->item.lookAgain();
 }

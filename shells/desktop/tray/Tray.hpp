@@ -24,7 +24,7 @@ class Tray {
     Tray(GDBusConnection* bus, const Handlers& handlers);
 
     TrayHost::Presence presence() const { return host_.presence(); }
-    /// Looks at the volume again, where no notification told of it.
+    /// Looks at the volume and at its name again, where no notification told of it.
     void refresh();
 
  private:

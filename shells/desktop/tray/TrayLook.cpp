@@ -1,7 +1,8 @@
 #include "shells/desktop/tray/TrayLook.hpp"
 
+#include "mixer/Caption.hpp"
+
 #include <cmath>
-#include <cstdio>
 
 namespace {
 
@@ -15,15 +16,10 @@ const char* iconFor(float fraction) {
     return "audio-volume-high-symbolic";
 }
 
-std::string percentOf(float fraction) {
-    char text[16];
-    std::snprintf(text, sizeof text, "%.0f%%", std::fmax(0.0, std::fmin(1.0, fraction)) * 100);
-    return text;
-}
-
 }  // namespace
 
-TrayLook trayLook(std::optional<float> fraction) {
-    return {iconFor(fraction.value_or(0)),
-            "Media: " + (fraction ? percentOf(*fraction) : "unknown")};
+TrayLook trayLook(const std::string& title, std::optional<float> fraction) {
+    if (!fraction) return {iconFor(0), unknownCaptionText(title)};
+    const float percent = std::fmax(0.0F, std::fmin(1.0F, *fraction)) * 100;
+    return {iconFor(*fraction), captionText(title, percent, Percentage::Shown)};
 }
