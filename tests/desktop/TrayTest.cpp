@@ -76,6 +76,8 @@ class TrayTest : public testing::Test {
             static_cast<double>(CGRectGetMaxX(drawer) - imagesAtTheEnds));
         return {static_cast<CGFloat>(x), y};
     }
+    /// The image at the right end is wider.
+    static CGFloat trackMiddle(const CGRect& drawer) { return CGRectGetMidX(drawer) - 2.5F; }
     /// Painted, too.
     CGRect waitForDrawer() {
         const CGRect drawer = session.waitForWindow();
@@ -153,7 +155,7 @@ TEST_F(TrayTest, DragInTheDrawerSetsTheServersVolume) {
     clickIcon();
     const CGRect drawer = waitForDrawer();
     ASSERT_TRUE(rigs::waitUntil([&] {
-        return std::abs(mediaThumb(drawer).x - CGRectGetMidX(drawer)) < 2;
+        return std::abs(mediaThumb(drawer).x - trackMiddle(drawer)) < 2;
     })) << "at 50 % it is in the middle";
     const CGPoint thumb = mediaThumb(drawer);
     session.user.moveTo(thumb.x, thumb.y);
@@ -192,8 +194,8 @@ TEST_F(TrayTest, WheelOverTheIconChangesTheVolumeAndTheIcon) {
 TEST_F(TrayTest, WheelMovesTheThumbOfAnOpenDrawer) {
     clickIcon();
     const CGRect drawer = waitForDrawer();
-    ASSERT_TRUE(rigs::waitUntil(
-        [&] { return std::abs(mediaThumb(drawer).x - CGRectGetMidX(drawer)) < 2; }));
+    ASSERT_TRUE(
+        rigs::waitUntil([&] { return std::abs(mediaThumb(drawer).x - trackMiddle(drawer)) < 2; }));
     session.sound.pactl({"set-sink-volume", "spk", "80%"});
     EXPECT_TRUE(
         rigs::waitUntil([&] { return mediaThumb(drawer).x > CGRectGetMidX(drawer) + 100; }));
