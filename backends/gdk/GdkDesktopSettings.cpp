@@ -3,7 +3,9 @@
 #include "backends/cairo/CairoText.hpp"
 #include "platform/uikit/UIAnimator.hpp"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -92,6 +94,13 @@ bool isAboutLooks(const GdkEventSetting& event) {
     return name.starts_with("gtk-xft-") || name == "gtk-enable-animations";
 }
 
+/// What people set against a resolution that was told twice; others' toolkits heed it, too.
+double scaleFromEnvironment() {
+    const char* text = g_getenv("GDK_DPI_SCALE");
+    const double scale = text ? g_ascii_strtod(text, nullptr) : 1;
+    return scale > 0 && std::isfinite(scale) ? scale : 1;
+}
+
 }  // namespace
 
 bool applyDesktopSettings(GdkScreen* screen, const GdkEventSetting* event) {
@@ -99,4 +108,15 @@ bool applyDesktopSettings(GdkScreen* screen, const GdkEventSetting* event) {
     applyFontOptions(screen);
     UIAnimator::shared().setEnabled(switchSetting(screen, "gtk-enable-animations", true));
     return true;
+}
+
+/// The display's resolution is the way by which desktops tell it.
+double desktopTextScale(GdkScreen* screen) {
+    constexpr double usual = 96;    // dots per inch
+    constexpr double units = 1024;  // of the setting, in one of those
+    constexpr double smallest = 0.5;
+    constexpr double largest = 3;
+    const std::optional<int> resolution = integerSetting(screen, "gtk-xft-dpi");
+    if (!resolution || *resolution <= 0) return 1;
+    return std::clamp(*resolution / units / usual * scaleFromEnvironment(), smallest, largest);
 }

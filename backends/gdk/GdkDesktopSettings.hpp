@@ -7,3 +7,6 @@
 /// called once before the first paint, and again for a GDK_SETTING event; answers whether the
 /// event (or nullptr, for all) was about one of these, so that everything is painted again.
 bool applyDesktopSettings(GdkScreen* screen, const GdkEventSetting* event = nullptr);
+
+/// How much larger than usual the desktop wants text to be, 0.5 to 3; 1 where it does not say.
+double desktopTextScale(GdkScreen* screen);

@@ -42,9 +42,11 @@ double stepsOf(const GdkEventScroll& event) {
     return std::abs(event.delta_x) > std::abs(event.delta_y) ? event.delta_x : -event.delta_y;
 }
 
+/// In the content's points.
 template <class Event>
-CGPoint locationOf(const Event& event) {
-    return {static_cast<CGFloat>(event.x), static_cast<CGFloat>(event.y)};
+CGPoint locationIn(const UIWindow& content, const Event& event) {
+    return {static_cast<CGFloat>(event.x) / content.zoom(),
+            static_cast<CGFloat>(event.y) / content.zoom()};
 }
 
 }  // namespace
@@ -82,25 +84,26 @@ bool GdkInput::press(const GdkEventButton& event) {
     if (event.button != GDK_BUTTON_PRIMARY) return false;
     pressed_ = true;
     lastPress_ = pressFrom(event);
-    content_->sendTouch(UITouchPhase::Began, locationOf(event), pointerTouch, touchTypeOf(event));
+    content_->sendTouch(UITouchPhase::Began, locationIn(*content_, event), pointerTouch,
+                        touchTypeOf(event));
     return true;
 }
 
 bool GdkInput::release(const GdkEventButton& event) {
     if (event.button != GDK_BUTTON_PRIMARY || !pressed_) return false;
     pressed_ = false;
-    content_->sendTouch(UITouchPhase::Ended, locationOf(event), pointerTouch);
+    content_->sendTouch(UITouchPhase::Ended, locationIn(*content_, event), pointerTouch);
     return true;
 }
 
 bool GdkInput::motion(const GdkEventMotion& event) {
     if (!pressed_) return false;
-    content_->sendTouch(UITouchPhase::Moved, locationOf(event), pointerTouch);
+    content_->sendTouch(UITouchPhase::Moved, locationIn(*content_, event), pointerTouch);
     return true;
 }
 
 bool GdkInput::touch(const GdkEventTouch& event) {
-    const CGPoint point = locationOf(event);
+    const CGPoint point = locationIn(*content_, event);
     if (event.type == GDK_TOUCH_BEGIN) {
         lastPress_ = pressFrom(event);
         content_->sendTouch(UITouchPhase::Began, point, beginSequence(event.sequence),
@@ -138,7 +141,7 @@ bool GdkInput::scroll(const GdkEventScroll& event) {
     const double steps = stepsOf(event) * factor;
     // The event that ends a touchpad's gesture moves nothing.
     if (steps == 0 || !std::isfinite(steps)) return false;
-    return content_->sendScroll(locationOf(event), steps);
+    return content_->sendScroll(locationIn(*content_, event), steps);
 }
 
 bool GdkInput::key(const GdkEventKey& event) {

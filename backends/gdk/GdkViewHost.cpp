@@ -9,12 +9,14 @@
 
 namespace {
 
-/// The smallest rectangle of whole points around it.
-GdkRectangle wholePoints(const CGRect& rect) {
-    const auto left = static_cast<int>(std::floor(rect.origin.x));
-    const auto top = static_cast<int>(std::floor(rect.origin.y));
-    return {left, top, static_cast<int>(std::ceil(CGRectGetMaxX(rect))) - left,
-            static_cast<int>(std::ceil(CGRectGetMaxY(rect))) - top};
+/// The smallest rectangle of the window's whole points around it. One more on each side where they
+/// are others than the content's: what comes to lie on whole pixels there may move by more.
+GdkRectangle inWindow(const CGRect& rect, CGFloat zoom) {
+    const CGFloat more = zoom == 1 ? 0 : 1;
+    const auto left = static_cast<int>(std::floor(rect.origin.x * zoom - more));
+    const auto top = static_cast<int>(std::floor(rect.origin.y * zoom - more));
+    return {left, top, static_cast<int>(std::ceil(CGRectGetMaxX(rect) * zoom + more)) - left,
+            static_cast<int>(std::ceil(CGRectGetMaxY(rect) * zoom + more)) - top};
 }
 
 CGRect clippedArea(cairo_t* context) {
@@ -60,7 +62,7 @@ void GdkViewHost::beginFrame() {
     content_->layoutIfNeeded();  // Its damage belongs to this frame, not to the next.
     const std::vector<CGRect> damage = content_->takeDamage();
     for (const CGRect& rect : damage) {
-        const GdkRectangle area = wholePoints(rect);
+        const GdkRectangle area = inWindow(rect, content_->zoom());
         gdk_window_invalidate_rect(window_, &area, FALSE);
     }
     if (animator.isActive()) requestFrame();
@@ -98,7 +100,16 @@ void GdkViewHost::expose(const cairo_region_t* region) {
 }
 
 void GdkViewHost::paint(cairo_t* context) {
+    const CGFloat zoom = content_->zoom();
+    cairo_save(context);
+    cairo_scale(context, zoom, zoom);
     // Asked anew: a toolkit that paints by itself may keep the events that tell of another scale.
-    CairoCanvas canvas(context, static_cast<CGFloat>(gdk_window_get_scale_factor(window_)));
+    const auto scale = static_cast<CGFloat>(gdk_window_get_scale_factor(window_));
+    paintContent(context, scale * zoom);
+    cairo_restore(context);
+}
+
+void GdkViewHost::paintContent(cairo_t* context, CGFloat pixelsPerPoint) {
+    CairoCanvas canvas(context, pixelsPerPoint);
     content_->layoutAndPaint(canvas, clippedArea(context));
 }

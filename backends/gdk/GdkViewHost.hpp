@@ -12,8 +12,8 @@
 /// that of another toolkit's widget. It asks the window's frame clock for a frame when something
 /// must be painted or moves, and for nothing otherwise. Main thread.
 ///
-/// The root of the tree is as large as the window and lies at its origin; who owns the window sets
-/// the root's frame when the size changes.
+/// The root of the tree is as large as the window, by its zoom, and lies at its origin; who owns
+/// the window sets the root's frame when the size changes.
 class GdkViewHost {
  public:
     /// The window must select eventMask, and outlive this object.
@@ -41,6 +41,7 @@ class GdkViewHost {
     void requestFrame();
     void beginFrame();
     void expose(const cairo_region_t* region);
+    void paintContent(cairo_t* context, CGFloat pixelsPerPoint);
     void configure();
 
     std::shared_ptr<UIWindow> content_;

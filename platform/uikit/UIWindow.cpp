@@ -84,6 +84,12 @@ UIWindow::~UIWindow() {
         view->removeFromSuperview();
 }
 
+void UIWindow::setZoom(CGFloat zoom) {
+    if (zoom == zoom_ || !(zoom > 0) || !std::isfinite(zoom)) return;
+    zoom_ = zoom;
+    setNeedsDisplay();
+}
+
 void UIWindow::addDamage(const CGRect& rect) {
     const CGRect added = CGRectIntersection(roundedOut(rect), bounds());
     if (CGRectIsEmpty(added)) return;

@@ -14,6 +14,12 @@ class UIWindow : public UIView {
     ~UIWindow() override;
     std::string_view className() const override { return "UIWindow"; }
 
+    /// How many units of the surface that shows the window a point of it takes; 1 at first. What
+    /// shows it heeds that, in painting and in touches, and the window's owner in its size.
+    CGFloat zoom() const { return zoom_; }
+    /// Ignored unless it is a positive number.
+    void setZoom(CGFloat zoom);
+
     /// All that there are, in no order.
     static std::vector<std::shared_ptr<UIWindow>> windows();
 
@@ -101,6 +107,7 @@ class UIWindow : public UIView {
     Scroll lastScroll_;
     std::weak_ptr<UIView> focused_;
     bool focusVisible_ = false;
+    CGFloat zoom_ = 1;
     bool viewsChangedSincePaint_ = false;
     std::vector<CGRect> damage_;
     std::function<void()> damageHandler_;

@@ -21,7 +21,7 @@ DesktopWindow::DesktopWindow(GdkDisplay* display, GdkEvents& events, PanelWidget
       content_(std::make_shared<UIWindow>()),
       panel_(std::make_shared<PanelView>()),
       accessibilityModule_(std::move(accessibilityModule)) {
-    applyDesktopSettings(screen_);
+    readDesktopSettings();
     content_->addSubview(panel_);
     panel_->setMoveHandler([this] { beginMove(); });
     widget_.setSizeHandler([this] { layoutIfShown(); });
@@ -72,6 +72,7 @@ void DesktopWindow::show(std::unique_ptr<WindowPlace> place) {
     place_->setDismissHandler([this] { close(); });
     panel_->setCloseHandler(place_->isAmongOthers() ? [this] { close(); }
                                                     : std::function<void()>());
+    followScreen();
     widget_.preferredSize();
     widget_.present();
     makeWindow();
@@ -167,14 +168,19 @@ void DesktopWindow::tellOfFrames() {
 }
 
 void DesktopWindow::handleOtherEvent(const GdkEvent& event) {
-    if (event.type != GDK_SETTING) return;
-    if (applyDesktopSettings(screen_, &event.setting)) content_->setNeedsDisplay();
+    if (event.type == GDK_SETTING && applyDesktopSettings(screen_, &event.setting)) screenChanged();
 }
 
 void DesktopWindow::screenChanged() {
-    applyDesktopSettings(screen_);  // How text is smoothed depends on what shows through.
+    readDesktopSettings();  // How text is smoothed depends on what shows through.
+    if (isShown()) place_->screenChanged();
     content_->setNeedsDisplay();
     layoutIfShown();
+}
+
+void DesktopWindow::readDesktopSettings() {
+    applyDesktopSettings(screen_);
+    textScale_ = static_cast<CGFloat>(desktopTextScale(screen_));
 }
 
 bool DesktopWindow::handleKey(const GdkEventKey& event) {

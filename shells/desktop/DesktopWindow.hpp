@@ -59,9 +59,13 @@ class DesktopWindow {
     void handleEvent(const GdkEvent& event);
     void handleOtherEvent(const GdkEvent& event);
     void screenChanged();
+    void readDesktopSettings();
     bool handleKey(const GdkEventKey& event);
     void handleMuteKey(const GdkEventKey& event);
     void windowHasSize(const CGSize& size);
+    /// What of the screen the panel may take, in its points.
+    CGSize roomForPanel() const;
+    void followScreen();
     PanelLayout wantedLayout();
     /// Follows the widget's size and the screen.
     void layout();
@@ -82,9 +86,11 @@ class DesktopWindow {
     std::shared_ptr<UIWindow> content_;
     std::shared_ptr<PanelView> panel_;
     std::unique_ptr<GdkViewHost> host_;
-    PanelEdge edge_ = PanelEdge::Hard;
+    PanelLook look_ = PanelEdge::Hard;
+    CGFloat textScale_ = 1;
+    CGFloat parentWidth_ = 0;  ///< Of the widget, in points; 0 before it is known.
     PanelContent shown_;
-    CGSize size_;
+    CGSize size_;  ///< Of the window, in points of the screen.
     std::function<void()> closeHandler_;
     std::function<void()> firstFrameHandler_;
     WindowActivity activity_ = WindowActivity::Inactive;

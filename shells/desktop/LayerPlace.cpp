@@ -45,6 +45,12 @@ LayerPlace::LayerPlace(GdkDisplay* display, GdkEvents& events, GdkLayerShell& sh
                        const DrawerAnchor& anchor)
     : WindowPlace(display), events_(events), shell_(shell), anchor_(anchor) {}
 
+/// Of both edges that meet in a corner, too.
+int LayerPlace::margin() const {
+    const CGSize screen = smallestMonitor(display());
+    return static_cast<int>(gapWithin(static_cast<CGFloat>(anchor_.margin), screen));
+}
+
 LayerPlace::~LayerPlace() {
     if (idle_ != 0) g_source_remove(idle_);
 }
@@ -56,17 +62,17 @@ GdkWindow* LayerPlace::newWindow(const CGSize& size) {
 }
 
 /// The panel keeps within the screen; its shadow need not.
-CGSize LayerPlace::availableSize(GdkWindow* /*window*/, PanelEdge edge) const {
+CGSize LayerPlace::availableSize(GdkWindow* /*window*/, const PanelLook& look) const {
     const CGSize screen = smallestMonitor(display());
-    const UIEdgeInsets shadow = panelMargins(edge);
-    const CGFloat gaps = 2 * static_cast<CGFloat>(anchor_.margin);
+    const UIEdgeInsets shadow = panelMargins(look);
+    const CGFloat gaps = 2 * static_cast<CGFloat>(margin());
     return {screen.width - gaps + shadow.left + shadow.right,
             screen.height - gaps + shadow.top + shadow.bottom};
 }
 
-void LayerPlace::arrange(GdkWindow* window, const PanelLayout& layout, PanelEdge edge) {
+void LayerPlace::arrange(GdkWindow* window, const PanelLayout& layout, const PanelLook& look) {
     size_ = layout.window;
-    shadow_ = panelMargins(edge);
+    shadow_ = panelMargins(look);
     const auto width = static_cast<int>(size_.width);
     const auto height = static_cast<int>(size_.height);
     if (surface_)
@@ -77,8 +83,8 @@ void LayerPlace::arrange(GdkWindow* window, const PanelLayout& layout, PanelEdge
 
 /// The shadow may reach beyond the edge: what keeps the margin is the panel.
 LayerSetting LayerPlace::setting() const {
-    const auto beyond = [this](CGFloat shadow) {
-        return anchor_.margin - static_cast<int>(shadow);
+    const auto beyond = [margin = margin()](CGFloat shadow) {
+        return margin - static_cast<int>(shadow);
     };
     LayerSetting setting;
     setting.edges = edgesOf(anchor_.edge);

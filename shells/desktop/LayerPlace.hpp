@@ -25,12 +25,14 @@ class LayerPlace final : public WindowPlace {
     ~LayerPlace() override;
 
     GdkWindow* newWindow(const CGSize& size) override;
-    CGSize availableSize(GdkWindow* window, PanelEdge edge) const override;
-    void arrange(GdkWindow* window, const PanelLayout& layout, PanelEdge edge) override;
+    CGSize availableSize(GdkWindow* window, const PanelLook& look) const override;
+    void arrange(GdkWindow* window, const PanelLayout& layout, const PanelLook& look) override;
     void show(GdkWindow* window) override;
     void hide(GdkWindow* window) override;
 
  private:
+    /// What there is room for, of the one that is wanted.
+    int margin() const;
     LayerSetting setting() const;
     void watchOutside();
 

@@ -7,7 +7,7 @@ GdkWindow* OrdinaryPlace::newWindow(const CGSize& size) {
 }
 
 /// Of the monitor that the window is on; without a visible window, of the first one.
-CGSize OrdinaryPlace::availableSize(GdkWindow* window, PanelEdge /*edge*/) const {
+CGSize OrdinaryPlace::availableSize(GdkWindow* window, const PanelLook& /*look*/) const {
     const bool visible = window != nullptr && gdk_window_is_visible(window) != FALSE;
     GdkMonitor* monitor = visible ? gdk_display_get_monitor_at_window(display(), window)
                                   : gdk_display_get_primary_monitor(display());
@@ -17,7 +17,7 @@ CGSize OrdinaryPlace::availableSize(GdkWindow* window, PanelEdge /*edge*/) const
     return {static_cast<CGFloat>(area.width), static_cast<CGFloat>(area.height)};
 }
 
-void OrdinaryPlace::arrange(GdkWindow* window, const PanelLayout& layout, PanelEdge edge) {
+void OrdinaryPlace::arrange(GdkWindow* window, const PanelLayout& layout, const PanelLook& look) {
     const auto width = static_cast<int>(layout.window.width);
     const auto height = static_cast<int>(layout.window.height);
     GdkGeometry fixed = {};
@@ -25,6 +25,6 @@ void OrdinaryPlace::arrange(GdkWindow* window, const PanelLayout& layout, PanelE
     fixed.min_height = fixed.max_height = height;
     gdk_window_set_geometry_hints(
         window, &fixed, static_cast<GdkWindowHints>(GDK_HINT_MIN_SIZE | GDK_HINT_MAX_SIZE));
-    marginWindow(window, edge);
+    marginWindow(window, look);
     gdk_window_resize(window, width, height);
 }

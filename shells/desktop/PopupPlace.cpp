@@ -46,7 +46,14 @@ std::optional<CGPoint> pressOf(const GdkEvent& event) {
 }  // namespace
 
 PopupPlace::PopupPlace(GdkDisplay* display, const CGPoint& icon, CGFloat gap)
-    : WindowPlace(display), monitor_(monitorAround(display, icon)), icon_(icon), gap_(gap) {}
+    : WindowPlace(display), icon_(icon), wantedGap_(gap) {
+    PopupPlace::screenChanged();
+}
+
+void PopupPlace::screenChanged() {
+    monitor_ = monitorAround(display(), icon_);
+    gap_ = gapWithin(wantedGap_, monitor_.work.size);
+}
 
 bool PopupPlace::isOnPanel(GdkDisplay* display, const CGPoint& point) {
     const MonitorArea monitor = monitorAround(display, point);
@@ -58,13 +65,13 @@ GdkWindow* PopupPlace::newWindow(const CGSize& size) {
 }
 
 /// The panel keeps within the work area; its shadow need not.
-CGSize PopupPlace::availableSize(GdkWindow* /*window*/, PanelEdge edge) const {
-    const UIEdgeInsets shadow = panelMargins(edge);
+CGSize PopupPlace::availableSize(GdkWindow* /*window*/, const PanelLook& look) const {
+    const UIEdgeInsets shadow = panelMargins(look);
     const CGSize room = roomForDrawer(monitor_, gap_);
     return {room.width + shadow.left + shadow.right, room.height + shadow.top + shadow.bottom};
 }
 
-void PopupPlace::arrange(GdkWindow* window, const PanelLayout& layout, PanelEdge /*edge*/) {
+void PopupPlace::arrange(GdkWindow* window, const PanelLayout& layout, const PanelLook& /*look*/) {
     panel_ = layout.panel;
     const CGPoint origin = drawerOrigin(icon_, panel_.size, monitor_, gap_);
     gdk_window_move_resize(window, static_cast<int>(origin.x - panel_.origin.x),

@@ -18,17 +18,19 @@ class PopupPlace final : public WindowPlace {
     static bool isOnPanel(GdkDisplay* display, const CGPoint& point);
 
     GdkWindow* newWindow(const CGSize& size) override;
-    CGSize availableSize(GdkWindow* window, PanelEdge edge) const override;
-    void arrange(GdkWindow* window, const PanelLayout& layout, PanelEdge edge) override;
+    CGSize availableSize(GdkWindow* window, const PanelLook& look) const override;
+    void arrange(GdkWindow* window, const PanelLayout& layout, const PanelLook& look) override;
     void show(GdkWindow* window) override;
     void hide(GdkWindow* window) override;
     bool takesEvent(const GdkEvent& event) override;
+    void screenChanged() override;
 
  private:
     MonitorArea monitor_;
     CGPoint icon_;
-    CGFloat gap_;
-    CGRect panel_;  ///< In the window.
+    CGFloat wantedGap_;
+    CGFloat gap_ = 0;  ///< What there is room for.
+    CGRect panel_;     ///< In the window.
     OutsidePress outside_;
     std::optional<GdkPopupInput> input_;
 };

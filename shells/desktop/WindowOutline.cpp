@@ -34,15 +34,15 @@ Region roundedRegion(const CGRect& rect, CGFloat radius) {
 
 }  // namespace
 
-void outlineWindow(GdkWindow* window, const PanelLayout& layout, PanelEdge edge) {
-    const Region panel = roundedRegion(layout.panel, cornerRadius(edge));
+void outlineWindow(GdkWindow* window, const PanelLayout& layout, const PanelLook& look) {
+    const Region panel = roundedRegion(layout.panel, cornerRadius(look.edge) * look.zoom);
     gdk_window_input_shape_combine_region(window, panel.get(), 0, 0);
-    const bool cut = edge == PanelEdge::Square;
+    const bool cut = look.edge == PanelEdge::Square;
     gdk_window_shape_combine_region(window, cut ? panel.get() : nullptr, 0, 0);
 }
 
-void marginWindow(GdkWindow* window, PanelEdge edge) {
-    const UIEdgeInsets margins = panelMargins(edge);
+void marginWindow(GdkWindow* window, const PanelLook& look) {
+    const UIEdgeInsets margins = panelMargins(look);
     gdk_window_set_shadow_width(window, static_cast<int>(margins.left),
                                 static_cast<int>(margins.right), static_cast<int>(margins.top),
                                 static_cast<int>(margins.bottom));

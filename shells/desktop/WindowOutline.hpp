@@ -7,8 +7,8 @@
 /// Tells the window system which part of the window is the panel: clicks on the shadow, and beside
 /// a round corner, are for what lies below it. Where nothing shows through, the window is cut to
 /// it.
-void outlineWindow(GdkWindow* window, const PanelLayout& layout, PanelEdge edge);
+void outlineWindow(GdkWindow* window, const PanelLayout& layout, const PanelLook& look);
 
-/// Tells the window system that the margins of that edge are none of the window's size. Some answer
+/// Tells the window system that the margins of that look are none of the window's size. Some answer
 /// by making the window larger by them: to be followed by a resize.
-void marginWindow(GdkWindow* window, PanelEdge edge);
+void marginWindow(GdkWindow* window, const PanelLook& look);

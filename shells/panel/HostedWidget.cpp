@@ -2,13 +2,18 @@
 
 #include "platform/foundation/NSRunLoop.hpp"
 
+#include <algorithm>
+#include <cmath>
 #include <utility>
 
-CGFloat parentWidthForModel(const std::string& model) {
+CGFloat parentWidthForModel(const std::string& model, CGFloat room) {
     constexpr CGFloat handheld = 320;
     constexpr CGFloat larger = 768;
+    // What a widget makes of the larger one: it is not to be wider on a screen between the two.
+    constexpr CGFloat comfortable = 560;
     const bool isHandheld = model.starts_with("iPhone") || model.starts_with("iPod");
-    return isHandheld ? handheld : larger;
+    if (!isHandheld && room >= larger) return larger;
+    return std::max<CGFloat>(1, std::min(std::floor(room), isHandheld ? handheld : comfortable));
 }
 
 /// What the widget talks to. The widget may outlive its shell, so it can be told to fall silent.

@@ -3,12 +3,14 @@
 #include "platform/uikit/SBUIWidgetViewController.hpp"
 #include "shells/panel/ControllerWidget.hpp"
 
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
 
-/// The width that a widget's parent has on that machine, in points.
-CGFloat parentWidthForModel(const std::string& model);
+/// The width that a widget's parent has on that machine, where it has no more than `room`; points.
+CGFloat parentWidthForModel(const std::string& model,
+                            CGFloat room = std::numeric_limits<CGFloat>::infinity());
 
 /// A widget under its host: gives its controller a parent and a host to talk to, loads its view,
 /// presents and dismisses it, and keeps its container as large as it prefers to be. Main thread.

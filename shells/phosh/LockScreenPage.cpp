@@ -57,7 +57,10 @@ void LockScreenPage::leaveWindow() {
     host_.reset();
 }
 
-void LockScreenPage::setSize(const CGSize& size) {
+void LockScreenPage::setSize(const CGSize& place, CGFloat textScale) {
+    const CGFloat zoom = zoomWithin(textScale, place.width);
+    const CGSize size = {place.width / zoom, place.height / zoom};
+    content_->setZoom(zoom);
     content_->setFrame({{0, 0}, size});
     page_->setFrame({{0, 0}, size});
     page_->setNeedsLayout();
@@ -136,6 +139,8 @@ bool LockScreenPage::handleTouch(const GdkEvent& event) {
         case GDK_BUTTON_PRESS:
         case GDK_TOUCH_BEGIN:
             gdk_event_get_coords(&event, &x, &y);
+            x /= content_->zoom();
+            y /= content_->zoom();
             if (page_->takesTouchAt({static_cast<CGFloat>(x), static_cast<CGFloat>(y)}))
                 taken_.insert(finger);
             return host_->handleEvent(event) && taken_.contains(finger);

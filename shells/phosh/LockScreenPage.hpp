@@ -25,8 +25,9 @@ class LockScreenPage final : public LockSessionUser {
     void leaveWindow();
     static constexpr int windowEvents = GdkViewHost::eventMask | GDK_VISIBILITY_NOTIFY_MASK;
 
-    /// Points. The widget is as wide as the page, and is presented anew when that changes.
-    void setSize(const CGSize& size);
+    /// `place` is in points of the window, of which the page's own take `textScale`, or less where
+    /// that is narrow. The widget is as wide as the page, and is presented anew when that changes.
+    void setSize(const CGSize& place, CGFloat textScale);
     /// Answers whether the event was the page's, and so is none for the lock screen.
     bool handleEvent(const GdkEvent& event);
     /// The page is out of sight, whatever its window says.

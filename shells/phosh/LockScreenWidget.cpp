@@ -92,7 +92,8 @@ void unmap(GtkWidget* widget) {
 void allocate(GtkWidget* widget, GtkAllocation* place) {
     parentClass->size_allocate(widget, place);
     const CGSize size = {static_cast<CGFloat>(place->width), static_cast<CGFloat>(place->height)};
-    withPage(widget, [&size](LockScreenPage& page) { page.setSize(size); });
+    const auto textScale = static_cast<CGFloat>(desktopTextScale(gtk_widget_get_screen(widget)));
+    withPage(widget, [&](LockScreenPage& page) { page.setSize(size, textScale); });
 }
 
 void preferredWidth(GtkWidget* /*widget*/, gint* minimum, gint* natural) {
@@ -128,7 +129,7 @@ gboolean passTouchOn(GtkWidget* /*widget*/, GdkEventTouch* /*event*/) {
 void changeStyle(GtkWidget* widget) {
     parentClass->style_updated(widget);
     if (gtk_widget_get_realized(widget)) applyDesktopSettings(gtk_widget_get_screen(widget));
-    gtk_widget_queue_draw(widget);
+    gtk_widget_queue_resize(widget);  // The text may be of another size.
 }
 
 void initialiseClass(gpointer type, gpointer /*data*/) {

@@ -123,7 +123,8 @@ CGPoint DesktopFixture::onScreen(const UIView& view, const CGPoint& point) const
     const CGPoint inWindow = view.convertPointToView(point, nullptr);
     const CGPoint origin = windowOrigin();
     const auto scale = static_cast<CGFloat>(gdk_window_get_scale_factor(window->host().window()));
-    return {(origin.x + inWindow.x) * scale, (origin.y + inWindow.y) * scale};
+    const CGFloat zoom = window->content()->zoom();
+    return {(origin.x + inWindow.x * zoom) * scale, (origin.y + inWindow.y * zoom) * scale};
 }
 
 CGPoint DesktopFixture::thumbOnScreen(std::size_t row) const {

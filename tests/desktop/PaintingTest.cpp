@@ -9,6 +9,11 @@
 namespace test {
 namespace {
 
+/// The text scale as the desktop's settings tell it, in 1024ths of dots per inch.
+int resolutionFor(double textScale) {
+    return static_cast<int>(std::lround(96 * 1024 * textScale));
+}
+
 /// What a slider's thumb may paint beyond its row, in points.
 constexpr CGFloat aroundRow = 6;
 
@@ -207,6 +212,81 @@ TEST_F(PaintingTest, FollowsTheDesktopsSmoothingOfText) {
         settle();
         return user->coloursIn(caption) > 2;
     }));
+}
+
+TEST_F(PaintingTest, ZoomsWithTheDesktopsTextScale) {
+    SettingsManager settings(displayName());
+    settings.set({{"Xft/DPI", resolutionFor(1)}});
+    open();
+    ASSERT_EQ(windowSize(), (CGSize{560, 270}));
+    const CGPoint before = thumbOnScreen(1);
+    settings.set({{"Xft/DPI", resolutionFor(1.5)}});
+    ASSERT_TRUE(waitUntil([this] { return windowSize() == CGSize{840, 405}; }));
+    settle();
+    EXPECT_EQ(thumbOnScreen(1).y, windowOrigin().y + 1.5 * (before.y - windowOrigin().y));
+    user->moveTo(thumbOnScreen(1).x, thumbOnScreen(1).y);
+    user->scrollUp();
+    expectVolume("Audio/Video", 0.51);
+    user->press();
+    user->moveTo(thumbOnScreen(1).x + 150, thumbOnScreen(1).y);
+    ASSERT_TRUE(waitUntil([this] { return slider(1)->value() > 70; }));
+    user->release();
+    ASSERT_TRUE(waitUntil([this] { return !slider(1)->isHighlighted(); }));
+    settle();
+    EXPECT_GT(user->pixelAt(thumbOnScreen(1).x, thumbOnScreen(1).y + 4) & 0xFF, 0xE0U);
+}
+
+TEST_F(PaintingTest, LooksAfterChangesAsItDoesPaintedAfreshInAnyZoom) {
+    SettingsManager settings(displayName());
+    settings.set({{"Xft/DPI", resolutionFor(1)}});
+    open();
+    for (const double textScale : {1.1, 1.25, 0.75}) {
+        settings.set({{"Xft/DPI", resolutionFor(textScale)}});
+        ASSERT_TRUE(waitUntil(
+            [&] { return std::abs(double{window->content()->zoom()} - textScale) < 0.001; }));
+        settle();
+        const CGRect shown = {windowOrigin(), windowSize()};
+        EXPECT_FALSE(slider(0)->isHighlighted());
+        for (const CGFloat volume : {0.1, 0.9, 0.35}) {
+            device->changeVolume("Ringtone", static_cast<float>(volume));
+            device->changeVolume("Audio/Video", static_cast<float>(1 - volume));
+            settle();
+        }
+        const std::vector<std::uint32_t> changed = user->pixelsIn(shown);
+        gdk_window_invalidate_rect(window->host().window(), nullptr, TRUE);
+        settle();
+        const bool isSame = user->pixelsIn(shown) == changed;
+        EXPECT_TRUE(isSame) << "a part of the window was not painted again at " << textScale;
+    }
+}
+
+TEST_F(PaintingTest, IsNoWiderThanTheScreenAndItsRowsNeither) {
+    SettingsManager settings(displayName());
+    settings.set({{"Xft/DPI", resolutionFor(3)}});
+    open();
+    ASSERT_TRUE(waitUntil([this] { return windowSize().width > 1000; }));
+    settle();
+    EXPECT_EQ(windowSize().width, 426 * 3) << "whole points";
+    const CGRect row = rowRect(0);
+    EXPECT_EQ(row.size.width, 426);
+    EXPECT_GE(row.origin.x, 0);
+    settings.set({{"Xft/DPI", resolutionFor(1)}});
+    ASSERT_TRUE(waitUntil([this] { return windowSize() == CGSize{560, 270}; }));
+    settle();
+    EXPECT_EQ(rowRect(0).size.width, 560) << "the rows have been made anew";
+}
+
+TEST_F(PaintingTest, HeedsNoTextScaleThatIsNone) {
+    SettingsManager settings(displayName());
+    for (const int garbage : {0, -1, -96 * 1024}) {
+        settings.set({{"Xft/DPI", garbage}});
+        open();
+        EXPECT_EQ(window->content()->zoom(), 1) << garbage;
+        window.reset();
+    }
+    settings.set({{"Xft/DPI", 1}});
+    open();
+    EXPECT_EQ(window->content()->zoom(), 0.5);
 }
 
 TEST_F(PaintingTest, FollowsTheDesktopsSwitchForAnimations) {

@@ -76,6 +76,16 @@ TEST(ParentWidth, IsAHandheldsOrALargerScreens) {
         EXPECT_EQ(parentWidthForModel(larger), 768) << larger;
 }
 
+TEST(ParentWidth, IsNoMoreThanThereIsRoomFor) {
+    EXPECT_EQ(parentWidthForModel("iPad4,1", 1280), 768);
+    EXPECT_EQ(parentWidthForModel("iPad4,1", 768), 768);
+    EXPECT_EQ(parentWidthForModel("iPad4,1", 767), 560) << "not wider than on a larger screen";
+    EXPECT_EQ(parentWidthForModel("iPad4,1", 320.5), 320);
+    EXPECT_EQ(parentWidthForModel("iPhone6,1", 1280), 320);
+    EXPECT_EQ(parentWidthForModel("iPhone6,1", 240), 240);
+    EXPECT_EQ(parentWidthForModel("iPhone6,1", -5), 1);
+}
+
 TEST_F(HostedWidgetTest, LoadsItsViewOnceWhenItIsFirstAskedFor) {
     EXPECT_EQ(log, Log{});
     const auto view = widget->view();

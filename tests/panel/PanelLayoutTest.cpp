@@ -107,3 +107,40 @@ TEST(PanelLayout, ShrinksWithASmallerWindow) {
     EXPECT_EQ(panelIn({20, 20}, PanelEdge::Soft).size, (CGSize{1, 1}));
     EXPECT_EQ(panelIn({1000, 800}, PanelEdge::Hard, {1e9, 1e9}), CGRectMake(0, 0, 1000, 800));
 }
+
+TEST(PanelLayout, IsZoomedToWholeUnitsOfItsWindow) {
+    for (const CGFloat zoom : {0.5, 0.75, 1.1, 1.25, 1.3, 1.5, 2.0, 3.0}) {
+        for (const PanelEdge edge : {PanelEdge::Hard, PanelEdge::Soft}) {
+            const PanelLayout layout = panelLayout({560, 273}, {5000, 5000}, {edge, zoom});
+            for (const CGFloat length :
+                 {layout.window.width, layout.window.height, layout.panel.origin.x,
+                  layout.panel.origin.y, layout.panel.size.width, layout.panel.size.height})
+                EXPECT_EQ(length, std::round(length)) << zoom;
+            const PanelLayout points = inPoints(layout, zoom);
+            EXPECT_GE(points.viewport.size.width, 560) << zoom << ": it would have to be scrolled";
+            EXPECT_GE(points.viewport.size.height, 273) << zoom;
+            EXPECT_LT(points.viewport.size.height, 273 + 1 / zoom + 0.001) << zoom;
+        }
+    }
+}
+
+TEST(PanelLayout, HasAllTheRoomThatThereIsForWhatIsZoomedTooFar) {
+    EXPECT_EQ(panelLayout({560, 270}, {1000, 600}, {PanelEdge::Hard, 3}).panel.size,
+              (CGSize{1000, 600}));
+}
+
+TEST(PanelZoom, IsLessWhereTheSmallestPanelWouldNotFit) {
+    EXPECT_EQ(zoomWithin(1.25, 1280), 1.25);
+    EXPECT_EQ(zoomWithin(3, 320), 2);
+    EXPECT_EQ(zoomWithin(1, 120), 0.75);
+    EXPECT_EQ(zoomWithin(1, 10), 0.5);
+    EXPECT_EQ(zoomWithin(1, -10), 0.5);
+}
+
+TEST(PanelGap, LeavesRoomForTheSmallestPanel) {
+    EXPECT_EQ(gapWithin(8, {1024, 600}), 8);
+    EXPECT_EQ(gapWithin(300, {1024, 600}), 268);
+    EXPECT_EQ(gapWithin(300, {320, 480}), 80);
+    EXPECT_EQ(gapWithin(300, {100, 480}), 0);
+    EXPECT_EQ(gapWithin(0, {320, 480}), 0);
+}

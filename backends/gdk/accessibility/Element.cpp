@@ -186,10 +186,12 @@ void elementExtents(const ElementState& state, AtkCoordType coordinates, int* x,
     *x = *y = *width = *height = -1;  // The library's way to say that it is not known.
     const std::shared_ptr<UIView> view = state.view.lock();
     if (!view) return;
+    const std::shared_ptr<UIWindow> window = view->window();
+    const CGFloat zoom = window ? window->zoom() : 1;
     const CGRect rect = view->convertRectToView(view->bounds(), nullptr);
     const CGPoint origin = coordinates == ATK_XY_SCREEN ? state.originOnScreen() : CGPoint{0, 0};
-    *x = static_cast<int>(std::lround(rect.origin.x + origin.x));
-    *y = static_cast<int>(std::lround(rect.origin.y + origin.y));
-    *width = static_cast<int>(std::lround(rect.size.width));
-    *height = static_cast<int>(std::lround(rect.size.height));
+    *x = static_cast<int>(std::lround(rect.origin.x * zoom + origin.x));
+    *y = static_cast<int>(std::lround(rect.origin.y * zoom + origin.y));
+    *width = static_cast<int>(std::lround(rect.size.width * zoom));
+    *height = static_cast<int>(std::lround(rect.size.height * zoom));
 }
