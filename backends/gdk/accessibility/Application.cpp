@@ -69,7 +69,7 @@ guint addListener(GSignalEmissionHook listener, const char* event) {
         return G_SOURCE_REMOVE;
     };
     if (waiting == 0) waiting = g_idle_add(tellAll, nullptr);  // After the last of its listeners.
-    return libraryAddsListener(listener, event);
+    return libraryAddsListener ? libraryAddsListener(listener, event) : 0;
 }
 
 /// The library asks the toolkit through this class, which has no other way to be filled in.
