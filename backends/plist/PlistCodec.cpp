@@ -8,6 +8,7 @@
 #include <locale.h>
 
 #include <cstdlib>
+#include <map>
 
 namespace {
 
@@ -76,14 +77,21 @@ DecodedPropertyList PlistCodec::decode(std::string_view bytes) const {
 
 std::vector<TextPlace> PlistCodec::placesOf(std::string_view bytes,
                                             std::span<const PropertyListPath> paths) const {
-    std::vector<TextPlace> places(paths.size());
+    std::map<PropertyListPath, std::optional<std::size_t>> offsets;
+    for (const PropertyListPath& path : paths)
+        offsets[path] = std::nullopt;
     const std::string_view text = withoutByteOrderMark(bytes);
-    if (isBinary(bytes)) return places;
-    faultInXml(text, [&](const PropertyListPath& path, std::size_t offset) {
+    const auto note = [&](const PropertyListPath& path, std::size_t offset) {
+        const auto wanted = offsets.find(path);
         // An entry that stands twice counts with its last value.
-        for (std::size_t i = 0; i < paths.size(); ++i)
-            if (paths[i] == path) places[i] = placeInText(text, offset);
-    });
+        if (wanted != offsets.end()) wanted->second = offset;
+    };
+    if (!isBinary(bytes)) faultInXml(text, note);
+    std::vector<TextPlace> places;
+    for (const PropertyListPath& path : paths) {
+        const auto offset = offsets[path];
+        places.push_back(offset ? placeInText(text, *offset) : TextPlace());
+    }
     return places;
 }
 

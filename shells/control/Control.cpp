@@ -1,6 +1,8 @@
 #include "shells/control/Control.hpp"
 
 #include "platform/foundation/NSLog.hpp"
+#include "platform/foundation/PrintableText.hpp"
+#include "shells/common/FileProblem.hpp"
 #include "shells/common/Process.hpp"
 #include "shells/control/Categories.hpp"
 #include "shells/control/LoopUntilEnd.hpp"
@@ -56,6 +58,17 @@ std::string jsonText(const std::vector<CategoryReport>& reports) {
     return shell::lineFrom(array) + "\n";
 }
 
+shell::Json jsonFrom(const shell::FileProblem& problem) {
+    const auto numberFrom = [](int number) {
+        return number > 0 ? shell::Json(number) : shell::Json(nullptr);
+    };
+    return {{"file", problem.file},
+            {"line", numberFrom(problem.place.line)},
+            {"column", numberFrom(problem.place.column)},
+            {"problem", problem.what},
+            {"consequence", problem.instead}};
+}
+
 /// Why there is no volume of that category.
 std::string unreadable(const CategoryRecord& record) {
     const std::string name = "'" + describe(record.categoryName()) + "'";
@@ -72,6 +85,7 @@ std::string unreadable(const CategoryRecord& record) {
 Control::Control(const Request& request) : request_(request), service_(request.server) {}
 
 int Control::run() {
+    if (request_.verb == Verb::Check) return check();  // Needs no server.
     if (!service_.waitUntilReady(request_.timeoutSeconds, request_.waitSeconds))
         return complain(exitCannot, noServer());
     switch (request_.verb) {
@@ -87,6 +101,8 @@ int Control::run() {
             return withCategory(&Control::mute);
         case Verb::Watch:
             return watch();
+        case Verb::Check:
+            break;
     }
     return exitMisuse;
 }
@@ -104,6 +120,8 @@ int Control::withCategory(int (Control::*action)(const CategoryRecord&)) {
 }
 
 int Control::list() {
+    for (const shell::FileProblem& problem : shell::problemsOfFiles())
+        complain(exitCannot, lineOf(problem));
     const auto reports = reportsOf(mixerCategories(), service_.volumes());
     output_.write(request_.form == Form::Json ? jsonText(reports) : tableText(reports));
     return finish();
@@ -169,6 +187,19 @@ int Control::watch() {
     });
     if (output_.write(beginning)) loop.run();
     return output_.error() == EPIPE ? EXIT_SUCCESS : finish();
+}
+
+int Control::check() {
+    const std::vector<shell::FileProblem> problems = shell::problemsOfFiles();
+    std::string text;
+    shell::Json array = shell::Json::array();
+    for (const shell::FileProblem& problem : problems) {
+        text += printableLine(lineOf(problem)) + "\n";
+        array.push_back(jsonFrom(problem));
+    }
+    output_.write(request_.form == Form::Json ? shell::lineFrom(array) + "\n" : text);
+    const int status = finish();
+    return problems.empty() ? status : exitCannot;
 }
 
 int Control::finish() {

@@ -23,6 +23,7 @@ class Control {
     int mute(const CategoryRecord& record);
     int endOfSetting(const CategoryRecord& record, bool isSent);
     int watch();
+    int check();
     std::string noServer();
     int withCategory(int (Control::*action)(const CategoryRecord&));
     int finish();

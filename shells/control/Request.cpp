@@ -23,6 +23,7 @@ constexpr const char* usage =
     "  unmute CATEGORY         lets it be heard again, at the volume that it kept\n"
     "  toggle CATEGORY         the one or the other\n"
     "  watch                   the list, then a line for each change, until it is interrupted\n"
+    "  check                   what is wrong with the mixer's two files, and in which line\n"
     "\n"
     "A CATEGORY is a name of the list, or a caption that only one category has.";
 
@@ -40,6 +41,7 @@ constexpr Syntax commands[] = {
     {"unmute", Verb::Unmute, " CATEGORY", 1},
     {"toggle", Verb::Toggle, " CATEGORY", 1},
     {"watch", Verb::Watch, "", 0},
+    {"check", Verb::Check, "", 0},
 };
 
 Problem takeSeconds(double& seconds, const std::string& value) {

@@ -9,7 +9,7 @@
 
 namespace control {
 
-enum class Verb { List, Get, Set, Mute, Unmute, Toggle, Watch };
+enum class Verb { List, Get, Set, Mute, Unmute, Toggle, Watch, Check };
 enum class Form { Text, Json };
 
 /// What the user asks of the program.

@@ -7,6 +7,7 @@
 #include "platform/uikit/UILabel.hpp"
 #include "shells/common/ApplicationId.hpp"
 #include "shells/common/BundleLocation.hpp"
+#include "shells/common/FileReport.hpp"
 #include "shells/common/Process.hpp"
 #include "shells/desktop/DesktopSession.hpp"
 #include "shells/desktop/PanelPicture.hpp"
@@ -140,7 +141,11 @@ int DesktopApplication::reportRows() {
 
 int DesktopApplication::paint(const std::string& path) {
     waitForSound();
-    if (paintPanelPicture(*widget_, soundNotice(*sound_), path)) return EXIT_SUCCESS;
+    widget_->present();  // The files are read now.
+    shell::FileReport files([](const std::string& line) { complain(line); });
+    files.refresh();
+    const NSString notice = shell::joinedNotices(soundNotice(*sound_), files.notice());
+    if (paintPanelPicture(*widget_, notice, path)) return EXIT_SUCCESS;
     complain("cannot write " + path);
     return EXIT_FAILURE;
 }

@@ -28,7 +28,7 @@ bool isX11(GdkDisplay* display) {
 #endif
 }
 
-void say(const char* what) {
+void say(const std::string& what) {
     complain("tarnwick", what);
 }
 
@@ -47,6 +47,7 @@ DesktopSession::DesktopSession(GdkDisplay* display, const DesktopOptions& option
       sound_(sound),
       instance_(instance),
       loop_(g_main_loop_new(nullptr, FALSE)),
+      files_(say),
       window_(display, events_, widget, accessibilityModule) {
     if (!isX11(display) && GdkLayerShell::isOffered(display)) layers_.emplace(display);
 }
@@ -66,6 +67,7 @@ void DesktopSession::run() {
     sound_.forgetWhenSettled();
     tray_.reset();
     window_.setCloseHandler({});
+    window_.setShownHandler({});
     window_.close();
     letVolumesArrive();
 }
@@ -73,6 +75,7 @@ void DesktopSession::run() {
 void DesktopSession::begin() {
     window_.setCloseHandler([this] { closed(); });
     window_.setFirstFrameHandler([this] { afterFirstFrame(); });
+    window_.setShownHandler([this] { lookThroughFiles(); });
     observeSound();
     if (options_.background && instance_.standing() != SingleInstance::Standing::Alone &&
         !options_.standsAlone())
@@ -94,7 +97,17 @@ void DesktopSession::observeSound() {
         widget_.readAgain();
         if (tray_) tray_->refresh();
     });
-    sound_.setSilenceHandler([this] { window_.setNotice(soundNotice(sound_)); });
+    sound_.setSilenceHandler([this] { showNotices(); });
+}
+
+/// They were read when the widget was presented. After its picture: a user waits for that.
+void DesktopSession::lookThroughFiles() {
+    files_.refresh();
+    showNotices();
+}
+
+void DesktopSession::showNotices() {
+    window_.setNotice(shell::joinedNotices(soundNotice(sound_), files_.notice()));
 }
 
 /// The widget asks for the service when it is assembled.
@@ -102,6 +115,7 @@ void DesktopSession::serviceChanged() {
     if (window_.isShown()) {
         widget_.dismiss();
         widget_.present();
+        lookThroughFiles();
     }
     if (tray_) tray_->refresh();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shells/common/FileReport.hpp"
 #include "shells/desktop/DesktopOptions.hpp"
 #include "shells/desktop/DesktopWindow.hpp"
 #include "shells/desktop/DrawerPlacement.hpp"
@@ -36,6 +37,8 @@ class DesktopSession {
     void begin();
     void beginHidden();
     void observeSound();
+    void lookThroughFiles();
+    void showNotices();
     void serviceChanged();
     void afterFirstFrame();
     void standingChanged();
@@ -61,6 +64,7 @@ class DesktopSession {
     SoundService& sound_;
     SingleInstance& instance_;
     std::unique_ptr<GMainLoop, LoopEnd> loop_;
+    shell::FileReport files_;
     GdkEvents events_;
     std::optional<GdkLayerShell> layers_;
     DesktopWindow window_;

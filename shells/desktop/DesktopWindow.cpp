@@ -139,6 +139,7 @@ void DesktopWindow::afterFirstFrame() {
     showIcon();
     if (!accessibilityModule_.empty() && !accessibility_) watchForAccessibility();
     if (firstFrameHandler_) std::exchange(firstFrameHandler_, nullptr)();
+    if (shownHandler_ && isShown()) shownHandler_();
 }
 
 void DesktopWindow::setIcon(std::vector<std::string> files) {

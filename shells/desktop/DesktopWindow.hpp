@@ -29,7 +29,7 @@ class DesktopWindow {
     bool isShown() const { return widget_.isPresented(); }
     /// Called after the window was closed, by whomever. It may destroy the window.
     void setCloseHandler(std::function<void()> handler) { closeHandler_ = std::move(handler); }
-    /// A quiet line below the widget; nil for none.
+    /// A quiet text below the widget, of one line or more; nil for none.
     void setNotice(const NSString& text);
     /// PNG files of an icon in several sizes, for a window among others; read after its first
     /// frame.
@@ -38,6 +38,8 @@ class DesktopWindow {
     void setFirstFrameHandler(std::function<void()> handler) {
         firstFrameHandler_ = std::move(handler);
     }
+    /// Called after the first frame of each showing, in the same way.
+    void setShownHandler(std::function<void()> handler) { shownHandler_ = std::move(handler); }
 
     /// Another one each time the window is shown; none before the first time.
     GdkViewHost& host() { return *host_; }
@@ -93,11 +95,12 @@ class DesktopWindow {
     CGSize size_;  ///< Of the window, in points of the screen.
     std::function<void()> closeHandler_;
     std::function<void()> firstFrameHandler_;
+    std::function<void()> shownHandler_;
     WindowActivity activity_ = WindowActivity::Inactive;
     std::vector<std::string> iconFiles_;
     std::string accessibilityModule_;
     std::unique_ptr<AccessibilityLoader> accessibility_;
-    bool painted_ = false;
+    bool painted_ = false;  ///< Since it was shown.
     bool muteKeyIsDown_ = false;
     guint idle_ = 0;  ///< The source that waits for the end of the first frame.
 };

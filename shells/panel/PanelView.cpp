@@ -16,9 +16,9 @@ constexpr CGFloat shadowBlur = 18;  // points, on both sides of the edge
 constexpr CGFloat shadowDrop = 10;  // points downwards
 constexpr CGFloat shadowInset = 6;  // points; it comes out below the panel, hardly beside it
 
-// Points. The widget's own margin is above the line, so the text lies a little high in its room.
-constexpr CGFloat noticeRoom = 22;
-constexpr CGFloat noticeTextHeight = 14;
+// Points. The widget's own margin is above the text, so it lies a little high in its room.
+constexpr CGFloat noticeLineHeight = 14;
+constexpr CGFloat noticeMarginBelow = 8;
 constexpr CGFloat noticeMargin = 20;
 constexpr CGFloat noticeSize = 11;
 constexpr UIColor noticeColor = {1, 1, 1, 0.55};
@@ -51,7 +51,11 @@ void PanelView::setCloseHandler(std::function<void()> handler) {
 }
 
 CGFloat PanelView::noticeHeight() const {
-    return notice_->text() ? noticeRoom : 0;
+    return notice_->text() ? noticeTextHeight() + noticeMarginBelow : 0;
+}
+
+CGFloat PanelView::noticeTextHeight() const {
+    return noticeLineHeight * static_cast<CGFloat>(notice_->lines());
 }
 
 void PanelView::setLayout(const PanelLayout& layout, PanelEdge edge) {
@@ -69,7 +73,7 @@ void PanelView::setLayout(const PanelLayout& layout, PanelEdge edge) {
     }
     scroller_->setFrame(viewport);
     notice_->setFrame(CGRectMake(viewport.origin.x + noticeMargin, CGRectGetMaxY(viewport),
-                                 viewport.size.width - 2 * noticeMargin, noticeTextHeight));
+                                 viewport.size.width - 2 * noticeMargin, noticeTextHeight()));
     scroller_->setNeedsLayout();
     if (panel_ == layout.panel && edge_ == edge) return;
     panel_ = layout.panel;

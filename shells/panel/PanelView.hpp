@@ -18,9 +18,9 @@ class PanelView : public UIView {
     /// The view that is shown on the panel.
     void setWidgetView(const std::shared_ptr<UIView>& view) { scroller_->setContent(view); }
     ScrollingView& scroller() { return *scroller_; }
-    /// A quiet line below the widget, from the next layout on; nil for none.
+    /// A quiet text below the widget, of one line or more, from the next layout on; nil for none.
     void setNotice(const NSString& text);
-    /// What the line takes from the panel, in points.
+    /// What the text takes from the panel, in points.
     CGFloat noticeHeight() const;
     /// Own coordinates.
     void setLayout(const PanelLayout& layout, PanelEdge edge);
@@ -42,6 +42,8 @@ class PanelView : public UIView {
                           const std::shared_ptr<UIEvent>& event) override;
 
  private:
+    CGFloat noticeTextHeight() const;
+
     std::shared_ptr<ScrollingView> scroller_;
     std::shared_ptr<CentredLabel> notice_;
     std::shared_ptr<CloseButton> closeButton_;  ///< nullptr where there is none.

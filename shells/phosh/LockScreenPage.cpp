@@ -12,10 +12,14 @@ namespace {
 // Points: of the phones' screens for which the lock screen is made.
 constexpr CGFloat usualWidth = 360;
 
+void tell(const std::string& what) {
+    NSLog("tarnwick: " + what);
+}
+
 OpenedWidgets openAll(const std::vector<std::string>& bundles) {
     OpenedWidgets opened = openWidgets(bundles, HostKind::Current, usualWidth);
     for (const std::string& complaint : opened.complaints)
-        NSLog("tarnwick: " + complaint);
+        tell(complaint);
     return opened;
 }
 
@@ -28,7 +32,7 @@ bool goesSideways(const GdkEventScroll& event) {
 
 }  // namespace
 
-LockScreenPage::LockScreenPage() {
+LockScreenPage::LockScreenPage() : files_(tell) {
     preparePlatform();
     const PluginSetting setting = pluginSetting();
     session_ = LockSession::shared(setting.soundModule);
@@ -81,12 +85,14 @@ void LockScreenPage::present() {
     presentedWidth_ = page_->frame().size.width;
     widget_->setParentWidth(presentedWidth_);
     widget_->present();
+    isNew_ = true;
     showNotice();
     showContent();
 }
 
 void LockScreenPage::leaveSight() {
     inSight_ = false;
+    look_.cancel();
     taken_.clear();
     content_->cancelTouches();
     widget_->dismiss();
@@ -99,7 +105,15 @@ void LockScreenPage::showContent() {
 }
 
 void LockScreenPage::showNotice() {
-    page_->setNotice(session_->isSilent() ? NSString("No sound server answers") : std::nullopt);
+    const NSString sound =
+        session_->isSilent() ? NSString("No sound server answers") : std::nullopt;
+    page_->setNotice(shell::joinedNotices(sound, files_.notice()));
+}
+
+/// They were read when the widget was presented.
+void LockScreenPage::lookThroughFiles() {
+    files_.refresh();
+    showNotice();
 }
 
 void LockScreenPage::serviceChanged() {
@@ -110,6 +124,8 @@ void LockScreenPage::serviceChanged() {
 
 void LockScreenPage::paint(cairo_t* context) {
     if (host_) host_->paint(context);
+    // The user waits for the picture and not for this.
+    if (std::exchange(isNew_, false)) look_.start(0, [this] { lookThroughFiles(); });
 }
 
 bool LockScreenPage::handleEvent(const GdkEvent& event) {

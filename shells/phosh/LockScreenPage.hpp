@@ -1,6 +1,8 @@
 #pragma once
 
 #include "backends/gdk/GdkViewHost.hpp"
+#include "platform/foundation/OneShotTimer.hpp"
+#include "shells/common/FileReport.hpp"
 #include "shells/panel/PanelContent.hpp"
 #include "shells/phosh/LockSession.hpp"
 #include "shells/phosh/PageView.hpp"
@@ -46,6 +48,7 @@ class LockScreenPage final : public LockSessionUser {
     void present();
     void showContent();
     void showNotice();
+    void lookThroughFiles();
     bool handleTouch(const GdkEvent& event);
 
     std::shared_ptr<LockSession> session_;
@@ -55,6 +58,9 @@ class LockScreenPage final : public LockSessionUser {
     std::unique_ptr<GdkViewHost> host_;
     bool needsSound_ = false;  ///< Whether there is more than a word of what is missing.
     bool inSight_ = false;
+    bool isNew_ = false;  ///< Presented and not yet painted.
+    shell::FileReport files_;
+    OneShotTimer look_;                        ///< Through the files, once the picture is there.
     CGFloat presentedWidth_ = 0;               ///< Points.
     std::set<const GdkEventSequence*> taken_;  ///< Touches of a control's; nullptr is the pointer.
 };

@@ -11,8 +11,8 @@ namespace {
 constexpr CGFloat dragThreshold = 4;
 
 // Points.
-constexpr CGFloat noticeRoom = 24;
-constexpr CGFloat noticeTextHeight = 16;
+constexpr CGFloat noticeLineHeight = 16;
+constexpr CGFloat noticeMarginBelow = 8;
 constexpr CGFloat noticeMargin = 20;
 constexpr CGFloat noticeSize = 12;
 constexpr UIColor noticeColor = {1, 1, 1, 0.6};
@@ -47,14 +47,14 @@ void PageView::setNotice(const NSString& text) {
 void PageView::layoutSubviews() {
     const CGSize page = frame().size;
     const CGFloat taken = content_ ? content_->frame().size.height : 0;
-    const CGFloat room = notice_->text() ? noticeRoom : 0;
+    const CGFloat text = noticeLineHeight * static_cast<CGFloat>(notice_->lines());
+    const CGFloat room = notice_->text() ? text + noticeMarginBelow : 0;
     const bool fits = taken + 2 * room <= page.height;
     const CGFloat opening = fits ? page.height : std::max<CGFloat>(0, page.height - room);
     scroller_->setFrame(CGRectMake(0, 0, page.width, opening));
     scroller_->setNeedsLayout();
     const CGFloat below = fits ? std::floor((page.height - taken) / 2) + taken : opening;
-    notice_->setFrame(
-        CGRectMake(noticeMargin, below, page.width - 2 * noticeMargin, noticeTextHeight));
+    notice_->setFrame(CGRectMake(noticeMargin, below, page.width - 2 * noticeMargin, text));
 }
 
 bool PageView::takesTouchAt(const CGPoint& point) {

@@ -16,7 +16,7 @@ class PageView : public UIView {
 
     void setContent(const std::shared_ptr<UIView>& content);
     ScrollingView& scroller() { return *scroller_; }
-    /// A quiet line below the widget; nil for none.
+    /// A quiet text below the widget, of one line or more; nil for none.
     void setNotice(const NSString& text);
 
     /// Whether a finger that comes down there is none of the lock screen's business.

@@ -1,6 +1,8 @@
 #include "backends/plist/PlistCodec.hpp"
+#include "backends/pulse/CategoryMapping.hpp"
 #include "platform/foundation/MachineModel.hpp"
 #include "platform/foundation/PreferencesDirectory.hpp"
+#include "shells/common/FileProblem.hpp"
 #include "shells/control/Categories.hpp"
 #include "tests/support/MixerFiles.hpp"
 
@@ -43,6 +45,17 @@ TEST_F(Categories, WithoutAFileAreTheFirstOnesAndNothingIsWritten) {
 TEST_F(Categories, AreTheFirstOnesWhereTheFileIsNone) {
     test::MixerFiles::write(files_.categoryFile(), "no property list");
     EXPECT_EQ(mixerCategories().size(), 5U);
+}
+
+TEST_F(Categories, AreKnownToTheCheckOfTheFileAsToTheVolumeService) {
+    std::vector<std::string> names = pulse::knownCategories();
+    for (const char* name : {"app:x", "role:x", "sink:x", "source:x", "app:", "stream:x",
+                             "ringtone", "", "Audio/Video "})
+        names.emplace_back(name);
+    for (const std::string& name : names) {
+        files_.writeCategories({{name, "Row"}});
+        EXPECT_EQ(shell::problemsOfFiles().empty(), pulse::isCategory(name)) << name;
+    }
 }
 
 class CalledCategory : public testing::Test {

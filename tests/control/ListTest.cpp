@@ -47,7 +47,11 @@ TEST_F(ControlList, IsOneArrayAsJson) {
 
 TEST_F(ControlList, FollowsTheCategoryFile) {
     files_.writeCategories({{"Ringtone", "Ringing", Row::Hidden}, {"Nobody", "Somebody"}});
-    const std::string output = outputOf({"list"});
+    const Ended ended = run({"list"});
+    const std::string& output = ended.output;
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_TRUE(ended.complaints.ends_with("'Nobody'; its row stays unknown\n"))
+        << ended.complaints;
     EXPECT_TRUE(
         output.starts_with("Ringtone\tRinging\t100%\tSpeaker\tyes\nNobody\tSomebody\t"
                            "unknown\t"))
@@ -79,8 +83,10 @@ TEST_F(ControlList, ShowsNothingThatActsOnATerminal) {
     const std::string evil = "a\u202Eb\u009B31mc\x7F\u2069";
     const std::string harmless = "a\uFFFDb\uFFFD31mc\uFFFD\uFFFD";
     files_.writeCategories({{evil, evil}});
-    EXPECT_EQ(outputOf({"list"}), harmless + "\t" + harmless + "\tunknown\t-\tno\n");
-    const std::string json = outputOf({"list", "--json"});
+    const Ended ended = run({"list"});
+    EXPECT_EQ(ended.output, harmless + "\t" + harmless + "\tunknown\t-\tno\n");
+    EXPECT_NE(ended.complaints.find("'" + harmless + "'"), std::string::npos) << ended.complaints;
+    const std::string json = run({"list", "--json"}).output;
     EXPECT_NE(json.find(R"("a\u202eb\u009b31mc\u007f\u2069")"), std::string::npos) << json;
     EXPECT_EQ(Json::parse(json).at(0).at("caption"), evil) << "it says the same";
 }

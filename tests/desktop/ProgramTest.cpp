@@ -70,6 +70,18 @@ TEST_F(ProgramTest, OptionWithoutItsValueIsRefused) {
     EXPECT_EQ(runProgram({"--paint="}).status, 2);
 }
 
+TEST_F(ProgramTest, PaintsWhatIsWrongWithTheFilesToo) {
+    run({"--simulate", "--paint", picture.string()});
+    const int before = pictureSize(picture).second;
+    files.writeSettings("<key>selectedSkinn</key><string>Metal</string>");
+    const Ended ended = run({"--simulate", "--paint", picture.string()});
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_TRUE(contains(ended.complaints, "tarnwick: " + files.settingsFile().string() + ":1:"));
+    EXPECT_TRUE(contains(ended.complaints, "did you mean 'selectedSkin'?")) << ended.complaints;
+    constexpr int lineAndMargin = 22;  // Points, of two pixels.
+    EXPECT_EQ(pictureSize(picture).second - before, 2 * lineAndMargin);
+}
+
 TEST_F(ProgramTest, PaintsAPictureWithoutADisplay) {
     const Ended ended = run({"--simulate", "--paint", picture.string()});
     EXPECT_EQ(ended.status, 0) << ended.complaints;
@@ -83,7 +95,10 @@ TEST_F(ProgramTest, PaintsAPictureWithoutADisplay) {
 TEST_F(ProgramTest, PicturesHeightFollowsTheNumberOfRows) {
     run({"--simulate", "--paint", picture.string()});
     const int five = pictureSize(picture).second;
-    files.writeShownCategories(40);
+    std::vector<CategoryEntry> forty;
+    for (int i = 0; i < 40; ++i)
+        forty.push_back({"app:" + std::to_string(i), "Row"});
+    files.writeCategories(forty);
     run({"--simulate", "--paint", picture.string()});
     EXPECT_EQ(pictureSize(picture).second - five, 2 * 35 * 50);
 }

@@ -2,6 +2,7 @@
 #include "tests/desktop/UserSession.hpp"
 #include "tests/rigs/UnixSocket.hpp"
 #include "tests/rigs/Waiting.hpp"
+#include "tests/support/MixerFiles.hpp"
 
 #include <X11/keysym.h>
 #include <gtest/gtest.h>
@@ -81,6 +82,37 @@ TEST(SessionTest, WindowSaysItsNameItsProgramAndItsIconInSeveralSizes) {
     EXPECT_TRUE(session.waitForNoWindow());
     EXPECT_EQ(session.runMixer({}), 0);
     EXPECT_EQ(iconOnceItIsThere(), icon) << "each window has it";
+}
+
+TEST(SessionTest, SaysWhatIsWrongWithTheFilesBelowTheRowsAndOnStandardError) {
+    const UserSession session;
+    const MixerFiles files;
+    MixerFiles::write(files.categoryFile(), "<plist><array><string>A & B</string></array></plist>");
+    rigs::ChildProcess mixer = session.startMixer({"--preferences", files.folder().string()});
+    EXPECT_TRUE(says(session, "tarnwick: " + files.categoryFile().string() +
+                                  ".unreadable-1:1:25: a bare '&', which is written '&amp;'; "));
+    // Five rows, two lines on the list and one on the server that does not answer.
+    constexpr double height = 20 + 5 * 50 + 3 * 14 + 8;
+    EXPECT_TRUE(rigs::waitUntil([&] { return session.waitForWindow().size.height == height; }))
+        << session.waitForWindow().size.height;
+}
+
+TEST(SessionTest, LooksThroughTheFilesEachTimeItIsShown) {
+    const UserSession session;
+    const MixerFiles files;
+    files.writeCategories({{"Ringtone", "Ringtone"}});
+    const std::vector<std::string> arguments = {"--preferences", files.folder().string()};
+    rigs::ChildProcess mixer =
+        session.startMixer({"--preferences", files.folder().string(), "--background"});
+    ASSERT_TRUE(says(session, "neither a tray nor a layer shell"));
+    EXPECT_EQ(session.runMixer(arguments), 0);
+    session.waitForWindow();
+    EXPECT_EQ(session.runMixer(arguments), 0);
+    EXPECT_TRUE(session.waitForNoWindow());
+    files.writeSettings("<key>selectedSkin</key><string>Glass</string>");
+    EXPECT_EQ(session.logged().find("Glass"), std::string::npos);
+    EXPECT_EQ(session.runMixer(arguments), 0);
+    EXPECT_TRUE(says(session, "there is no skin 'Glass'"));
 }
 
 TEST(SessionTest, InTheBackgroundItWaitsToBeCalledAndIsHiddenAgain) {

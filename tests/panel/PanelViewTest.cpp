@@ -110,3 +110,29 @@ TEST_F(PanelViewTest, ScrollsWhatIsTallerBelowTheButton) {
     panel->setLayout(layout, PanelEdge::Hard);
     EXPECT_EQ(panel->scroller().frame(), whole);
 }
+
+TEST_F(PanelViewTest, HasRoomForEachLineOfItsNotice) {
+    EXPECT_EQ(panel->noticeHeight(), 0);
+    panel->setNotice("No sound server answers");
+    const CGFloat one = panel->noticeHeight();
+    panel->setNotice("No sound server answers\nSettings: no skin");
+    const CGFloat two = panel->noticeHeight();
+    panel->setNotice("No sound server answers\nSettings: no skin\nand more");
+    EXPECT_GT(two, one);
+    EXPECT_EQ(panel->noticeHeight() - two, two - one);
+    panel->setNotice(std::nullopt);
+    EXPECT_EQ(panel->noticeHeight(), 0);
+}
+
+TEST(CentredLabelTest, DrawsItsLinesOneBelowTheOther) {
+    CentredLabel label(CGRectMake(0, 0, 100, 28));
+    RecordingCanvas canvas;
+    label.setText("one\ntwo");
+    label.drawRect(canvas);
+    const auto lines = canvas.ofKind("text");
+    ASSERT_EQ(lines.size(), 2U);
+    EXPECT_EQ(lines[0].text, "one");
+    EXPECT_EQ(lines[0].rect, CGRectMake(0, 0, 100, 14));
+    EXPECT_EQ(lines[1].text, "two");
+    EXPECT_EQ(lines[1].rect, CGRectMake(0, 14, 100, 14));
+}

@@ -1,9 +1,12 @@
 #include "platform/celestial/AVSystemController.hpp"
+#include "platform/foundation/NSLog.hpp"
 #include "platform/foundation/NSRunLoop.hpp"
 #include "platform/uikit/UIWindow.hpp"
 #include "tests/phosh/LockWidgetFixture.hpp"
 #include "tests/pulse/Memory.hpp"
 #include "tests/rigs/Waiting.hpp"
+
+#include <algorithm>
 
 namespace test {
 namespace {
@@ -20,6 +23,29 @@ TEST_F(LockWidgetTest, LockingAloneLoadsAndAnnouncesNothing) {
     EXPECT_TRUE(sliders().empty());
     unlock();
     EXPECT_EQ(announced, Names{"ishidden"}) << "the controller's own last word";
+}
+
+TEST_F(LockWidgetTest, SaysWhatIsWrongWithTheFilesOnceItIsSeen) {
+    std::vector<std::string> log;
+    setLogSink([&](const std::string& line) { log.push_back(line); });
+    files.writeSettings("<key>selectedSkin</key><string>Glass</string>");
+    lockAtMixer();
+    const std::string line = "tarnwick: " + files.settingsFile().string() + ":1:";
+    const auto isSaid = [&] {
+        return std::ranges::count_if(log, [&](const auto& each) { return each.starts_with(line); });
+    };
+    EXPECT_TRUE(rigs::waitUntil([&] { return isSaid() > 0; }));
+    screen->turnAway();
+    ASSERT_TRUE(waitUntilDismissed());
+    screen->turnBack();
+    ASSERT_TRUE(waitUntilPresented());
+    rigs::runFor(0.1);
+    setLogSink({});
+    EXPECT_EQ(isSaid(), 1) << "once";
+    const std::vector<std::string> shown = labels();
+    EXPECT_TRUE(std::ranges::any_of(shown, [](const std::string& label) {
+        return label.find("no skin 'Glass'") != std::string::npos;
+    }));
 }
 
 TEST_F(LockWidgetTest, FirstTurnToThePagePresentsAndEveryOtherDismissesAndPresents) {

@@ -18,8 +18,9 @@ MAY_INCLUDE = {
     "shells": {"platform", "backends"},
 }
 # The category file is read with the widget's code: by the one shell that shows no widget, which words
-# the rows with it too, by what tells the shells which row is which category's, and by the icon in the
-# tray, which says what the row of its volume says.
+# the rows with it too, by what tells the shells which row is which category's, by what looks through
+# both files for what is wrong with them, and by the icon in the tray, which says what the row of its
+# volume says.
 FOLDER_MAY_INCLUDE = {
     "shells/common/": r"config/.*",
     "shells/desktop/tray/": r"config/Category(List|Record)\.hpp|mixer/Caption\.hpp",

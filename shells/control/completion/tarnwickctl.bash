@@ -35,7 +35,7 @@ _tarnwickctl() {
         COMPREPLY=($(compgen -W '--json --server --timeout --wait --changes-only --preferences
             --model --help --version' -- "$cur"))
     elif [[ ! $command ]]; then
-        COMPREPLY=($(compgen -W 'list get set mute unmute toggle watch' -- "$cur"))
+        COMPREPLY=($(compgen -W 'list get set mute unmute toggle watch check' -- "$cur"))
     elif [[ $command =~ ^([gs]et|(un)?mute|toggle)$ && $operands == 0 ]]; then
         _tarnwickctl_categories "$1"
     elif [[ $command == set && $operands == 1 ]]; then

@@ -1,0 +1,44 @@
+#include "shells/common/FileReport.hpp"
+
+#include "shells/common/FileProblem.hpp"
+
+namespace shell {
+namespace {
+
+constexpr std::size_t mostLines = 4;
+
+NSString noticeOf(const std::vector<FileProblem>& problems) {
+    NSString notice;
+    std::size_t lines = 0;
+    std::size_t untold = problems.size();
+    for (const FileProblem& problem : problems) {
+        lines += problem.brief.size();
+        if (lines > mostLines) break;
+        --untold;
+        for (const std::string& line : problem.brief)
+            notice = joinedNotices(notice, line);
+    }
+    if (untold == 0) return notice;
+    const std::string them = untold == 1 ? "it" : "them";
+    return joinedNotices(notice, std::to_string(untold) + " more: tarnwickctl check lists " + them);
+}
+
+}  // namespace
+
+void FileReport::refresh() {
+    const std::vector<FileProblem> problems = problemsOfFiles();
+    std::set<std::string> now;
+    for (const FileProblem& problem : problems) {
+        const std::string line = lineOf(problem);
+        if (now.insert(line).second && !told_.contains(line)) tell_(line);
+    }
+    told_ = std::move(now);
+    notice_ = noticeOf(problems);
+}
+
+NSString joinedNotices(const NSString& above, const NSString& below) {
+    if (!above || !below) return above ? above : below;
+    return *above + "\n" + *below;
+}
+
+}  // namespace shell
