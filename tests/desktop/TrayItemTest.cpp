@@ -147,6 +147,20 @@ TEST(TrayItemTest, CallsTheVolumeAsItsRowDoes) {
         << "the rows have been read anew, and " << listener.toolTip();
 }
 
+TEST(TrayItemTest, SaysNothingThatActsOnThePanel) {
+    UserSession session;
+    session.sound.startAndWait();
+    const MixerFiles files;
+    files.writeCategories({{"Audio/Video", "Mu\u202Es\u009Bic\u2067\n"}});
+    const TrayWithoutPanel tray(session);
+    const rigs::ChildProcess mixer =
+        session.startMixer({"--background", "--preferences", files.folder().string()});
+    const IconListener listener(session);
+    const std::string harmless = "Mu\uFFFDs\uFFFDic\uFFFD  (";
+    EXPECT_TRUE(rigs::waitUntil([&] { return listener.toolTip().starts_with(harmless); }))
+        << listener.toolTip();
+}
+
 /// An icon of the test's own, shown by a host, in virtual time.
 class ShownIcon : public testing::Test {
  protected:

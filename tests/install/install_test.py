@@ -10,6 +10,7 @@ import shutil
 import subprocess
 import sys
 import unittest
+import xml.etree.ElementTree
 
 CMAKE, BUILD, WORK = sys.argv[1:4]
 PREFIX = pathlib.Path(WORK) / "prefix"
@@ -112,6 +113,21 @@ class Installation(unittest.TestCase):
                        env=dict(self.environment, XDG_RUNTIME_DIR=str(self.home)))
         self.assertEqual(verified.returncode, 0, verified.stderr)
         self.assertNotIn("tarnwick", verified.stderr, "it complains of the machine's units too")
+
+    def test_software_centres_find_the_projects_pages_and_pictures_that_exist(self):
+        component = xml.etree.ElementTree.parse(
+            PREFIX / "share/metainfo/org.tarnwick.mixer.metainfo.xml").getroot()
+        addresses = {url.get("type"): url.text for url in component.findall("url")}
+        self.assertLessEqual({"homepage", "vcs-browser"}, set(addresses))
+        pictures = [image.text for image in component.findall("screenshots/screenshot/image")]
+        self.assertGreaterEqual(len(pictures), 1)
+        images = pathlib.Path(__file__).resolve().parents[2] / "docs/images"
+        for picture in pictures:
+            self.assertTrue((images / picture.rsplit("/", 1)[1]).is_file(), picture)
+        for address in [*addresses.values(), *pictures]:
+            self.assertTrue(address.startswith("https://tarnwick.org/"), address)
+        for release in component.findall("releases/release"):
+            self.assertIsNotNone(release.find("description"), release.get("version"))
 
     def test_manual_pages_are_installed(self):
         for page in ("man1/tarnwick.1", "man1/tarnwickctl.1", "man1/tarnwick-headless.1",
