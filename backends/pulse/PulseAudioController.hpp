@@ -87,8 +87,8 @@ class PulseAudioController : public AVSystemController {
     /// read any more, or the route of one that can't be read changed.
     void setAvailabilityHandler(std::function<void()> handler);
     /// Called when the server refuses what was set: with a category that names the object
-    /// ("sink:NAME"), and the reason in the server's words. Once for each object, until it is
-    /// changed again or another reason is given. Its rows are announced anew as they are.
+    /// ("sink:NAME"), and the reason in the server's words. Once for each object and reason, while
+    /// the connection lasts. The object's rows are announced anew as they are.
     using RefusalHandler =
         std::function<void(const std::string& object, const std::string& reason)>;
     void setRefusalHandler(RefusalHandler handler);

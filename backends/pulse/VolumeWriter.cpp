@@ -49,6 +49,7 @@ void VolumeWriter::end() {
     arrivals_.clear();
     mutesOnTheirWay_.clear();
     refusals_.clear();
+    toldRefusals_.clear();
 }
 
 void VolumeWriter::set(const VolumeObject& object, const Setting& setting,
@@ -101,7 +102,10 @@ TargetWrite VolumeWriter::writeTo(const Target& target, const Setting& wanted, b
 void VolumeWriter::noteAnswer(const VolumeObject& object, int error) {
     if (error == PA_OK)
         refusals_.erase(object);
-    else if (std::exchange(refusals_[object], error) != error)
+    else
+        refusals_[object] = error;
+    // What the object has already is granted to anybody, and may come in the middle of a drag.
+    if (error != PA_OK && toldRefusals_.emplace(object, error).second)
         handlers_.refused(object, pa_strerror(error));
 }
 

@@ -10,6 +10,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 
 namespace pulse {
 
@@ -20,8 +21,8 @@ class VolumeWriter {
         /// The server has been asked again after an object's last write, and the mirror says what
         /// came of it.
         std::function<void()> confirmed;
-        /// The server refused to change the object, and why in its words. Once, until it changes
-        /// the object again or has another reason.
+        /// The server refused to change the object, and why in its words: once for each reason
+        /// while the connection lasts.
         std::function<void(const VolumeObject&, const std::string& reason)> refused;
     };
 
@@ -65,6 +66,7 @@ class VolumeWriter {
     WriteQueue writes_;
     std::set<VolumeObject> mutesOnTheirWay_;  // What the mirror says of them is no guide.
     std::map<VolumeObject, int> refusals_;    // The last answers, where they were no.
+    std::set<std::pair<VolumeObject, int>> toldRefusals_;
 };
 
 }  // namespace pulse

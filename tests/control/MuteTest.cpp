@@ -87,6 +87,32 @@ TEST_P(ControlMute, OfWhatIsNotThereFails) {
     }
 }
 
+class ControlRefused : public ControlFixture {
+ protected:
+    ControlRefused() : ControlFixture(rigs::ServerKind::PipeWire) {}
+    /// As a client without rights.
+    Ended runAsLooker(const Words& arguments) const {
+        Words words = commandLine(arguments);
+        words.push_back("--server=" +
+                        static_cast<rigs::PipeWireServer&>(*server_).lookersAddress());
+        return runToEnd(words);
+    }
+};
+
+TEST_F(ControlRefused, SaysTheServersReasonAndFails) {
+    startServer();
+    setSinkVolume(80);
+    EXPECT_EQ(runAsLooker({"get", "Music"}).output, "80%\n");
+    const Words commands[] = {{"set", "Music", "20%"}, {"set", "Music", "+5%"}, {"mute", "Music"}};
+    for (const Words& command : commands) {
+        const Ended ended = runAsLooker(command);
+        EXPECT_EQ(ended.status, 1) << command[0];
+        EXPECT_EQ(ended.complaints, "tarnwickctl: 'Audio/Video' cannot be set: Access denied\n");
+    }
+    EXPECT_EQ(server_->pactl({"get-sink-mute", "spk"}), "Mute: no\n");
+    EXPECT_NEAR(sinkFraction(), 0.8, volumeStep);
+}
+
 INSTANTIATE_TEST_SUITE_P(On, ControlMute, eachServer, testing::PrintToStringParamName());
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "tests/pulse/ServiceFixture.hpp"
 
+#include <csignal>
+
 // Mute: what it silences on the server keeps its volume, and comes back at it.
 
 using Mute = AVSystemController::Mute;
@@ -234,6 +236,21 @@ TEST_P(PulseMuting, OfARoleIsTheServersAndOutlivesTheMixer) {
     ASSERT_TRUE(controller_->setMute(Mute::Off, "Ringtone"));
     EXPECT_TRUE(waitForMute(*ringing, Mute::Off));
     EXPECT_TRUE(waitToRead("Ringtone", 0.5F));
+}
+
+TEST_P(PulseMuting, OfARoleOutlivesTheServer) {
+    startBoth();
+    ASSERT_TRUE(controller_->setVolumeTo(0.5F, "Ringtone"));
+    ASSERT_TRUE(controller_->setMute(Mute::On, "Ringtone"));
+    ASSERT_TRUE(waitUntilWritten());
+    constexpr double writesWhatItKeepsAfter = 1.5;  // seconds, of one of the servers
+    runFor(isPipeWire() ? writesWhatItKeepsAfter : 0);
+    server_->stop(SIGTERM);
+    ASSERT_TRUE(waitUntil([&] { return isUnavailable(); }));
+    controller_.reset();
+    server_->startAndWait();
+    startControllerAndWait();
+    EXPECT_TRUE(waitForLevel("Ringtone", {0.5F, Mute::On}));
 }
 
 TEST_P(PulseMuting, OfADeviceOutlivesTheMixer) {

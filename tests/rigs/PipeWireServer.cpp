@@ -40,6 +40,9 @@ void PipeWireServer::writeConfiguration() const {
         objects += sinkObject(sinks_[i], i);
     folder_.write("config/pipewire/pipewire.conf.d/rig.conf",
                   "context.objects = [\n" + objects + extraObjects_ + "]\n");
+    folder_.write("config/pipewire/pipewire-pulse.conf.d/rig.conf",
+                  "pulse.properties = { server.address = [ \"unix:native\" { address = \"" +
+                      lookersAddress() + "\" client.access = \"restricted\" } ] }\n");
     // The session manager ends without a session bus if one of these wants it.
     folder_.write("config/wireplumber/main.lua.d/80-rig.lua",
                   "alsa_monitor.enabled = false\n"
@@ -104,6 +107,10 @@ void PipeWireServer::suspend() {
 
 void PipeWireServer::resume() {
     pulseServer_.signal(SIGCONT);
+}
+
+std::string PipeWireServer::lookersAddress() const {
+    return "unix:" + (folder_.path() / "pulse" / "lookers").string();
 }
 
 void PipeWireServer::restartPulseServer() {

@@ -35,6 +35,9 @@ class PipeWireServer : public SoundServer {
     /// Ends what PulseAudio's clients talk to and starts it anew; core and devices go on.
     void restartPulseServer();
 
+    /// As address(), for clients that may look at everything and change nothing.
+    std::string lookersAddress() const;
+
  private:
     void writeConfiguration() const;
     void startSessionManager();
