@@ -21,8 +21,9 @@ class Arrivals {
  public:
     /// A device may round what is written to what it has already: no longer than this is waited.
     static constexpr double longestSeconds = 0.05;
-    /// A session manager may keep nothing for a role.
-    static constexpr double longestKeepingSeconds = 0.1;
+    /// A session manager may keep nothing for a role. One on a busy machine is late: what it keeps
+    /// is not to be taken for lost.
+    static constexpr double longestKeepingSeconds = 0.5;
     static constexpr double retrySeconds = 0.001;
 
     /// Taken: each device and stream has moved, so that the next volume may follow. Kept: what is

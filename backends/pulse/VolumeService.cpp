@@ -9,7 +9,7 @@
 namespace pulse {
 
 VolumeService::VolumeService(NSString server)
-    : writer_(mirror_, {[this] { announcer_.changed(); },
+    : writer_(mirror_, {[this] { confirmed(); },
                         [this](const VolumeObject& object, const std::string& reason) {
                             refused(object, reason);
                         }}),
@@ -102,6 +102,12 @@ void VolumeService::tellWhatMoved() {
         announcer_.changed();
     else
         announcer_.refreshed();
+}
+
+// What is remembered of a role is compared with what the server keeps once nothing is on its way.
+void VolumeService::confirmed() {
+    bringNewStreams();
+    announcer_.changed();
 }
 
 void VolumeService::bringNewStreams() {

@@ -48,6 +48,7 @@ class VolumeService {
     bool isReady() { return connection_.context() && reader_ && reader_->isComplete(); }
     /// Of what is there now, or will be moved when it comes.
     std::optional<Level> levelKnownOf(const VolumeObject& object) const;
+    void confirmed();
     void bringNewStreams();
     /// The object is what the category's volume belongs to now.
     CategoryState shownBy(const NSString& category, const std::optional<VolumeObject>& object);

@@ -48,7 +48,7 @@ void VolumeWriter::end() {
     balances_.clear();
     arrivals_.clear();
     mutesOnTheirWay_.clear();
-    refusals_.clear();
+    refused_.clear();
     toldRefusals_.clear();
 }
 
@@ -100,13 +100,16 @@ TargetWrite VolumeWriter::writeTo(const Target& target, const Setting& wanted, b
 }
 
 void VolumeWriter::noteAnswer(const VolumeObject& object, int error) {
-    if (error == PA_OK)
-        refusals_.erase(object);
-    else
-        refusals_[object] = error;
-    // What the object has already is granted to anybody, and may come in the middle of a drag.
-    if (error != PA_OK && toldRefusals_.emplace(object, error).second)
-        handlers_.refused(object, pa_strerror(error));
+    refused_.erase(object);
+    if (error == PA_OK) return;
+    refused_.insert(object);
+    tellRefusal(object, pa_strerror(error));
+}
+
+// What the object has already is granted to anybody, and may come in the middle of a drag: that
+// ends no refusal.
+void VolumeWriter::tellRefusal(const VolumeObject& object, const std::string& reason) {
+    if (toldRefusals_.emplace(object, reason).second) handlers_.refused(object, reason);
 }
 
 void VolumeWriter::acknowledged(const VolumeObject& object, std::uint64_t ticket, int error) {
@@ -125,10 +128,16 @@ void VolumeWriter::acknowledged(const VolumeObject& object, std::uint64_t ticket
 // hundreds of streams.
 void VolumeWriter::confirm(const VolumeObject& object, std::uint64_t ticket) {
     const auto finishIt = [this, object, ticket] { finish(object, ticket); };
-    const bool isRefused = refusals_.contains(object);
+    const bool isRefused = refused_.contains(object);
     if (!mirror_.server.pipeWire || isRefused) return reader_->refresh(partsOf(object), finishIt);
     if (arrivals_.areExact(object)) return finishIt();
-    await(object, Arrivals::Until::Kept, [finishIt](Arrivals::Outcome) { finishIt(); });
+    await(object, Arrivals::Until::Kept, [this, object, finishIt](Arrivals::Outcome outcome) {
+        // It said yes, to a client without rights too.
+        const bool isLost = outcome == Arrivals::Outcome::Unheeded;
+        if (isLost && streamsOf(mirror_, object).empty())
+            tellRefusal(object, "the server has not kept it");
+        finishIt();
+    });
 }
 
 void VolumeWriter::await(const VolumeObject& object, Arrivals::Until until,

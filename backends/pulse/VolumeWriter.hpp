@@ -6,7 +6,6 @@
 #include "backends/pulse/WriteQueue.hpp"
 
 #include <functional>
-#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -21,8 +20,8 @@ class VolumeWriter {
         /// The server has been asked again after an object's last write, and the mirror says what
         /// came of it.
         std::function<void()> confirmed;
-        /// The server refused to change the object, and why in its words: once for each reason
-        /// while the connection lasts.
+        /// The server refused to change the object, and why in its words, where it has any: once
+        /// for each reason while the connection lasts.
         std::function<void(const VolumeObject&, const std::string& reason)> refused;
     };
 
@@ -53,6 +52,7 @@ class VolumeWriter {
     TargetWrite writeTo(const Target& target, const Setting& wanted, bool isMuteCertain);
     void acknowledged(const VolumeObject& object, std::uint64_t ticket, int error);
     void noteAnswer(const VolumeObject& object, int error);
+    void tellRefusal(const VolumeObject& object, const std::string& reason);
     void confirm(const VolumeObject& object, std::uint64_t ticket);
     void await(const VolumeObject& object, Arrivals::Until until, const Arrivals::Ended& ended);
     void finish(const VolumeObject& object, std::uint64_t ticket);
@@ -65,8 +65,8 @@ class VolumeWriter {
     Arrivals arrivals_;
     WriteQueue writes_;
     std::set<VolumeObject> mutesOnTheirWay_;  // What the mirror says of them is no guide.
-    std::map<VolumeObject, int> refusals_;    // The last answers, where they were no.
-    std::set<std::pair<VolumeObject, int>> toldRefusals_;
+    std::set<VolumeObject> refused_;          // Whose last answer was no.
+    std::set<std::pair<VolumeObject, std::string>> toldRefusals_;
 };
 
 }  // namespace pulse

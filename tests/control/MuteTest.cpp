@@ -111,6 +111,10 @@ TEST_F(ControlRefused, SaysTheServersReasonAndFails) {
     }
     EXPECT_EQ(server_->pactl({"get-sink-mute", "spk"}), "Mute: no\n");
     EXPECT_NEAR(sinkFraction(), 0.8, volumeStep);
+    const Ended ringing = runAsLooker({"set", "Bell", "20%"});
+    EXPECT_EQ(ringing.status, 1);
+    EXPECT_EQ(ringing.complaints,
+              "tarnwickctl: 'Ringtone' cannot be set: the server has not kept it\n");
 }
 
 INSTANTIATE_TEST_SUITE_P(On, ControlMute, eachServer, testing::PrintToStringParamName());

@@ -55,3 +55,9 @@ TEST_F(PulseRefusal, TakesTheRowBack) {
     EXPECT_TRUE(waitUntil([&] { return mixer.sliderValue(0) == 50; }));
     EXPECT_EQ(mixer.caption(0), "Audio/Video (Speaker): 50%");
 }
+
+TEST_F(PulseRefusal, OfWhatIsKeptForARoleIsSeenByItsNotBeingKept) {
+    ASSERT_TRUE(controller_->setVolumeTo(0.25F, "Ringtone"));
+    EXPECT_TRUE(waitForRefusals({"role:event: the server has not kept it"}));
+    EXPECT_EQ(volumeOf("Ringtone"), 1);
+}
