@@ -3,8 +3,8 @@
 #include "platform/foundation/NSString.hpp"
 #include "platform/uikit/UIControl.hpp"
 
-/// A control that does something when a touch ends inside of it, by touch-up-inside, and that can be
-/// pressed by other means too.
+/// A control that does something when a touch ends inside of it, by touch-up-inside, and that can
+/// be pressed by other means too.
 class UIButton : public UIControl {
  public:
     using UIControl::UIControl;
