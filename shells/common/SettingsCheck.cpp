@@ -48,8 +48,7 @@ bool isWholeNumber(const PropertyValue& value) {
     if (const auto* number = std::get_if<double>(&storage)) return std::fmod(*number, 1) == 0;
     if (const NSString text = value.string()) {
         const auto digits = text->find_first_not_of("+-");
-        return digits != std::string::npos && digits <= 1 &&
-               text->find_first_not_of("0123456789", digits) == std::string::npos;
+        return digits <= 1 && text->find_first_not_of("0123456789", digits) == std::string::npos;
     }
     return std::holds_alternative<std::int64_t>(storage) ||
            std::holds_alternative<std::uint64_t>(storage);
