@@ -72,9 +72,9 @@ void GdkLayerSurface::apply(const LayerSetting& setting, int width, int height) 
                                                      static_cast<std::uint32_t>(setting.keys));
 }
 
-void GdkLayerSurface::resize(int width, int height) {
+void GdkLayerSurface::change(const LayerSetting& setting, int width, int height) {
     if (!surface_) return;
-    zwlr_layer_surface_v1_set_size(surface_, unsignedLength(width), unsignedLength(height));
+    apply(setting, width, height);
     commit();
 }
 

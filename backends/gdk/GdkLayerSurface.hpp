@@ -50,8 +50,8 @@ class GdkLayerSurface {
     GdkLayerSurface(const GdkLayerSurface&) = delete;
     GdkLayerSurface& operator=(const GdkLayerSurface&) = delete;
 
-    /// Another size, in points.
-    void resize(int width, int height);
+    /// Another place or size, in points.
+    void change(const LayerSetting& setting, int width, int height);
     /// Called once, when the window may be painted.
     void setReadyHandler(std::function<void()> handler) { readyHandler_ = std::move(handler); }
     /// Called when the compositor has taken the window off the screen, as when the screen has gone.

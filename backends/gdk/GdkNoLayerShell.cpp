@@ -17,4 +17,4 @@ GdkLayerSurface::GdkLayerSurface(GdkLayerShell& /*shell*/, GdkWindow* window,
                                  const LayerSetting& /*setting*/, int /*width*/, int /*height*/)
     : window_(window) {}
 GdkLayerSurface::~GdkLayerSurface() = default;
-void GdkLayerSurface::resize(int /*width*/, int /*height*/) {}
+void GdkLayerSurface::change(const LayerSetting& /*setting*/, int /*width*/, int /*height*/) {}

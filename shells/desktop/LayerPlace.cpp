@@ -76,7 +76,7 @@ void LayerPlace::arrange(GdkWindow* window, const PanelLayout& layout, const Pan
     const auto width = static_cast<int>(size_.width);
     const auto height = static_cast<int>(size_.height);
     if (surface_)
-        surface_->resize(width, height);
+        surface_->change(setting(), width, height);
     else
         gdk_window_resize(window, width, height);
 }

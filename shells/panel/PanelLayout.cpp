@@ -71,7 +71,7 @@ CGFloat zoomWithin(CGFloat wanted, CGFloat room) {
 }
 
 CGFloat gapWithin(CGFloat wanted, const CGSize& area) {
-    const CGFloat most =
-        std::min(area.width - smallestPanel.width, area.height - smallestPanel.height) / 2;
+    constexpr CGSize someRows = {240, 170};
+    const CGFloat most = std::min(area.width - someRows.width, area.height - someRows.height) / 2;
     return std::max<CGFloat>(0, std::min(wanted, std::floor(most)));
 }

@@ -48,6 +48,6 @@ PanelLayout inPoints(const PanelLayout& layout, CGFloat zoom);
 /// wider than `room`, in units of the window.
 CGFloat zoomWithin(CGFloat wanted, CGFloat room);
 
-/// The gap around a panel that is wanted, or a smaller one that leaves room for the smallest panel
-/// between two such gaps; the same units throughout.
+/// The gap around a panel that is wanted, or a smaller one that leaves room for some rows between
+/// two such gaps; the same units throughout.
 CGFloat gapWithin(CGFloat wanted, const CGSize& area);

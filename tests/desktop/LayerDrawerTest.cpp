@@ -142,6 +142,35 @@ TEST_F(LayerDrawerTest, HangsFromTheUpperEdgeInItsMiddle) {
     EXPECT_EQ(CGRectGetMidX(drawer), CGRectGetMidX(screen()));
 }
 
+TEST_F(LayerDrawerTest, ZoomsWithTheDesktopsTextScaleAndKeepsItsMargin) {
+    const rigs::ChildProcess mixer = start();
+    waitForPanel();
+    rigs::outputOf(
+        {"gsettings", "set", "org.gnome.desktop.interface", "text-scaling-factor", "1.25"},
+        environment());
+    // The smoothed pixels of a corner may have the panel's colour by chance.
+    const auto isAbout = [](CGFloat one, CGFloat other) { return std::abs(one - other) <= 0.5; };
+    CGRect drawer;
+    EXPECT_TRUE(rigs::waitUntil([&] {
+        drawer = CGRectInset(panel(), -1 / CGFloat{scale}, -1 / CGFloat{scale});
+        return isAbout(drawer.size.width, 700) && isAbout(drawer.size.height, 338) &&
+               isAbout(drawer.origin.y, 8);
+    })) << drawer.size.width
+        << " x " << drawer.size.height << " at " << drawer.origin.y << folder.logged();
+    EXPECT_NEAR(CGRectGetMidX(drawer), CGRectGetMidX(screen()), 0.5);
+}
+
+TEST_F(LayerDrawerTest, IsWholeWhateverMarginIsAskedFor) {
+    const rigs::ChildProcess mixer = start({"--margin", "300"});
+    CGRect drawer;
+    EXPECT_TRUE(rigs::waitUntil([&] {
+        drawer = CGRectInset(panel(), -1 / CGFloat{scale}, -1 / CGFloat{scale});
+        return drawer.size == CGSize{470, 170};
+    })) << drawer.size.width
+        << " x " << drawer.size.height;
+    EXPECT_EQ(drawer.origin, (CGPoint{165, 165}));
+}
+
 TEST_F(LayerDrawerTest, HangsFromTheEdgeThatIsAskedForWithTheMarginThatIsAskedFor) {
     for (const std::string edge : {"bottom", "left", "right"}) {
         const rigs::ChildProcess mixer = start({"--anchor", edge, "--margin", "20"});

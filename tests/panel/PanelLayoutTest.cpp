@@ -137,10 +137,10 @@ TEST(PanelZoom, IsLessWhereTheSmallestPanelWouldNotFit) {
     EXPECT_EQ(zoomWithin(1, -10), 0.5);
 }
 
-TEST(PanelGap, LeavesRoomForTheSmallestPanel) {
+TEST(PanelGap, LeavesRoomForSomeRows) {
     EXPECT_EQ(gapWithin(8, {1024, 600}), 8);
-    EXPECT_EQ(gapWithin(300, {1024, 600}), 268);
-    EXPECT_EQ(gapWithin(300, {320, 480}), 80);
+    EXPECT_EQ(gapWithin(300, {1024, 600}), 215);
+    EXPECT_EQ(gapWithin(300, {320, 480}), 40);
     EXPECT_EQ(gapWithin(300, {100, 480}), 0);
     EXPECT_EQ(gapWithin(0, {320, 480}), 0);
 }
