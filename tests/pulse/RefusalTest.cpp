@@ -45,15 +45,30 @@ TEST_F(PulseRefusal, IsToldOnceForAWholeDrag) {
     EXPECT_EQ(refusals_.size(), 1U);
 }
 
+// Sooner than what settles is told, so that nothing but the set says that somebody shows it.
+TEST_F(PulseRefusal, IsFollowedByTheVolumeAsItIs) {
+    ASSERT_TRUE(waitToRead("sink:spk", 0.5F));
+    for (int i = 0; i < 20; ++i) {
+        posted_.clear();
+        ASSERT_TRUE(controller_->setVolumeTo(0.9F, "sink:spk"));
+        ASSERT_TRUE(waitUntil([&] { return !controller_->isWriting(); }));
+        ASSERT_TRUE(waitUntil([&] {
+            const Posted* last = lastPosted("sink:spk");
+            return last && last->volume == 0.5F;
+        })) << i;
+        runFor(0.02);
+    }
+}
+
 TEST_F(PulseRefusal, TakesTheRowBack) {
-    LiveMixer mixer(controller_, {"Audio/Video"});
+    LiveMixer mixer(controller_, {"sink:spk"});
     ASSERT_EQ(mixer.sliderValue(0), 50);
     mixer.press(0);
     mixer.dragTo(0, 0.9);
     mixer.lift();
     EXPECT_GT(mixer.sliderValue(0), 80) << "it follows the hand";
     EXPECT_TRUE(waitUntil([&] { return mixer.sliderValue(0) == 50; }));
-    EXPECT_EQ(mixer.caption(0), "Audio/Video (Speaker): 50%");
+    EXPECT_EQ(mixer.caption(0), "sink:spk: 50%");
 }
 
 TEST_F(PulseRefusal, OfWhatIsKeptForARoleIsSeenByItsNotBeingKept) {
