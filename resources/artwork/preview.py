@@ -71,7 +71,7 @@ def background(panel, scale):
                          f'fill="{SKINS[row // len(POSITIONS)][0]}">Media (Speaker): '
                          f'{round(POSITIONS[row % len(POSITIONS)] * 100)}%</text>')
             if row < len(POSITIONS):
-                start, end = x + 18 + GAP, x + SLIDER_WIDTH - 20 - GAP
+                start, end = x + 15 + GAP, x + SLIDER_WIDTH - 20 - GAP
                 at = start + POSITIONS[row] * (end - start - 31) + 15.5
                 parts.append(f'<rect x="{start}" y="{y + 33}" width="{end - start}" height="4" '
                              f'rx="2" fill="#fff" fill-opacity="0.3"/><rect x="{start}" y="{y + 33}" '

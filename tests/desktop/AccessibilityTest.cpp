@@ -2,6 +2,7 @@
 #include "tests/desktop/AtSpiClient.hpp"
 #include "tests/desktop/DesktopFixture.hpp"
 #include "tests/desktop/KeyTaker.hpp"
+#include "tests/desktop/XDesktop.hpp"
 
 #include <X11/keysym.h>
 
@@ -163,6 +164,19 @@ TEST_F(AccessibilityTest, KeepsTheNameWithoutPercentages) {
     ASSERT_EQ(shown.size(), 5U);
     EXPECT_EQ(reader.name(shown[1]), "Audio/Video (Speaker)");
     EXPECT_EQ(reader.name(shown[0]), "Ringtone");
+}
+
+TEST_F(AccessibilityTest, TellsWhereARowIsInAnyZoom) {
+    SettingsManager settings(displayName());
+    settings.set({{"Xft/DPI", 144 * 1024}});
+    reader.setEnabled(true);
+    openWindow();
+    ASSERT_TRUE(waitUntil([this] { return window->content()->zoom() == 1.5; }));
+    ASSERT_TRUE(waitUntil([this] { return sliders().size() == 5; }));
+    const CGRect told = reader.extents(sliders()[1]);
+    const CGRect shown = slider(1)->convertRectToView(slider(1)->bounds(), nullptr);
+    EXPECT_NEAR(told.origin.y, 1.5 * shown.origin.y, 1);
+    EXPECT_NEAR(told.size.width, 1.5 * shown.size.width, 1);
 }
 
 TEST_F(AccessibilityTest, TellsTheFirstOpeningOfADrawerWithItsNotice) {
