@@ -3,6 +3,7 @@
 #include "backends/pulse/Roles.hpp"
 
 #include <algorithm>
+#include <string_view>
 #include <utility>
 
 namespace pulse {
@@ -42,6 +43,31 @@ std::optional<Level> levelOf(const ServerMirror& mirror, const Target& target) {
 
 Target entryOf(const VolumeObject& role) {
     return {.kind = Target::Kind::RoleEntry, .name = roleEntryName(role.name)};
+}
+
+constexpr std::string_view byApplicationName = "sink-input-by-application-name:";
+constexpr std::string_view byApplicationId = "sink-input-by-application-id:";
+
+bool isEntryOf(std::string_view entry, const std::string& application) {
+    for (const std::string_view prefix : {byApplicationName, byApplicationId})
+        if (entry.starts_with(prefix) && isSameName(entry.substr(prefix.size()), application))
+            return true;
+    return false;
+}
+
+// What the server keeps for those of the application's streams that have no role.
+const std::string* entryOfApplication(const ServerMirror& mirror, const std::string& application) {
+    if (!mirror.roleEntries) return nullptr;
+    const auto found = std::ranges::find_if(
+        *mirror.roleEntries, [&](const auto& each) { return isEntryOf(each.first, application); });
+    return found == mirror.roleEntries->end() ? nullptr : &found->first;
+}
+
+// One that is not there yet is made, for other mixers and for the next stream.
+Target entryForApplication(const ServerMirror& mirror, const std::string& application) {
+    const std::string* known = entryOfApplication(mirror, application);
+    return {.kind = Target::Kind::RoleEntry,
+            .name = known ? *known : std::string(byApplicationName) + application};
 }
 
 // A stream of event sounds is short, and may be loud or quiet by its own choice. Where the server
@@ -93,6 +119,8 @@ std::vector<Target> targetsOf(const ServerMirror& mirror, const VolumeObject& ob
     if (object.kind == VolumeObject::Kind::Role) targets = ifThere(mirror, entryOf(object));
     for (const Stream* stream : streamsOf(mirror, object))
         targets.push_back({.kind = Target::Kind::Stream, .streamIndex = stream->index});
+    if (targets.empty() && object.kind == VolumeObject::Kind::Application)
+        return ifThere(mirror, entryForApplication(mirror, object.name));
     return targets;
 }
 
@@ -109,8 +137,11 @@ std::optional<Level> levelOf(const ServerMirror& mirror, const VolumeObject& obj
     }
 }
 
-std::optional<Level> levelOfEntry(const ServerMirror& mirror, const VolumeObject& role) {
-    return levelOf(mirror, entryOf(role));
+std::optional<Level> levelOfEntry(const ServerMirror& mirror, const VolumeObject& object) {
+    if (object.kind == VolumeObject::Kind::Role) return levelOf(mirror, entryOf(object));
+    if (object.kind != VolumeObject::Kind::Application) return std::nullopt;
+    if (!entryOfApplication(mirror, object.name)) return std::nullopt;
+    return levelOf(mirror, entryForApplication(mirror, object.name));
 }
 
 }  // namespace pulse

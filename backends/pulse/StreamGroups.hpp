@@ -11,14 +11,16 @@ namespace pulse {
 /// long as the mirror stays as it is.
 std::vector<const Stream*> streamsOf(const ServerMirror& mirror, const VolumeObject& object);
 
-/// Everything that has to be written to move the object, and is there now.
+/// Everything that has to be written to move the object: what is there now, or of an application
+/// that plays nothing what the server keeps for its next stream.
 std::vector<Target> targetsOf(const ServerMirror& mirror, const VolumeObject& object);
 
 /// What the object is at: of many streams the loudest one that is heard, and muted where all are.
 /// nullopt when it isn't there.
 std::optional<Level> levelOf(const ServerMirror& mirror, const VolumeObject& object);
 
-/// What the server keeps for the role's next stream; nullopt where it keeps nothing.
-std::optional<Level> levelOfEntry(const ServerMirror& mirror, const VolumeObject& role);
+/// What the server keeps for the next stream of the role or the application; nullopt where it keeps
+/// nothing.
+std::optional<Level> levelOfEntry(const ServerMirror& mirror, const VolumeObject& object);
 
 }  // namespace pulse

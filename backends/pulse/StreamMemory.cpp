@@ -22,13 +22,28 @@ bool StreamMemory::Memory::isMetBy(const Stream& stream) const {
     return hasVolume && mute.value_or(stream.mute) == stream.mute;
 }
 
-bool StreamMemory::isOutdated(const VolumeObject& object, const Memory& memory,
-                              const ServerMirror& mirror) {
-    if (object.kind != VolumeObject::Kind::Role) return false;
-    const auto entry = levelOfEntry(mirror, object);
-    if (!entry) return false;
-    const bool hasMoved = memory.isVolumeGiven && !isSameForRole(memory.fraction, entry->volume);
-    return hasMoved || memory.mute.value_or(Mute::Off) != entry->mute;
+bool StreamMemory::Memory::isMetBy(const Level& kept) const {
+    const bool hasVolume = !isVolumeGiven || isSameForRole(fraction, kept.volume);
+    return hasVolume && mute.value_or(Mute::Off) == kept.mute;
+}
+
+// Whoever changed what the server keeps was the last to move the object, unless that came of what
+// is remembered. Of an application, its streams say more while there are any.
+void StreamMemory::followEntry(const VolumeObject& object, Memory& memory,
+                               const ServerMirror& mirror) {
+    const auto kept = levelOfEntry(mirror, object);
+    const bool isAsBefore = kept && memory.entry && kept->mute == memory.entry->mute &&
+                            isSameForRole(kept->volume, memory.entry->volume);
+    if (!kept || isAsBefore) return;
+    memory.entry = kept;
+    if (memory.isMetBy(*kept)) return;
+    if (memory.isOfRole) {
+        memory.isVolumeGiven = false;
+        memory.mute.reset();
+    } else if (streamsOf(mirror, object).empty()) {
+        memory.fraction = kept->volume;
+        if (memory.mute) memory.mute = kept->mute;
+    }
 }
 
 bool StreamMemory::isConcernedWith(const VolumeObject& object, const ServerMirror& mirror) {
@@ -41,22 +56,37 @@ bool StreamMemory::isConcernedWith(const VolumeObject& object, const ServerMirro
 void StreamMemory::remember(const VolumeObject& object, const Setting& setting, const Level& level,
                             const ServerMirror& mirror, double nowSeconds) {
     if (!isConcernedWith(object, mirror)) return;
-    const auto [found, isFirst] = memories_.try_emplace(object);
-    Memory& memory = found->second;
-    memory.fraction = setting.fraction.value_or(isFirst ? level.volume : memory.fraction);
+    Memory& memory = memoryOf(object, mirror, nowSeconds);
+    memory.fraction = setting.fraction.value_or(memory.isGiven() ? memory.fraction : level.volume);
     memory.isVolumeGiven |= setting.fraction.has_value();
     // A volume unmutes what there is: that alone says nothing of a program that begins muted.
     const bool isAboutMute = !setting.fraction || memory.mute;
     if (isAboutMute && setting.mute) memory.mute = setting.mute;
-    if (!isFirst) return;
+}
+
+void StreamMemory::watch(const VolumeObject& object, const ServerMirror& mirror,
+                         double nowSeconds) {
+    const bool isRole = object.kind == VolumeObject::Kind::Role;
+    if (isRole && isConcernedWith(object, mirror)) memoryOf(object, mirror, nowSeconds);
+}
+
+StreamMemory::Memory& StreamMemory::memoryOf(const VolumeObject& object, const ServerMirror& mirror,
+                                             double nowSeconds) {
+    const auto [found, isFirst] = memories_.try_emplace(object);
+    Memory& memory = found->second;
+    if (!isFirst) return memory;
+    memory.isOfRole = object.kind == VolumeObject::Kind::Role;
+    memory.entry = levelOfEntry(mirror, object);
+    constexpr double longAgo = 2 * newSeconds;
     for (const Stream* stream : streamsOf(mirror, object))
         memory.heard[stream->index] = {pa_cvolume_max(&stream->volume), stream->mute,
-                                       nowSeconds - newSeconds};
+                                       nowSeconds - longAgo};
+    return memory;
 }
 
 std::optional<Level> StreamMemory::remembered(const VolumeObject& object) const {
     const auto found = memories_.find(object);
-    if (found == memories_.end()) return std::nullopt;
+    if (found == memories_.end() || !found->second.isGiven()) return std::nullopt;
     return Level{found->second.fraction, found->second.mute.value_or(Mute::Off)};
 }
 
@@ -70,13 +100,11 @@ Setting StreamMemory::settingFor(const VolumeObject& object) const {
 std::vector<VolumeObject> StreamMemory::observe(
     const ServerMirror& mirror, double nowSeconds,
     const std::function<bool(const VolumeObject&)>& isMoving) {
-    std::erase_if(memories_, [&](const auto& each) {
-        return !isMoving(each.first) && isOutdated(each.first, each.second, mirror);
-    });
     std::vector<VolumeObject> due;
     for (auto& [object, memory] : memories_) {
         std::erase_if(memory.heard, [&](const auto& each) { return !mirror.streamAt(each.first); });
         const bool moving = isMoving(object);
+        if (!moving) followEntry(object, memory, mirror);
         bool isDue = false;
         for (const Stream* stream : streamsOf(mirror, object))
             isDue |= observe(memory, *stream, nowSeconds, moving);
@@ -89,7 +117,8 @@ std::vector<VolumeObject> StreamMemory::observe(
 bool StreamMemory::isClaimed(std::uint32_t streamIndex) const {
     return std::ranges::any_of(memories_, [&](const auto& each) {
         const auto found = each.second.heard.find(streamIndex);
-        return found != each.second.heard.end() && found->second.claim == Claim::Ours;
+        const bool isHeard = each.second.isGiven() && found != each.second.heard.end();
+        return isHeard && found->second.claim == Claim::Ours;
     });
 }
 
@@ -108,7 +137,10 @@ bool StreamMemory::observe(Memory& memory, const Stream& stream, double nowSecon
     if (nowSeconds - heard.sinceSeconds < newSeconds && heard.claim == Claim::Ours)
         return !memory.isMetBy(stream) && (isFirstSight || !moving);
     if (moving) return false;
-    if (hasMoved) memory.fraction = fractionFromRaw(raw);
+    if (hasMoved) {
+        memory.fraction = fractionFromRaw(raw);
+        memory.isVolumeGiven |= memory.isOfRole;
+    }
     if (isToggled && memory.mute) memory.mute = stream.mute;
     return false;
 }

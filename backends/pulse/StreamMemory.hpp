@@ -12,8 +12,9 @@ namespace pulse {
 
 /// Remembers the volume that the user gave to an application's streams or to conferences, and
 /// whether he muted them, for those that come later. What somebody else does to a stream of them is
-/// remembered in its place; an object that the user never moved is left alone. A role is remembered
-/// so on PipeWire, which gives its streams what it keeps late, inexactly or not at all, until that
+/// remembered in its place, and so is what he sets, while an application plays nothing, of what the
+/// server keeps for it; an object that the user never moved is left alone. A role is remembered so
+/// on PipeWire, which gives its streams what it keeps late, inexactly or not at all, until that
 /// becomes something else. Plain rules, without a server.
 class StreamMemory {
  public:
@@ -25,6 +26,9 @@ class StreamMemory {
     /// has. Volumes that he never moved, and mutes that he never touched, are left to the server.
     void remember(const VolumeObject& object, const Setting& setting, const Level& level,
                   const ServerMirror& mirror, double nowSeconds);
+    /// A row shows the role: what somebody else makes of one of its streams on PipeWire, which
+    /// goes on keeping what was there before, is remembered although the user moved nothing.
+    void watch(const VolumeObject& object, const ServerMirror& mirror, double nowSeconds);
     /// What the object is at while it consists of nothing.
     std::optional<Level> remembered(const VolumeObject& object) const;
     /// What its new streams get.
@@ -49,12 +53,16 @@ class StreamMemory {
         float fraction = 0;
         bool isVolumeGiven = false;  // To streams that come; else it is only shown.
         std::optional<Mute> mute{};
+        bool isOfRole = false;
+        std::optional<Level> entry{};  // What the server kept when it was last looked at.
+        bool isGiven() const { return isVolumeGiven || mute; }
         bool isMetBy(const Stream& stream) const;
+        bool isMetBy(const Level& kept) const;
         std::map<std::uint32_t, Heard> heard;  // By the stream's index.
     };
 
-    static bool isOutdated(const VolumeObject& object, const Memory& memory,
-                           const ServerMirror& mirror);
+    static void followEntry(const VolumeObject& object, Memory& memory, const ServerMirror& mirror);
+    Memory& memoryOf(const VolumeObject& object, const ServerMirror& mirror, double nowSeconds);
     static bool isConcernedWith(const VolumeObject& object, const ServerMirror& mirror);
     bool isClaimed(std::uint32_t streamIndex) const;
     bool observe(Memory& memory, const Stream& stream, double nowSeconds, bool moving);

@@ -7,6 +7,15 @@
 #include <utility>
 
 namespace pulse {
+namespace {
+
+// For what comes, beside what is there.
+bool isKeptByServer(const VolumeObject& object) {
+    return object.kind == VolumeObject::Kind::Role ||
+           object.kind == VolumeObject::Kind::Application;
+}
+
+}  // namespace
 
 VolumeService::VolumeService(NSString server)
     : writer_(mirror_, {[this] { confirmed(); },
@@ -32,7 +41,9 @@ CategoryState VolumeService::look(const NSString& category) {
     const auto object = objectForCategory(mirror_, category);
     CategoryState shown = shownBy(category, object);
     if (isCategory(category)) announcer_.answered(*category, shown);
-    if (object && object->kind == VolumeObject::Kind::Role) poller_.lookedAt();
+    if (object && isReady())
+        memory_.watch(*object, mirror_, NSRunLoop::mainRunLoop().currentTime());
+    if (object && isKeptByServer(*object)) poller_.lookedAt();
     return shown;
 }
 
@@ -63,7 +74,11 @@ bool VolumeService::set(const NSString& category, const Setting& setting) {
     const auto level = object ? levelKnownOf(*object) : std::nullopt;
     if (!level) return false;
     memory_.remember(*object, setting, *level, mirror_, NSRunLoop::mainRunLoop().currentTime());
-    writer_.set(*object, setting);
+    // What the server keeps for an application is replaced as a whole, and may not be there yet.
+    const bool isOnlyKept =
+        object->kind == VolumeObject::Kind::Application && streamsOf(mirror_, *object).empty();
+    const Level whole = setting.appliedTo(*level);
+    writer_.set(*object, isOnlyKept ? Setting{whole.volume, whole.mute} : setting);
     announcer_.answered(*category, shownBy(category, object));
     announcer_.changed();
     return true;

@@ -18,6 +18,7 @@ std::vector<Part> partsOf(const VolumeObject& object) {
         case VolumeObject::Kind::Source:
             return {Part::Sources};
         case VolumeObject::Kind::Role:
+        case VolumeObject::Kind::Application:
             return {Part::RoleEntries, Part::Streams};
         default:
             return {Part::Streams};

@@ -115,6 +115,32 @@ TEST_P(PulseApplications, KeepTheUsersVolumeWhileNothingPlays) {
     EXPECT_TRUE(waitForStream(*next, {32768, 32768}));
 }
 
+TEST_P(PulseApplications, TakeWhatAnotherMixerGivesThemAfterTheirStreamsEnd) {
+    auto other = std::make_shared<PulseAudioController>(server_->address());
+    const auto otherShows = [&](float volume) {
+        float shown = unreadable;
+        return other->getVolume(shown, "app:Game") && shown == volume;
+    };
+    auto sounds = game_->play({});
+    ASSERT_TRUE(waitUntil([&] { return otherShows(1); }));
+    ASSERT_TRUE(waitToRead("Ringtone", 1));
+    ASSERT_TRUE(other->setVolumeTo(0.75F, "app:Game"));
+    ASSERT_TRUE(waitToRead("app:Game", 0.75F));
+    ASSERT_TRUE(controller_->setVolumeTo(0.25F, "app:Game"));
+    ASSERT_TRUE(waitUntil([&] { return otherShows(0.25F); }));
+    runFor(0.5);
+    sounds.reset();
+    runFor(0.3);
+    ASSERT_TRUE(other->setVolumeTo(0.5F, "app:Game"));
+    EXPECT_TRUE(waitUntil([&] { return volumeOf("app:Game") == 0.5F; }, 2)) << volumeOf("app:Game");
+    for (const char* role : {"", "music"}) {
+        const auto next = game_->play({.role = role});
+        EXPECT_TRUE(waitForStream(*next, {32768, 32768}));
+        runFor(0.4);
+        EXPECT_EQ(next->volumes(), (Channels{32768, 32768}));
+    }
+}
+
 TEST_P(PulseApplications, BecomeUnreadableWithTheirLastStreamWhereTheUserNeverMovedThem) {
     auto sounds = game_->play({});
     ASSERT_TRUE(waitToRead("app:Game", 1));

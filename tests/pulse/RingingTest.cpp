@@ -54,6 +54,38 @@ TEST_P(PulseRinging, FollowsWhatAnotherProgramSetsForTheNextSound) {
     EXPECT_EQ(volumeOf("Audio/Video"), 1);
 }
 
+// One server keeps for the next sound what was last written there, and not what a mixer made of the
+// one that rings.
+TEST_P(PulseRinging, StaysWhereSomebodyElseMovedAStreamThatHasEnded) {
+    startBoth();
+    ASSERT_TRUE(waitToRead("Ringtone", 1));
+    auto ringing = play("event");
+    ASSERT_TRUE(controller_->setVolumeTo(0.25F, "Ringtone"));
+    ASSERT_TRUE(waitForStream(*ringing, {16384, 16384}));
+    runFor(0.5);
+    server_->pactl({"set-sink-input-volume", ringing->index(), "49152"});
+    ASSERT_TRUE(waitForVolume("Ringtone", 0.75F));
+    ringing.reset();
+    runFor(0.6);
+    EXPECT_EQ(volumeOf("Ringtone"), 0.75F);
+    play("event", {49152, 49152});
+    program_->writeRoleEntry("event", {32768, 32768});
+    runFor(0.6);
+    EXPECT_NEAR(volumeOf("Ringtone"), 0.5F, volumeTolerance);
+}
+
+TEST_P(PulseRinging, StaysThereAlsoWhereTheUserNeverMovedIt) {
+    startBoth();
+    ASSERT_TRUE(waitToRead("Ringtone", 1));
+    auto ringing = play("event");
+    runFor(0.5);
+    server_->pactl({"set-sink-input-volume", ringing->index(), "49152"});
+    ASSERT_TRUE(waitForVolume("Ringtone", 0.75F));
+    ringing.reset();
+    runFor(0.6);
+    EXPECT_EQ(volumeOf("Ringtone"), 0.75F);
+}
+
 // What was set is shown, although one server goes on answering the old value for a while.
 TEST_P(PulseRinging, ShowsNothingButWhatWasSet) {
     startBoth();

@@ -89,6 +89,51 @@ TEST_F(StreamMemoryTest, RemembersARoleUntilWhatPipeWireKeepsBecomesSomethingEls
     EXPECT_EQ(remembered(phone), std::nullopt);
 }
 
+TEST_F(StreamMemoryTest, LearnsAWatchedRoleFromItsStreamsWhileWhatPipeWireKeepsGoesStale) {
+    const VolumeObject phone{Kind::Role, "phone"};
+    const auto setEntry = [&](pa_volume_t raw) {
+        (*mirror.roleEntries)[roleEntryName("phone")] = {.volume = {2, {raw, raw}}};
+    };
+    mirror.server.pipeWire = Version{};
+    mirror.roleEntries.emplace();
+    setEntry(quarter);
+    mirror.streams.push_back({.index = 1, .volume = {2, {quarter, quarter}}, .role = "phone"});
+    memory.watch(phone, mirror, now);
+    observe();
+    EXPECT_EQ(memory.remembered(phone), std::nullopt) << "nobody has moved it";
+    setVolume(1, half);
+    EXPECT_EQ(observe(), Objects{});
+    mirror.streams.clear();
+    observe();
+    EXPECT_EQ(memory.remembered(phone), (Level{0.5F, Mute::Off}));
+    setEntry(quarter / 2);
+    observe();
+    EXPECT_EQ(memory.remembered(phone), std::nullopt) << "the last one moved the entry";
+}
+
+TEST_F(StreamMemoryTest, LearnsWhatTheServerKeepsOfAnApplicationThatPlaysNothing) {
+    const auto setEntry = [&](pa_volume_t raw) {
+        (*mirror.roleEntries)["sink-input-by-application-name:firefox"] = {
+            .volume = {2, {raw, raw}}};
+    };
+    mirror.roleEntries.emplace();
+    play(1, half);
+    remember(browser, 0.25F);
+    setEntry(half);  // As it was before, told late.
+    observe();
+    EXPECT_EQ(memory.remembered(browser), (Level{0.25F, Mute::Off}));
+    mirror.streams.clear();
+    observe();
+    EXPECT_EQ(memory.remembered(browser), (Level{0.25F, Mute::Off}));
+    setEntry(PA_VOLUME_NORM);
+    moving = true;
+    observe();
+    EXPECT_EQ(memory.remembered(browser), (Level{0.25F, Mute::Off})) << "ours is on its way";
+    moving = false;
+    observe();
+    EXPECT_EQ(memory.remembered(browser), (Level{1, Mute::Off}));
+}
+
 TEST_F(StreamMemoryTest, RemembersARoleOfWhichPipeWireKeepsNothing) {
     mirror.server.pipeWire = Version{};
     remember({Kind::Role, "phone"}, 0.25F);
