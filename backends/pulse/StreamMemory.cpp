@@ -34,7 +34,9 @@ void StreamMemory::followEntry(const VolumeObject& object, Memory& memory,
     const auto kept = levelOfEntry(mirror, object);
     const bool isAsBefore = kept && memory.entry && kept->mute == memory.entry->mute &&
                             isSameForRole(kept->volume, memory.entry->volume);
-    if (!kept || isAsBefore) return;
+    // What the user gave a role is to be seen there, or the server has not kept it.
+    const bool isToBeKept = memory.isOfRole && memory.isOfUser;
+    if (!kept || (isAsBefore && !isToBeKept)) return;
     memory.entry = kept;
     if (memory.isMetBy(*kept)) return;
     if (memory.isOfRole) {
@@ -59,6 +61,7 @@ void StreamMemory::remember(const VolumeObject& object, const Setting& setting, 
     Memory& memory = memoryOf(object, mirror, nowSeconds);
     memory.fraction = setting.fraction.value_or(memory.isGiven() ? memory.fraction : level.volume);
     memory.isVolumeGiven |= setting.fraction.has_value();
+    memory.isOfUser = true;
     // A volume unmutes what there is: that alone says nothing of a program that begins muted.
     const bool isAboutMute = !setting.fraction || memory.mute;
     if (isAboutMute && setting.mute) memory.mute = setting.mute;
@@ -140,6 +143,7 @@ bool StreamMemory::observe(Memory& memory, const Stream& stream, double nowSecon
     if (hasMoved) {
         memory.fraction = fractionFromRaw(raw);
         memory.isVolumeGiven |= memory.isOfRole;
+        memory.isOfUser = false;
     }
     if (isToggled && memory.mute) memory.mute = stream.mute;
     return false;

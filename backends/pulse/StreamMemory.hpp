@@ -54,6 +54,7 @@ class StreamMemory {
         bool isVolumeGiven = false;  // To streams that come; else it is only shown.
         std::optional<Mute> mute{};
         bool isOfRole = false;
+        bool isOfUser = false;         // And not of somebody who moved a stream since.
         std::optional<Level> entry{};  // What the server kept when it was last looked at.
         bool isGiven() const { return isVolumeGiven || mute; }
         bool isMetBy(const Stream& stream) const;
