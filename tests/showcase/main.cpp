@@ -114,7 +114,6 @@ int main(int argc, char** argv) {
         CAIRO_FORMAT_RGB24, int(pictureWidth * scale), int(pictureHeight(all) * scale)));
     const CairoContext context(cairo_create(surface.get()));
     cairo_scale(context.get(), scale, scale);
-    CairoText::shared().setSansFamily("Inter");
     CairoCanvas canvas(context.get(), scale);
     paintPicture(canvas, all);
     if (cairo_surface_write_to_png(surface.get(), argv[1]) == CAIRO_STATUS_SUCCESS) return 0;
