@@ -13,7 +13,7 @@ namespace {
 
 using State = PropertyListFile::State;
 
-constexpr std::string_view keys[] = {"categoryName", "prettyCategoryName", "visible"};
+constexpr std::string_view recordKeys[] = {"categoryName", "prettyCategoryName", "visible"};
 
 constexpr std::string_view categories[] = {"Ringtone",     "Audio/Video", "HeadsetBT",
                                            "HeadphonesBT", "PhoneCall",   "VideoConference"};
@@ -77,8 +77,8 @@ struct Entry {
             return;
         }
         for (const auto& [key, ignored] : *entries)
-            if (std::ranges::find(keys, key) == std::end(keys))
-                check.addUnknownKey({number, key}, keys);
+            if (std::ranges::find(recordKeys, key) == std::end(recordKeys))
+                check.addUnknownKey({number, key}, recordKeys);
         checkText("categoryName", "its row stays unknown");
         checkText("prettyCategoryName", "its row has no name");
         checkCategory();

@@ -69,7 +69,7 @@ struct Key {
     std::string_view name;
     void (*check)(FileCheck& check, const std::string& key, const PropertyValue& value);
 };
-constexpr Key keys[] = {
+constexpr Key settingsKeys[] = {
     {"enableDebugLogging", checkBoolean},  {"bindRingerAndAV", checkBoolean},
     {"displayPercentage", checkBoolean},   {"selectedSkin", checkSkin},
     {"thumbTintColor", checkColor},        {"textColor", checkColor},
@@ -77,8 +77,8 @@ constexpr Key keys[] = {
 };
 
 constexpr auto keyNames = [] {
-    std::array<std::string_view, std::size(keys)> names;
-    std::ranges::transform(keys, names.begin(), &Key::name);
+    std::array<std::string_view, std::size(settingsKeys)> names;
+    std::ranges::transform(settingsKeys, names.begin(), &Key::name);
     return names;
 }();
 
@@ -94,8 +94,8 @@ std::vector<FileProblem> problemsOfSettings() {
         return check.finish();
     }
     for (const auto& [name, value] : *settings) {
-        const auto* key = std::ranges::find(keys, name, &Key::name);
-        if (key != std::end(keys))
+        const auto* key = std::ranges::find(settingsKeys, name, &Key::name);
+        if (key != std::end(settingsKeys))
             key->check(check, name, value);
         else
             check.addUnknownKey({name}, keyNames);

@@ -122,10 +122,9 @@ TEST_F(ProgramTest, WithoutADisplayItPrintsTheRowsAndSaysWhereThePictureIs) {
 
 TEST_F(ProgramTest, WithoutAPlaceForAPictureItPrintsTheRowsAllTheSame) {
     for (const char* nowhere : {"/proc/nowhere", "/dev/null"}) {
-        const Ended ended = runProgram({"--simulate", "--model", "iPad4,1"},
-                                       {{"HOME", nowhere},
-                                        {"XDG_CACHE_HOME", nowhere},
-                                        {"XDG_CONFIG_HOME", nowhere}});
+        const Ended ended = runProgram(
+            {"--simulate", "--model", "iPad4,1"},
+            {{"HOME", nowhere}, {"XDG_CACHE_HOME", nowhere}, {"XDG_CONFIG_HOME", nowhere}});
         EXPECT_EQ(ended.status, 0);
         EXPECT_TRUE(contains(ended.output, "Ringtone: 50%")) << ended.output;
         EXPECT_FALSE(contains(ended.output, "picture")) << ended.output;
