@@ -3,7 +3,7 @@
 namespace {
 
 // Points. The plate lies in the margin that rows keep at the right.
-constexpr CGFloat width = 44;
+constexpr CGFloat pressWidth = 44;
 constexpr CGFloat plateSide = 16;
 constexpr CGFloat plateMargin = 4;
 constexpr CGFloat crossSize = 15;
@@ -18,7 +18,7 @@ CloseButton::CloseButton() {
 }
 
 void CloseButton::placeOn(const CGRect& panel) {
-    setFrame(CGRectMake(CGRectGetMaxX(panel) - width, panel.origin.y, width, height));
+    setFrame(CGRectMake(CGRectGetMaxX(panel) - pressWidth, panel.origin.y, pressWidth, height));
 }
 
 void CloseButton::drawRect(Canvas& canvas) {

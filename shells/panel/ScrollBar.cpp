@@ -7,7 +7,7 @@
 namespace {
 
 // Points.
-constexpr CGFloat width = 3;
+constexpr CGFloat barWidth = 3;
 constexpr CGFloat widthWhileHeld = 6;
 constexpr CGFloat margin = 4;  // To the edge.
 constexpr CGFloat shortest = 24;
@@ -36,13 +36,13 @@ void ScrollBar::show(const Extent& extent) {
     const CGFloat length =
         std::min(track(), std::max(shortest, track() * opening.size.height / extent_.whole));
     const CGFloat top = (track() - length) * extent_.offset / greatestOffset();
-    setFrame(CGRectMake(CGRectGetMaxX(opening) - margin - width,
-                        opening.origin.y + panelRadius + top, width, length));
+    setFrame(CGRectMake(CGRectGetMaxX(opening) - margin - barWidth,
+                        opening.origin.y + panelRadius + top, barWidth, length));
 }
 
 bool ScrollBar::pointInside(const CGPoint& point) const {
     if (CGRectIsEmpty(bounds())) return false;
-    const CGRect grasped = CGRectMake(width + margin - reach, 0, reach, bounds().size.height);
+    const CGRect grasped = CGRectMake(barWidth + margin - reach, 0, reach, bounds().size.height);
     return CGRectContainsPoint(CGRectInset(grasped, 0, -reachAboveAndBelow), point);
 }
 
@@ -50,11 +50,11 @@ void ScrollBar::drawRect(Canvas& canvas) {
     if (isHighlighted())
         canvas.fillRounded(paintBounds(), widthWhileHeld / 2, colorWhileHeld);
     else
-        canvas.fillRounded(bounds(), width / 2, color);
+        canvas.fillRounded(bounds(), barWidth / 2, color);
 }
 
 CGRect ScrollBar::paintBounds() const {
-    return CGRectMake(width - widthWhileHeld, 0, widthWhileHeld, bounds().size.height);
+    return CGRectMake(barWidth - widthWhileHeld, 0, widthWhileHeld, bounds().size.height);
 }
 
 bool ScrollBar::beginTracking(const CGPoint& point) {

@@ -137,7 +137,7 @@ TEST_P(PulseMuting, SilencesEachStreamOfAnApplicationAndKeepsItsOwnVolume) {
     EXPECT_EQ(controller_->levelOf("app:Game"), (Level{0.5F, Mute::On}));
     const auto later = program->play({.role = "music"});
     EXPECT_TRUE(waitForMute(*later, Mute::On)) << "which came while the application was muted";
-    EXPECT_EQ(later->volumes(), (Channels{65536, 65536}));
+    EXPECT_TRUE(waitForStream(*later, Channels{65536, 65536}));
     ASSERT_TRUE(waitUntilWritten());
     ASSERT_TRUE(controller_->setMute(Mute::Off, "app:Game"));
     for (const auto* stream : {&sounds, &voices, &later})
