@@ -23,8 +23,10 @@ namespace {
     const std::string descriptor = std::to_string(answer);
     const std::string screen =
         std::to_string(XServer::width) + "x" + std::to_string(XServer::height) + "x24";
+    // Without GLX: GDK would load the graphics driver for it into each test, and unloads it with
+    // its memory lost. The mixer paints without it.
     execlp("Xvfb", "Xvfb", "-noreset", "-nolisten", "tcp", "-displayfd", descriptor.c_str(),
-           "-screen", "0", screen.c_str(), static_cast<char*>(nullptr));
+           "-screen", "0", screen.c_str(), "-extension", "GLX", static_cast<char*>(nullptr));
     _exit(127);
 }
 
