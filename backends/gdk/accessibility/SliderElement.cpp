@@ -1,7 +1,7 @@
 #include "backends/gdk/accessibility/SliderElement.hpp"
 
 #include "backends/gdk/accessibility/Element.hpp"
-#include "platform/uikit/UIAccessibility.hpp"
+#include "platform/uikit/UISlider.hpp"
 
 #include <cmath>
 
@@ -30,8 +30,7 @@ std::shared_ptr<UISlider> sliderOf(gpointer element) {
 void getValueAndText(AtkValue* element, double* value, char** text) {
     const std::shared_ptr<UISlider> slider = sliderOf(element);
     if (value) *value = slider ? double{slider->value()} : 0;
-    const NSString said = slider ? accessibilityValue(*slider) : std::nullopt;
-    if (text) *text = said ? g_strdup(said->c_str()) : nullptr;
+    if (text) *text = nullptr;  // The bridge would tell it to nobody, and not free it.
 }
 
 AtkRange* getRange(AtkValue* element) {
