@@ -73,7 +73,9 @@ bool VolumeService::set(const NSString& category, const Setting& setting) {
     const auto object = objectForCategory(mirror_, category);
     const auto level = object ? levelKnownOf(*object) : std::nullopt;
     if (!level) return false;
-    memory_.remember(*object, setting, *level, mirror_, NSRunLoop::mainRunLoop().currentTime());
+    const double now = NSRunLoop::mainRunLoop().currentTime();
+    memory_.remember(*object, setting, *level, mirror_, now);
+    if (setting.fraction) devices_.remember(*object, *setting.fraction, now);
     // What the server keeps for an application is replaced as a whole, and may not be there yet.
     const bool isOnlyKept =
         object->kind == VolumeObject::Kind::Application && streamsOf(mirror_, *object).empty();
@@ -94,6 +96,7 @@ void VolumeService::becameReady(PulseContext& context) {
 void VolumeService::lost() {
     writer_.end();
     memory_.forgetStreams();
+    devices_.clear();
     poller_.stop();
     reader_.reset();
     setState(State::Unavailable);
@@ -104,7 +107,7 @@ void VolumeService::mirrorChanged(Part part) {
     if (!reader_->isComplete()) return;
     if (part == Part::Streams) writer_.streamsChanged();
     if (part != Part::Clients && mirror_.lacksClients()) reader_->refresh(Part::Clients);
-    bringNewStreams();
+    setNewcomersRight();
     if (state_ == State::Ready) return tellWhatMoved();
     setState(State::Ready);
     announcer_.changedAtOnce();
@@ -121,16 +124,19 @@ void VolumeService::tellWhatMoved() {
 
 // What is remembered of a role is compared with what the server keeps once nothing is on its way.
 void VolumeService::confirmed() {
-    bringNewStreams();
+    setNewcomersRight();
     announcer_.changed();
 }
 
-void VolumeService::bringNewStreams() {
-    const auto due = memory_.observe(
-        mirror_, NSRunLoop::mainRunLoop().currentTime(),
-        [this](const VolumeObject& object) { return writer_.pending(object).has_value(); });
-    for (const VolumeObject& object : due)
+void VolumeService::setNewcomersRight() {
+    const double now = NSRunLoop::mainRunLoop().currentTime();
+    const auto isMoving = [this](const VolumeObject& object) {
+        return writer_.pending(object).has_value();
+    };
+    for (const VolumeObject& object : memory_.observe(mirror_, now, isMoving))
         writer_.set(object, memory_.settingFor(object), WriteQueue::Repeat::Send);
+    for (const auto& [device, fraction] : devices_.observe(mirror_, now, isMoving))
+        writer_.set(device, {.fraction = fraction});
 }
 
 void VolumeService::setState(State state) {

@@ -3,6 +3,7 @@
 #include "backends/pulse/Announcer.hpp"
 #include "backends/pulse/CategoryMapping.hpp"
 #include "backends/pulse/Connection.hpp"
+#include "backends/pulse/DeviceMemory.hpp"
 #include "backends/pulse/MirrorReader.hpp"
 #include "backends/pulse/PulseAudioController.hpp"
 #include "backends/pulse/RolePoller.hpp"
@@ -49,7 +50,8 @@ class VolumeService {
     /// Of what is there now, or will be moved when it comes.
     std::optional<Level> levelKnownOf(const VolumeObject& object) const;
     void confirmed();
-    void bringNewStreams();
+    /// Moves what has just come to what the user gave it.
+    void setNewcomersRight();
     /// The object is what the category's volume belongs to now.
     CategoryState shownBy(const NSString& category, const std::optional<VolumeObject>& object);
     void becameReady(PulseContext& context);
@@ -72,6 +74,7 @@ class VolumeService {
     ServerMirror mirror_;
     VolumeWriter writer_;
     StreamMemory memory_;
+    DeviceMemory devices_;
     RolePoller poller_;
     std::optional<MirrorReader> reader_;
     // The last two: the connection's end withdraws every answer to the others.

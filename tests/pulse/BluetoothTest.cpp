@@ -32,6 +32,12 @@ class PulseBluetooth : public OnBothServers {
             server_->pactl({"set-sink-volume", sink, volume});
         return heard;
     }
+    /// Also right after the mixer has set it right.
+    bool waitForItToBeMovedByAnotherMixer() {
+        constexpr int halfOfItsSteps = 64;
+        heardAt("50%", 0);
+        return waitUntil([&] { return isAt("HeadphonesBT", halfOfItsSteps); });
+    }
     bool waitUntilUnreadable(const std::string& category) {
         return waitUntil([&] { return volumeOf(category) == unreadable; });
     }
@@ -69,6 +75,19 @@ TEST_P(PulseBluetooth, CannotBeReadUntilItConnects) {
     EXPECT_EQ(volumeOf("HeadsetBT"), unreadable);
     headset_.disconnect();
     EXPECT_TRUE(waitUntilUnreadable("HeadphonesBT"));
+}
+
+// One server takes the headset's own volume a fifth of a second after the connection.
+TEST_P(PulseBluetooth, KeepsWhatTheUserSetsWhileItComes) {
+    startControllerAndWait();
+    headset_.connect();
+    ASSERT_TRUE(waitUntilReadable("HeadphonesBT"));
+    ASSERT_TRUE(controller_->setVolumeTo(0.75F, "HeadphonesBT"));
+    constexpr double itHasComeSeconds = 0.8;
+    runFor(itHasComeSeconds);
+    constexpr int threeQuartersOfItsSteps = 95;
+    EXPECT_TRUE(isAt("HeadphonesBT", threeQuartersOfItsSteps)) << volumeOf("HeadphonesBT");
+    EXPECT_TRUE(waitForItToBeMovedByAnotherMixer());
 }
 
 TEST_P(PulseBluetooth, ChangesItsCategoryWithItsProfileAndBack) {
