@@ -1,5 +1,5 @@
 # The two commands: `make run` and `make test`. The others are for those who work on the mixer.
-.PHONY: run test test-32 test-deb lint format fuzz bench bench-change bench-peers compare install deb clean
+.PHONY: run test test-32 test-debian test-deb lint format fuzz bench bench-change bench-peers compare install deb clean
 
 run:
 	@scripts/run
@@ -9,6 +9,10 @@ test:
 
 test-32:
 	@scripts/test-32
+
+# RELEASE is Debian's name for one: bookworm, trixie, testing.
+test-debian:
+	@scripts/test-debian $(RELEASE)
 
 test-deb:
 	@scripts/test-deb
