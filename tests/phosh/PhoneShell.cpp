@@ -50,8 +50,12 @@ PhoneShell::PhoneShell(HeadlessPhoc& compositor, const rigs::Environment& variab
         variables_[name] = value;
     process_ =
         rigs::ChildProcess({program, "--locked"}, {.environment = variables_, .log = folder.log()});
-    if (!rigs::waitUntil([this] { return !isRunning() || isLocked(); }) || !isRunning())
+    const auto isUp = [&] {
+        return isLocked() || folder.logged().find("Phosh ready") != std::string::npos;
+    };
+    if (!rigs::waitUntil([&] { return !isRunning() || isUp(); }) || !isRunning())
         throw std::runtime_error("the shell is not locked: " + folder.logged());
+    activeIsBlank_ = !isLocked();
 }
 
 PhoneShell::~PhoneShell() {
@@ -63,13 +67,21 @@ bool PhoneShell::isRunning() {
     return !process_.hasEnded();
 }
 
-std::string PhoneShell::call(const std::string& method) const {
+std::string PhoneShell::call(const std::string& method,
+                             const std::vector<std::string>& arguments) const {
     rigs::Environment variables = variables_;
     variables["LD_PRELOAD"] = "";
-    return rigs::outputOf(
-        {"gdbus", "call", "--session", "--dest", "org.gnome.ScreenSaver", "--object-path",
-         "/org/gnome/ScreenSaver", "--method", "org.gnome.ScreenSaver." + method},
-        variables);
+    std::vector<std::string> words = {"gdbus",
+                                      "call",
+                                      "--session",
+                                      "--dest",
+                                      "org.gnome.ScreenSaver",
+                                      "--object-path",
+                                      "/org/gnome/ScreenSaver",
+                                      "--method",
+                                      "org.gnome.ScreenSaver." + method};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    return rigs::outputOf(words, variables);
 }
 
 bool PhoneShell::isLocked() const {
@@ -84,6 +96,10 @@ void PhoneShell::lock() {
     call("Lock");
     if (!rigs::waitUntil([this] { return isLocked(); }))
         throw std::runtime_error("the shell does not lock: " + compositor_.folder().logged());
+    if (!activeIsBlank_) return;
+    call("SetActive", {"false"});
+    if (!rigs::waitUntil([this] { return !isLocked(); }))
+        throw std::runtime_error("the screen stays blank: " + compositor_.folder().logged());
 }
 
 void PhoneShell::unlock() {

@@ -22,7 +22,10 @@ class PhoneShell {
                         Pages pages = Pages::Mixer);
     ~PhoneShell();
 
+    /// As the shell's screen saver says: from 0.46 on that is of a screen that is blank, which a
+    /// lock screen in use is not.
     bool isLocked() const;
+    /// With the lock screen to be seen.
     void lock();
     void unlock();
     /// From the clock's page to the plugin's by two fingers, and until that stands still.
@@ -36,13 +39,15 @@ class PhoneShell {
     std::size_t memory() const;
 
  private:
-    std::string call(const std::string& method) const;
+    std::string call(const std::string& method,
+                     const std::vector<std::string>& arguments = {}) const;
     bool showsWidgets() const;
 
     HeadlessPhoc& compositor_;
     PrivateBus bus_;
     rigs::Environment variables_;
     rigs::ChildProcess process_;
+    bool activeIsBlank_ = false;
 };
 
 }  // namespace test

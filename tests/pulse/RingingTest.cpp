@@ -127,7 +127,7 @@ TEST_P(PulseRinging, OutlivesTheServer) {
     ASSERT_TRUE(controller_->setVolumeTo(0.25F, "Ringtone"));
     ASSERT_TRUE(waitForVolume("Ringtone", 0.25F));
     // One server writes what it keeps a second later.
-    const auto kept = folder_.path() / "state/wireplumber/restore-stream";
+    const auto kept = folder_.path() / rigs::wirePlumberStreamStateFile();
     ASSERT_TRUE(waitUntil([&] { return !isPipeWire() || std::filesystem::exists(kept); }));
     server_->stop(SIGTERM);
     ASSERT_TRUE(waitUntil([&] { return isUnavailable(); }));

@@ -46,7 +46,7 @@ FakeHeadset::FakeHeadset(SoundServer& server) : server_(server) {
     server.setEnvironment("DBUS_SYSTEM_BUS_ADDRESS", busAddress);
     server.setEnvironment("LD_PRELOAD", RIG_FAKE_VOICE_SOCKETS);
     if (server.kind() == ServerKind::PipeWire)
-        static_cast<PipeWireServer&>(server).setBluetooth(PipeWireServer::Bluetooth::On);
+        static_cast<PipeWireServer&>(server).setBluetooth(Bluetooth::On);
     else
         static_cast<PulseAudioServer&>(server).addScriptLine(
             "load-module module-bluetooth-policy auto_switch=0\n"

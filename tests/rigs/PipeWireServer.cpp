@@ -10,15 +10,8 @@ namespace {
 
 constexpr const char* remembersRolesText = "what is set for roles is remembered";
 
-// Everything that the session manager does to devices by default, except for its volumes.
-constexpr const char* deviceDefaultsText =
-    "device_defaults.enabled = false\n"
-    "load_module('default-nodes', device_defaults.properties)\n"
-    "load_script('policy-device-profile.lua',"
-    " { persistent = device_defaults.persistent_profiles })\n"
-    "load_module('default-profile')\n";
-
-// The first has the highest priority and so becomes the default.
+// The first has the highest priority and so becomes the default. Each runs from the start: from
+// PipeWire 1.4 on, one that has never run takes volumes and goes on reporting 100 %.
 std::string sinkObject(const SoundServer::Sink& sink, std::size_t position) {
     std::string properties;
     for (const auto& [name, value] : sink.properties)
@@ -28,7 +21,7 @@ std::string sinkObject(const SoundServer::Sink& sink, std::size_t position) {
            sink.name + "\" node.description = \"" + sink.name +
            "\""
            " media.class = Audio/Sink audio.rate = 48000 audio.position = [ FL FR ]"
-           " object.linger = true priority.session = " +
+           " object.linger = true node.always-process = true priority.session = " +
            std::to_string(2000 - position) + properties + " } }\n";
 }
 
@@ -43,26 +36,7 @@ void PipeWireServer::writeConfiguration() const {
     folder_.write("config/pipewire/pipewire-pulse.conf.d/rig.conf",
                   "pulse.properties = { server.address = [ \"unix:native\" { address = \"" +
                       lookersAddress() + "\" client.access = \"restricted\" } ] }\n");
-    // The session manager ends without a session bus if one of these wants it.
-    folder_.write("config/wireplumber/main.lua.d/80-rig.lua",
-                  "alsa_monitor.enabled = false\n"
-                  "v4l2_monitor.enabled = false\n"
-                  "if libcamera_monitor then libcamera_monitor.enabled = false end\n"
-                  "default_access.properties[\"enable-flatpak-portal\"] = false\n"
-                  "load_script('rig.lua')\n");
-    folder_.write("config/wireplumber/scripts/rig.lua",
-                  "memory = ObjectManager { Interest { type = 'metadata',"
-                  " Constraint { 'metadata.name', '=', 'route-settings' } } }\n"
-                  "memory:connect('object-added', function() Log.warning('" +
-                      std::string(remembersRolesText) +
-                      "') end)\n"
-                      "memory:activate()\n");
-    const bool on = bluetooth_ == Bluetooth::On;
-    if (on) folder_.write("config/wireplumber/main.lua.d/81-volumes.lua", deviceDefaultsText);
-    folder_.write("config/wireplumber/bluetooth.lua.d/80-rig.lua",
-                  std::string("bluez_monitor.enabled = ") + (on ? "true" : "false") +
-                      "\nbluez_monitor.properties[\"with-logind\"] = false\n"
-                      "bluez_midi_monitor = nil\n");
+    writeWirePlumberFiles(folder_, bluetooth_, remembersRolesText);
 }
 
 ChildProcess PipeWireServer::startProgram(const std::string& name) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/rigs/SoundServer.hpp"
+#include "tests/rigs/WirePlumberFiles.hpp"
 
 #include <array>
 
@@ -10,7 +11,6 @@ namespace rigs {
 /// it would find this machine's.
 class PipeWireServer : public SoundServer {
  public:
-    enum class Bluetooth { Off, On };
     enum class SessionManager { None, WirePlumber };
 
     using SoundServer::SoundServer;

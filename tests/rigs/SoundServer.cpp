@@ -40,7 +40,10 @@ std::string SoundServer::pactl(const std::vector<std::string>& arguments) const 
 }
 
 std::string SoundServer::loadSink(const std::string& name) const {
-    const std::string answer = pactl({"load-module", "module-null-sink", "sink_name=" + name});
+    std::vector<std::string> words = {"load-module", "module-null-sink", "sink_name=" + name};
+    if (kind() == ServerKind::PipeWire)
+        words.emplace_back("sink_properties=node.always-process=true");
+    const std::string answer = pactl(words);
     return answer.substr(0, answer.find('\n'));
 }
 
