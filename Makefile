@@ -12,7 +12,7 @@ test-32:
 
 # RELEASE is Debian's name for one: bookworm, trixie, testing.
 test-debian:
-	@scripts/test-debian $(RELEASE)
+	@scripts/in-debian $(RELEASE) scripts/test default packages
 
 test-deb:
 	@scripts/test-deb
