@@ -77,7 +77,7 @@ const Mapping* mappingFor(const std::string& category) {
 Found namedRole(const ServerMirror& mirror, const std::string& role) {
     if (!mirror.defaultSink()) return std::nullopt;
     if (const Device* sink = roleSinkFor(mirror, {role})) return objectOf(sink);
-    return VolumeObject{Kind::Role, role};
+    return VolumeObject{Kind::Role, std::string(streamRole(role))};
 }
 
 Found namedSink(const ServerMirror& mirror, const std::string& name) {

@@ -20,11 +20,21 @@ char lowered(char letter) {
     return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
 }
 
-// Sinks carry the words of the session's policy, streams those of the protocol.
-bool isSameRole(std::string_view ofSink, std::string_view ofStreams) {
-    if (isSameName(ofSink, ofStreams)) return true;
-    return (isSameName(ofSink, "notification"sv) && isSameName(ofStreams, "event"sv)) ||
-           (isSameName(ofSink, "communication"sv) && isSameName(ofStreams, "phone"sv));
+// The words of one role, PulseAudio's first: streams carry its words or PipeWire's, the outputs of
+// roles those of the session manager.
+using Words = std::array<std::string_view, 3>;
+constexpr Words wordsOfRoles[] = {
+    {"event"sv, "notification"sv},
+    {"phone"sv, "communication"sv, "call"sv},
+    {"video"sv, "movie"sv},
+    {"animation"sv, "movie"sv},
+    {"a11y"sv, "accessibility"sv, "assistant"sv},
+    {"alarm"sv, "alert"sv},
+};
+
+bool has(const Words& words, std::string_view word) {
+    return std::ranges::any_of(
+        words, [&](std::string_view each) { return !each.empty() && isSameName(each, word); });
 }
 
 // Empty for a device that is no role's.
@@ -40,15 +50,28 @@ bool isIntendedFor(const Device& sink, std::string_view role) {
                                [&](const auto& each) { return isSameRole(each, role); });
 }
 
-// By the name first: the intended roles of two sinks may overlap.
+// The better the surer: its own word in the name, another word for the role, an intention. The
+// intended roles of two sinks may overlap.
+int fitnessFor(const Device& sink, std::string_view role) {
+    constexpr int byItsWord = 3;
+    constexpr int byAnotherWord = 2;
+    constexpr int byIntention = 1;
+    if (!isRoleSink(sink)) return 0;
+    if (isSameName(roleInName(sink), role)) return byItsWord;
+    if (isSameRole(roleInName(sink), role)) return byAnotherWord;
+    return isIntendedFor(sink, role) ? byIntention : 0;
+}
+
 const Device* roleSinkFor(const ServerMirror& mirror, std::string_view role) {
-    const Device* intended = nullptr;
+    const Device* best = nullptr;
+    int bestFitness = 0;
     for (const auto& [name, sink] : mirror.sinks) {
-        if (!isRoleSink(sink)) continue;
-        if (isSameRole(roleInName(sink), role)) return &sink;
-        if (!intended && isIntendedFor(sink, role)) intended = &sink;
+        const int fitness = fitnessFor(sink, role);
+        if (fitness <= bestFitness) continue;
+        bestFitness = fitness;
+        best = &sink;
     }
-    return intended;
+    return best;
 }
 
 bool isVirtual(const Device& sink) {
@@ -69,9 +92,12 @@ const Device* nextBehind(const ServerMirror& mirror, const Device& sink) {
     return stream == mirror.streams.end() ? nullptr : mirror.sinkOf(*stream);
 }
 
-// Policies of older sessions connect their endpoints without a stream: then a device of the
-// machine's own is the best guess.
-const Device* anyRealSink(const ServerMirror& mirror) {
+// Where nothing plays by it, and in older sessions always, an output for a role is connected to
+// nothing: then it will play where everything does, on the default output. Where that is virtual
+// too, a device of the machine's own is the best guess.
+const Device* likelySink(const ServerMirror& mirror) {
+    const Device* const standard = mirror.defaultSink();
+    if (standard && !isVirtual(*standard)) return standard;
     const Device* first = nullptr;
     for (const auto& [name, sink] : mirror.sinks) {
         if (isVirtual(sink) || name == "auto_null"sv) continue;
@@ -84,6 +110,18 @@ const Device* anyRealSink(const ServerMirror& mirror) {
 
 bool isSameName(std::string_view one, std::string_view other) {
     return std::ranges::equal(one, other, {}, lowered, lowered);
+}
+
+bool isSameRole(std::string_view one, std::string_view other) {
+    return isSameName(one, other) || std::ranges::any_of(wordsOfRoles, [&](const Words& words) {
+               return has(words, one) && has(words, other);
+           });
+}
+
+std::string_view streamRole(std::string_view role) {
+    const auto* found =
+        std::ranges::find_if(wordsOfRoles, [&](const Words& words) { return has(words, role); });
+    return found == std::end(wordsOfRoles) ? role : found->front();
 }
 
 bool isPlumbing(const Stream& stream) {
@@ -107,7 +145,7 @@ const Device* realSinkBehind(const ServerMirror& mirror, const Device* sink) {
     // Virtual devices may be connected in a circle while they are rearranged.
     for (std::size_t steps = 0; sink && isVirtual(*sink) && steps < mirror.sinks.size(); ++steps)
         sink = nextBehind(mirror, *sink);
-    return sink && !isVirtual(*sink) ? sink : anyRealSink(mirror);
+    return sink && !isVirtual(*sink) ? sink : likelySink(mirror);
 }
 
 }  // namespace pulse

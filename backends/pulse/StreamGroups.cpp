@@ -16,7 +16,7 @@ bool isOfApplication(const ServerMirror& mirror, const Stream& stream, const std
 
 bool isOfConference(const ServerMirror& mirror, const Stream& stream) {
     const std::string& process = mirror.processOf(stream);
-    if (process.empty() || isSameName(stream.role, "phone")) return false;
+    if (process.empty() || isSameRole(stream.role, "phone")) return false;
     return std::ranges::any_of(mirror.recordings, [&](const Recording& recording) {
         return mirror.processOf(recording) == process;
     });
@@ -25,7 +25,7 @@ bool isOfConference(const ServerMirror& mirror, const Stream& stream) {
 bool belongs(const ServerMirror& mirror, const Stream& stream, const VolumeObject& object) {
     switch (object.kind) {
         case VolumeObject::Kind::Role:
-            return isSameName(stream.role, object.name);
+            return isSameRole(stream.role, object.name);
         case VolumeObject::Kind::Application:
             return isOfApplication(mirror, stream, object.name);
         case VolumeObject::Kind::Conference:

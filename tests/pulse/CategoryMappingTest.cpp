@@ -163,6 +163,24 @@ TEST(CategoryMapping, MapsANamedRoleToItsSinkFirst) {
     EXPECT_EQ(objectForCategory(mirror, "role:alarm"), (VolumeObject{Kind::Role, "alarm"}));
 }
 
+TEST(CategoryMapping, MapsTheWordsForARoleToOneObject) {
+    ServerMirror mirror = twoDevices();
+    EXPECT_EQ(objectForCategory(mirror, "role:notification"),
+              objectForCategory(mirror, "Ringtone"));
+    EXPECT_EQ(objectForCategory(mirror, "role:Movie"), (VolumeObject{Kind::Role, "video"}));
+    addSink(mirror, {.name = "input.loopback.sink.role.multimedia", .intendedRoles = {"Movie"}});
+    EXPECT_EQ(objectForCategory(mirror, "role:video"),
+              (VolumeObject{Kind::Sink, "input.loopback.sink.role.multimedia"}));
+}
+
+TEST(CategoryMapping, PrefersTheSinkThatIsNamedByTheWordItself) {
+    ServerMirror mirror = twoDevices();
+    for (const char* role : {"alarm", "alert"})
+        addSink(mirror, {.name = std::string("input.loopback.sink.role.") + role});
+    EXPECT_EQ(objectForCategory(mirror, "role:alert"),
+              (VolumeObject{Kind::Sink, "input.loopback.sink.role.alert"}));
+}
+
 TEST(CategoryMapping, SaysWhatARowHasToBeTold) {
     const CategoryState half{0.5F, "Speaker"};
     const CategoryState quarter{0.25F, "Speaker"};

@@ -108,6 +108,14 @@ TEST(Routes, LookPastADefaultThatIsARoleSink) {
     EXPECT_EQ(routeForCategory(mirror, "PhoneCall"), "Speaker") << "the machine's own device";
 }
 
+TEST(Routes, AreTheDefaultDevicesForARoleSinkThatPlaysNothing) {
+    ServerMirror mirror = withRoleSinkOn(2);
+    mirror.streams.clear();
+    mirror.sinks["alsa"] = {.name = "alsa", .formFactor = "hdmi", .bus = "pci", .index = 6};
+    mirror.server.defaultSinkName = "hp";
+    EXPECT_EQ(routeForCategory(mirror, "Audio/Video"), "Headphones");
+}
+
 TEST(Routes, LookPastVirtualDevicesOfBothServers) {
     ServerMirror mirror = twoDevices();
     mirror.sinks["remapped"] = {.name = "remapped", .masterDevice = "filter", .index = 4};
@@ -136,4 +144,16 @@ TEST(Roles, HaveNamesThatCompareWithoutCase) {
     EXPECT_TRUE(isSameName("aMz", "AmZ"));
     EXPECT_FALSE(isSameName("@[", "`{")) << "beside the letters";
     EXPECT_FALSE(isSameName("music", "musics"));
+}
+
+TEST(Roles, HaveAWordInEachVocabulary) {
+    EXPECT_TRUE(isSameRole("video", "Movie"));
+    EXPECT_TRUE(isSameRole("animation", "Movie"));
+    EXPECT_FALSE(isSameRole("video", "animation"));
+    EXPECT_TRUE(isSameRole("Notification", "event"));
+    EXPECT_TRUE(isSameRole("communication", "Phone"));
+    EXPECT_FALSE(isSameRole("", "video")) << "no role is not a role";
+    EXPECT_EQ(streamRole("Movie"), "video");
+    EXPECT_EQ(streamRole("call"), "phone");
+    EXPECT_EQ(streamRole("game"), "game");
 }

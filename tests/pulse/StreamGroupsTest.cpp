@@ -44,6 +44,9 @@ TEST(StreamGroups, GatherTheStreamsOfARole) {
     EXPECT_EQ(indexesOf(mirror, event), (Indexes{1, 3}));
     EXPECT_EQ(indexesOf(mirror, {Kind::Role, "music"}), Indexes{2});
     EXPECT_EQ(indexesOf(mirror, {Kind::Sink, "event"}), Indexes{});
+    mirror.streams = {playing(5, 500, "Movie"), playing(6, 600, "Notification")};
+    EXPECT_EQ(indexesOf(mirror, {Kind::Role, "video"}), Indexes{5});
+    EXPECT_EQ(indexesOf(mirror, event), Indexes{6});
 }
 
 TEST(StreamGroups, GatherTheStreamsOfAnApplicationByAnyOfItsNames) {
