@@ -10,8 +10,8 @@ namespace pulse {
 /// Whether two names are the same but for case, which servers and applications are free with.
 bool isSameName(std::string_view one, std::string_view other);
 
-/// Whether two words mean the same role, each in PulseAudio's vocabulary, in PipeWire's or in that of
-/// the session managers' outputs: "video" is "Movie", "event" is "notification".
+/// Whether two words mean the same role, each in PulseAudio's vocabulary, in PipeWire's or in that
+/// of the session managers' outputs: "video" is "Movie", "event" is "notification".
 bool isSameRole(std::string_view one, std::string_view other);
 
 /// PulseAudio's word for a role, which both servers know streams by; the word itself for a role
