@@ -48,7 +48,7 @@ void RowKeeper::follow(const std::shared_ptr<UIView>& view) {
     if (areTheSame) return tellWhetherKnown();
     end();
     if (sliders.empty()) return;
-    rows_ = volumeRows(view);
+    rows_ = volumeRows(sliders);
     begin(sliders);
     tellWhetherKnown();
 }

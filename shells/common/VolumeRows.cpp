@@ -13,15 +13,8 @@ namespace {
 constexpr NSInteger firstSlider = 2000;
 constexpr NSInteger firstCaption = 1000;
 
-using Sliders = std::vector<std::shared_ptr<UISlider>>;
-
-Sliders slidersThatMayBeRows(const std::shared_ptr<UIView>& view) {
-    Sliders found;
-    for (const auto& element : accessibilityElements(view))
-        if (auto slider = std::dynamic_pointer_cast<UISlider>(element);
-            slider && slider->tag() >= firstSlider)
-            found.push_back(std::move(slider));
-    return found;
+bool mayBeRow(const std::shared_ptr<UISlider>& slider) {
+    return slider->tag() >= firstSlider;
 }
 
 CategoryList presentCategories() {
@@ -40,12 +33,12 @@ bool isRowOf(const UISlider& slider, NSInteger number, const CategoryRecord& rec
 
 }  // namespace
 
-std::vector<VolumeRow> volumeRows(const std::shared_ptr<UIView>& view) {
-    const Sliders sliders = slidersThatMayBeRows(view);
-    if (sliders.empty()) return {};
+std::vector<VolumeRow> volumeRows(const std::vector<std::shared_ptr<UISlider>>& sliders) {
+    if (std::ranges::none_of(sliders, mayBeRow)) return {};
     const CategoryList categories = presentCategories();
     std::vector<VolumeRow> rows;
     for (const auto& slider : sliders) {
+        if (!mayBeRow(slider)) continue;
         const NSInteger number = slider->tag() - firstSlider;
         if (number >= static_cast<NSInteger>(categories.size())) continue;
         const CategoryRecord& record = categories[static_cast<std::size_t>(number)];
