@@ -31,7 +31,9 @@ class GoldenLibrary : public testing::Test {
 
     TemporaryFolder folder;
     Paper paper{100, 100};
-    GoldenPlaces places{folder.path("references"), folder.path("output")};
+    GoldenPlaces places{.references = folder.path("references"),
+                        .output = folder.path("output"),
+                        .rasteriser = CAIRO_VERSION_ENCODE(1, 16, 0)};
 };
 
 TEST_F(GoldenLibrary, FailsWithoutAReference) {
