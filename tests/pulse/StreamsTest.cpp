@@ -1,6 +1,8 @@
 #include "tests/pulse/ServiceFixture.hpp"
 
 #include <algorithm>
+#include <map>
+#include <optional>
 
 // Streams that really play, and what the service does to them; the volume that a stream has in the
 // end, and that both of its channels are heard.
@@ -163,6 +165,37 @@ TEST_P(PulseStreams, AreNeverToldAtAPassingVolumeWhenTheyBegin) {
     for (const float volume : volumesPosted("PhoneCall"))
         EXPECT_NEAR(volume, 0.5F, volumeTolerance);
     EXPECT_NEAR(volumeOf("PhoneCall"), 0.5F, volumeTolerance);
+}
+
+// A session manager restores a volume of its own when a stream comes: some milliseconds late, and
+// often while ours for it is on its way. Each round is a chance for it.
+TEST_P(PulseStreams, ComeAtWhatWasSetBeforeThemAndNothingElseIsTold) {
+    startBoth();
+    const std::map<std::string, std::string> roles = {
+        {"Ringtone", "event"}, {"PhoneCall", "phone"}, {"role:music", "music"}, {"app:Game", ""}};
+    auto first = std::make_optional(play("", {.name = "Game"}));
+    ASSERT_TRUE(waitToRead("app:Game", 1));
+    first.reset();
+    constexpr int rounds = 10;
+    for (int round = 0; round < rounds; ++round) {
+        const unsigned raw = round % 2 == 0 ? 16384 : 32768;
+        const float volume = static_cast<float>(raw) / 65536;
+        for (const auto& [category, role] : roles)
+            ASSERT_TRUE(controller_->setVolumeTo(volume, category));
+        runFor(round % 3 == 0 ? 0 : 0.1);  // Also streams that come before all that is through.
+        posted_.clear();
+        OtherProgram game(server_->address(), {.name = "Game"});
+        OtherProgram other(server_->address());
+        std::map<std::string, std::unique_ptr<PlayingStream>> streams;
+        for (const auto& [category, role] : roles)
+            streams[category] = (role.empty() ? game : other).play({.role = role});
+        runFor(0.4);
+        for (const auto& [category, stream] : streams) {
+            EXPECT_EQ(stream->volumes(), (Channels{raw, raw})) << category << ", " << round;
+            for (const float told : volumesPosted(category))
+                EXPECT_NEAR(told, volume, volumeTolerance) << category << ", " << round;
+        }
+    }
 }
 
 // What the session manager remembers of a stream that ended in between is its own affair.
