@@ -38,6 +38,9 @@ class PulseContext {
     PulseContext& operator=(const PulseContext&) = delete;
     ~PulseContext();
 
+    /// The library's own, for streams. Valid as long as this.
+    pa_context* handle() const { return context_.get(); }
+
     /// Why it failed, in a few words for people.
     std::string reason() const;
 

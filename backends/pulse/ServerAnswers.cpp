@@ -21,6 +21,9 @@ std::string firstOf(pa_proplist* properties, const char* key, const char* otherK
     return value.empty() ? property(properties, otherKey) : value;
 }
 
+constexpr int suspended = PA_SINK_SUSPENDED;
+static_assert(suspended == static_cast<int>(PA_SOURCE_SUSPENDED));
+
 template <class Info>
 Device deviceOf(const Info& info) {
     Device device;
@@ -34,6 +37,8 @@ Device deviceOf(const Info& info) {
     device.intendedRoles = namesInList(property(info.proplist, PA_PROP_DEVICE_INTENDED_ROLES));
     device.masterDevice = property(info.proplist, PA_PROP_DEVICE_MASTER_DEVICE);
     device.linkGroup = property(info.proplist, "node.link-group");
+    device.isSuspended = static_cast<int>(info.state) == suspended;
+    device.isOfCard = info.card != PA_INVALID_INDEX;
     device.index = info.index;
     return device;
 }

@@ -28,6 +28,8 @@ struct Device {
     std::vector<std::string> intendedRoles{};
     std::string masterDevice{};  ///< For a virtual one, the name of the device behind it.
     std::string linkGroup{};     ///< Shared with the stream that a virtual one plays by.
+    bool isSuspended = false;
+    bool isOfCard = true;  ///< And not made by software alone.
     std::uint32_t index = PA_INVALID_INDEX;
 };
 

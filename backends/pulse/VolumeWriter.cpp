@@ -48,6 +48,7 @@ void VolumeWriter::end() {
     writes_.clear();
     balances_.clear();
     arrivals_.clear();
+    waker_.clear();
     mutesOnTheirWay_.clear();
     refused_.clear();
     toldRefusals_.clear();
@@ -119,10 +120,26 @@ void VolumeWriter::acknowledged(const VolumeObject& object, std::uint64_t ticket
     if (showsAtOnce) return writes_.acknowledged(object, ticket);
     await(object, Arrivals::Until::Taken, [this, object, ticket](Arrivals::Outcome outcome) {
         if (outcome == Arrivals::Outcome::Unheeded)
-            writes_.unheeded(object, ticket);
+            sendAgain(object, ticket);
         else
             writes_.acknowledged(object, ticket);
     });
+}
+
+// One that wakes shows what it was given before, which may be another's: so it is read first.
+void VolumeWriter::sendAgain(const VolumeObject& object, std::uint64_t ticket) {
+    if (!mayNeverHaveRun(object)) return writes_.unheeded(object, ticket);
+    waker_.wake(context_->handle(), object.name, [this, object, ticket] {
+        reader_->refresh(partsOf(object),
+                         [this, object, ticket] { writes_.unheeded(object, ticket); });
+    });
+}
+
+// A card's sink reports by the card, whether it runs or not.
+bool VolumeWriter::mayNeverHaveRun(const VolumeObject& object) const {
+    if (object.kind != VolumeObject::Kind::Sink) return false;
+    const Device* sink = mirror_.sinkNamed(object.name);
+    return sink && sink->isSuspended && !sink->isOfCard;
 }
 
 // On PipeWire the object has been read already, and one read more is a long one where there are

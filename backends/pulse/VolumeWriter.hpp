@@ -3,6 +3,7 @@
 #include "backends/pulse/Arrivals.hpp"
 #include "backends/pulse/BalanceMemory.hpp"
 #include "backends/pulse/MirrorReader.hpp"
+#include "backends/pulse/SinkWaker.hpp"
 #include "backends/pulse/WriteQueue.hpp"
 
 #include <functional>
@@ -51,6 +52,8 @@ class VolumeWriter {
     void send(const VolumeObject& object, const Setting& wanted, std::uint64_t ticket);
     TargetWrite writeTo(const Target& target, const Setting& wanted, bool isMuteCertain);
     void acknowledged(const VolumeObject& object, std::uint64_t ticket, int error);
+    void sendAgain(const VolumeObject& object, std::uint64_t ticket);
+    bool mayNeverHaveRun(const VolumeObject& object) const;
     void noteAnswer(const VolumeObject& object, int error);
     void tellRefusal(const VolumeObject& object, const std::string& reason);
     void confirm(const VolumeObject& object, std::uint64_t ticket);
@@ -63,6 +66,7 @@ class VolumeWriter {
     MirrorReader* reader_ = nullptr;
     BalanceMemory balances_;
     Arrivals arrivals_;
+    SinkWaker waker_;
     WriteQueue writes_;
     std::set<VolumeObject> mutesOnTheirWay_;  // What the mirror says of them is no guide.
     std::set<VolumeObject> refused_;          // Whose last answer was no.

@@ -3,6 +3,8 @@
 #include <cmath>
 #include <limits>
 
+using Mute = AVSystemController::Mute;
+
 // What the service does to the server when a slider is moved, seen by other clients.
 
 class PulseMoving : public OnBothServers {};
@@ -79,7 +81,7 @@ TEST_P(PulseMoving, SendsOnlyTheNewestOfAThousandSetsInOneGo) {
         ASSERT_TRUE(controller_->setVolumeTo(static_cast<float>(i) / 1000, "Audio/Video"));
     EXPECT_TRUE(waitForSink("spk", {66, 66}));
     ASSERT_TRUE(waitForVolume("Audio/Video", 66.0F / 65536));
-    runFor(0.05);
+    runFor(0.3);
     EXPECT_EQ(volumesPosted("Audio/Video").size(), 1U);
 }
 
@@ -96,7 +98,7 @@ TEST_P(PulseMoving, NeverGoesBackwardsInADragOfAThousandSets) {
     }
     EXPECT_TRUE(waitForSink("spk", {64000, 64000}));
     ASSERT_TRUE(waitForVolume("Audio/Video", 64000.0F / 65536));
-    runFor(0.05);
+    runFor(0.3);
     const std::vector<float> told = volumesPosted("Audio/Video");
     EXPECT_GT(told.size(), 5U);
     for (std::size_t i = 1; i < told.size(); ++i)
@@ -162,4 +164,48 @@ TEST_P(PulseMoving, EndsOnTheLastSetHoweverSoonItFollows) {
         ASSERT_TRUE(waitForSink("spk", {16384, 16384})) << i;
         ASSERT_TRUE(waitToRead("Audio/Video", 0.25F)) << i;
     }
+}
+
+// Newer PipeWires say nothing of what such a device is given, to anybody, until it runs.
+class PulseMovingADeviceThatHasNeverRun : public OnPipeWire {
+ protected:
+    void SetUp() override {
+        server_->setSinks({{"spk", {{"node.always-process", "false"}}}});
+        startBoth();
+        ASSERT_EQ(volumeOf("Audio/Video"), 1);
+        posted_.clear();
+    }
+    bool isMuted(const std::string& answer) {
+        return waitUntil([&] {
+            return server_->pactl({"get-sink-mute", "spk"}) == "Mute: " + answer + "\n";
+        });
+    }
+};
+
+TEST_F(PulseMovingADeviceThatHasNeverRun, IsSeenByEverybodyAndShowsNothingElse) {
+    for (const float volume : {0.25F, 0.5F}) {
+        ASSERT_TRUE(controller_->setVolumeTo(volume, "Audio/Video"));
+        ASSERT_TRUE(waitForVolume("Audio/Video", volume));
+        const auto raw = static_cast<unsigned>(volume * 65536);
+        EXPECT_TRUE(waitForSink("spk", {raw, raw}));
+    }
+    runFor(0.6);
+    EXPECT_EQ(volumesPosted("Audio/Video"), (std::vector<float>{0.25F, 0.5F}));
+}
+
+TEST_F(PulseMovingADeviceThatHasNeverRun, MutesAndUnmutesIt) {
+    ASSERT_TRUE(controller_->setMute(Mute::On, "Audio/Video"));
+    EXPECT_TRUE(isMuted("yes"));
+    EXPECT_TRUE(waitForVolume("Audio/Video", 0));
+    ASSERT_TRUE(controller_->setMute(Mute::Off, "Audio/Video"));
+    EXPECT_TRUE(isMuted("no"));
+    EXPECT_TRUE(waitForVolume("Audio/Video", 1));
+}
+
+TEST_F(PulseMovingADeviceThatHasNeverRun, FollowsWhatSomebodyElseSetsAfterwards) {
+    ASSERT_TRUE(controller_->setVolumeTo(0.25F, "Audio/Video"));
+    ASSERT_TRUE(waitForSink("spk", {16384, 16384}));
+    runFor(0.1);  // The server loses what comes at the moment when a device begins or ends to run.
+    server_->pactl({"set-sink-volume", "spk", "32768"});
+    EXPECT_TRUE(waitForVolume("Audio/Video", 0.5F));
 }
