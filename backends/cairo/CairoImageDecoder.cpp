@@ -16,13 +16,16 @@ cairo_status_t readFile(void* closure, unsigned char* data, unsigned int length)
 
 std::optional<PixelSize> CairoImageDecoder::probe(const std::string& path) {
     std::optional<RegularFile> file = RegularFile::open(path);
-    if (!file) return std::nullopt;
-    const auto known = whole_.find(file->identity());
+    return file ? sizeIfWhole(*file) : std::nullopt;
+}
+
+std::optional<PixelSize> CairoImageDecoder::sizeIfWhole(RegularFile& file) {
+    const auto known = whole_.find(file.identity());
     if (known != whole_.end()) return known->second;
-    const auto size = sizeOfWholePng(*file);
+    const auto size = sizeOfWholePng(file);
     if (!size) return std::nullopt;
     if (whole_.size() == mostKnownWhole) whole_.clear();
-    whole_[file->identity()] = *size;
+    whole_[file.identity()] = *size;
     return size;
 }
 
@@ -33,7 +36,8 @@ std::shared_ptr<const UIBitmap> CairoImageDecoder::decode(const std::string& pat
         if (auto held = known->second.lock()) return held;
     }
 
-    if (!sizeInPngHeader(*file) || !file->rewind()) return nullptr;
+    // Which damage the library overlooks depends on its version: libpng 1.6.48 takes a broken end.
+    if (!sizeIfWhole(*file) || !file->rewind()) return nullptr;
     CairoSurface surface(cairo_image_surface_create_from_png_stream(readFile, &*file));
     if (cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS) return nullptr;
 

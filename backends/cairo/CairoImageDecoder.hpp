@@ -17,6 +17,8 @@ class CairoImageDecoder : public UIImageDecoder {
     std::shared_ptr<const UIBitmap> decode(const std::string& path) override;
 
  private:
+    std::optional<PixelSize> sizeIfWhole(RegularFile& file);
+
     std::map<FileIdentity, PixelSize> whole_;  ///< Files that were found to be undamaged.
     std::map<FileIdentity, std::weak_ptr<const CairoBitmap>> decoded_;
 };

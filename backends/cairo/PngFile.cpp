@@ -99,9 +99,7 @@ class Chunks {
     RegularFile& file_;
 };
 
-}  // namespace
-
-std::optional<PixelSize> sizeInPngHeader(RegularFile& file) {
+std::optional<PixelSize> sizeInHeader(RegularFile& file) {
     std::array<unsigned char, headerBytes> header;
     if (file.identity().bytes > largestFile || !file.read(header)) return std::nullopt;
     if (!std::equal(beginning.begin(), beginning.end(), header.begin())) return std::nullopt;
@@ -113,8 +111,10 @@ std::optional<PixelSize> sizeInPngHeader(RegularFile& file) {
     return PixelSize{int(width), int(height)};
 }
 
+}  // namespace
+
 std::optional<PixelSize> sizeOfWholePng(RegularFile& file) {
-    const auto size = sizeInPngHeader(file);
+    const auto size = sizeInHeader(file);
     std::array<unsigned char, signatureBytes> signature;
     if (!size || !file.rewind() || !file.read(signature)) return std::nullopt;
     return Chunks(file).areWhole() ? size : std::nullopt;

@@ -150,6 +150,17 @@ TEST_F(CairoImageDecoding, FindsAnImageDespiteABrokenByteOnlyIfItCanBeDecoded) {
     }
 }
 
+TEST_F(CairoImageDecoding, FindsNoImageWhoseEndIsBroken) {
+    const std::string whole = contents(image("a.png", 4, 3, 0xff336699));
+    for (std::size_t at = whole.size() - 12; at < whole.size(); ++at) {
+        std::string broken = whole;
+        broken[at] = char(broken[at] ^ 0x01);
+        const std::string path = file("b.png", broken);
+        EXPECT_EQ(decoder.probe(path), std::nullopt) << at;
+        expectNoImage(path);
+    }
+}
+
 TEST_F(CairoImageDecoding, RefusesHugeSizesBeforeItDecodes) {
     std::string bytes = contents(image("a.png", 4, 3, ~0U));
     for (const std::size_t at : {16U, 20U}) {
