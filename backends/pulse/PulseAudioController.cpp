@@ -33,6 +33,10 @@ NSString PulseAudioController::routeForCategory(const NSString& category) {
     return service_->look(category).route;
 }
 
+bool PulseAudioController::lasts(const NSString& category) const {
+    return service_->lasts(category);
+}
+
 bool PulseAudioController::isWriting() const {
     return service_->isWriting();
 }

@@ -77,6 +77,11 @@ class PulseAudioController : public AVSystemController {
     enum class Attention { Resting, Watched };
     void setAttention(Attention attention);
 
+    /// Whether what is set for the category without this controller reaches what sounds next: not
+    /// where it is for a role of which nothing plays, the server keeps it without giving it to the
+    /// role's next stream, and no other mixer runs that would.
+    bool lasts(const NSString& category) const;
+
     State state() const;
     /// Why no server answers, in a few words for people; nil while there is one, while an attempt
     /// is under way, and where a server took the connection but has not answered yet.

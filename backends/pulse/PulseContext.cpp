@@ -1,5 +1,7 @@
 #include "backends/pulse/PulseContext.hpp"
 
+#include "backends/pulse/ServerMirror.hpp"
+
 #include <pulse/error.h>
 #include <pulse/ext-stream-restore.h>
 
@@ -20,7 +22,7 @@ bool isUsable(const char* address) {
 
 PulseContext::PulseContext(pa_mainloop_api* api, const NSString& server, Handlers handlers)
     : handlers_(std::move(handlers)),
-      context_(pa_context_new(api, "Tarnwick")),
+      context_(pa_context_new(api, ourApplicationName)),
       operations_([this] { failSoon(); }) {
     if (!context_) {
         failSoon();

@@ -59,9 +59,11 @@ void add(DeviceMap& devices, const pa_source_info& info) {
 }
 
 void add(ClientMap& clients, const pa_client_info& info) {
-    clients.insert_or_assign(info.index,
-                             Client{property(info.proplist, PA_PROP_APPLICATION_PROCESS_ID),
-                                    property(info.proplist, PA_PROP_APPLICATION_PROCESS_BINARY)});
+    const auto text = [&](const char* key) { return property(info.proplist, key); };
+    clients.insert_or_assign(
+        info.index,
+        Client{text(PA_PROP_APPLICATION_PROCESS_ID), text(PA_PROP_APPLICATION_PROCESS_BINARY),
+               text(PA_PROP_APPLICATION_NAME), text(PA_PROP_APPLICATION_VERSION)});
 }
 
 void add(StreamList& streams, const pa_sink_input_info& info) {

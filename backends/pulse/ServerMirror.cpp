@@ -6,6 +6,15 @@
 namespace pulse {
 namespace {
 
+const std::string rolePrefix = "sink-input-by-media-role:";
+
+// What is not a number is 0.
+Version versionIn(const std::string& text) {
+    Version version;
+    std::sscanf(text.c_str(), "%9d.%9d.%9d", &version.major, &version.minor, &version.micro);
+    return version;
+}
+
 // What servers name as default while there is no device: a placeholder and a sink without sound.
 bool isPlaceholder(const std::string& sinkName) {
     return sinkName.empty() || sinkName == "@DEFAULT_SINK@" || sinkName == "auto_null";
@@ -99,18 +108,36 @@ std::string ServerMirror::rememberedDevice(const std::string& entryName) const {
     return found == roleEntries->end() ? "" : found->second.device;
 }
 
+bool ServerMirror::givesEntryToStreams(const std::string& role) const {
+    constexpr Version firstThatGivesEventsAlone{0, 5, 0};
+    const auto isSessionManager = [](const auto& each) {
+        return each.second.name == "WirePlumber";
+    };
+    const auto found = std::ranges::find_if(clients, isSessionManager);
+    return role == "event" || found == clients.end() ||
+           versionIn(found->second.version) < firstThatGivesEventsAlone;
+}
+
+bool ServerMirror::hasAnotherMixer() const {
+    return std::ranges::any_of(clients, [](const auto& each) {
+        return each.second.name == ourApplicationName && each.second.binary != "tarnwickctl";
+    });
+}
+
 std::string roleEntryName(const std::string& role) {
-    return "sink-input-by-media-role:" + role;
+    return rolePrefix + role;
+}
+
+std::optional<std::string> roleOfEntry(const std::string& entryName) {
+    if (!entryName.starts_with(rolePrefix)) return std::nullopt;
+    return entryName.substr(rolePrefix.size());
 }
 
 std::optional<Version> pipeWireVersion(const std::string& serverName) {
     static const std::string mark = "PipeWire ";
     const std::size_t place = serverName.find(mark);
     if (place == std::string::npos) return std::nullopt;
-    Version version;
-    std::sscanf(serverName.c_str() + place + mark.size(), "%9d.%9d.%9d", &version.major,
-                &version.minor, &version.micro);
-    return version;
+    return versionIn(serverName.substr(place + mark.size()));
 }
 
 }  // namespace pulse

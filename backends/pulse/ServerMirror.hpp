@@ -33,10 +33,15 @@ struct Device {
     std::uint32_t index = PA_INVALID_INDEX;
 };
 
+/// The name by which the server knows each program of this project.
+inline constexpr const char* ourApplicationName = "Tarnwick";
+
 /// A program that is connected to the server, or one that another sound library brings.
 struct Client {
     std::string processId{};
     std::string binary{};
+    std::string name{};
+    std::string version{};  ///< The program's own.
 };
 
 /// Something that plays.
@@ -134,6 +139,11 @@ struct ServerMirror {
     std::optional<ObjectVolume> volumeOf(const Target& target) const;
     /// The device that a role's streams go to; empty when the server chooses.
     std::string rememberedDevice(const std::string& entryName) const;
+    /// Whether the role's next stream gets what the server keeps for the role. Since 0.5 PipeWire's
+    /// session manager does that for event sounds alone, and goes on keeping the others.
+    bool givesEntryToStreams(const std::string& role) const;
+    /// Whether a mixer of this project is connected that lasts, unlike the command-line tool.
+    bool hasAnotherMixer() const;
 
  private:
     /// One that says nothing of itself when there is none.
@@ -142,6 +152,8 @@ struct ServerMirror {
 
 /// The server's name for what it remembers of a role.
 std::string roleEntryName(const std::string& role);
+/// The role that an entry is for; nullopt for another thing's entry.
+std::optional<std::string> roleOfEntry(const std::string& entryName);
 
 /// The version in a server's name like "PulseAudio (on PipeWire 0.3.65)"; nullopt for another.
 std::optional<Version> pipeWireVersion(const std::string& serverName);

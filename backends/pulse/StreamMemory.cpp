@@ -27,6 +27,14 @@ bool StreamMemory::Memory::isMetBy(const Level& kept) const {
     return hasVolume && mute.value_or(Mute::Off) == kept.mute;
 }
 
+// Not muted is how everything begins, and no wish.
+void StreamMemory::Memory::take(const Level& kept) {
+    fraction = kept.volume;
+    isVolumeGiven = true;
+    isOfUser = false;
+    if (mute || kept.mute == Mute::On) mute = kept.mute;
+}
+
 // Whoever changed what the server keeps was the last to move the object, unless that came of what
 // is remembered. Of an application, its streams say more while there are any.
 void StreamMemory::followEntry(const VolumeObject& object, Memory& memory,
@@ -38,8 +46,11 @@ void StreamMemory::followEntry(const VolumeObject& object, Memory& memory,
     const bool isToBeKept = memory.isOfRole && memory.isOfUser;
     if (!kept || (isAsBefore && !isToBeKept)) return;
     memory.entry = kept;
-    if (memory.isMetBy(*kept)) return;
-    if (memory.isOfRole) {
+    const bool isOursToGive = memory.isOfRole && !mirror.givesEntryToStreams(object.name);
+    if (memory.isMetBy(*kept) && (memory.isVolumeGiven || !isOursToGive)) return;
+    if (isOursToGive) {
+        memory.take(*kept);
+    } else if (memory.isOfRole) {
         memory.isVolumeGiven = false;
         memory.mute.reset();
     } else if (streamsOf(mirror, object).empty()) {
@@ -73,6 +84,13 @@ void StreamMemory::watch(const VolumeObject& object, const ServerMirror& mirror,
     if (isRole && isConcernedWith(object, mirror)) memoryOf(object, mirror, nowSeconds);
 }
 
+void StreamMemory::watchKeptRoles(const ServerMirror& mirror, double nowSeconds) {
+    if (!mirror.roleEntries) return;
+    for (const auto& [name, entry] : *mirror.roleEntries)
+        if (const auto role = roleOfEntry(name); role && !mirror.givesEntryToStreams(*role))
+            watch({VolumeObject::Kind::Role, *role}, mirror, nowSeconds);
+}
+
 StreamMemory::Memory& StreamMemory::memoryOf(const VolumeObject& object, const ServerMirror& mirror,
                                              double nowSeconds) {
     const auto [found, isFirst] = memories_.try_emplace(object);
@@ -80,8 +98,13 @@ StreamMemory::Memory& StreamMemory::memoryOf(const VolumeObject& object, const S
     if (!isFirst) return memory;
     memory.isOfRole = object.kind == VolumeObject::Kind::Role;
     memory.entry = levelOfEntry(mirror, object);
+    const auto streams = streamsOf(mirror, object);
+    const bool isOursToGive = memory.isOfRole && !mirror.givesEntryToStreams(object.name);
+    const bool hasEntry =
+        mirror.roleEntries && mirror.roleEntries->contains(roleEntryName(object.name));
+    if (isOursToGive && hasEntry && streams.empty()) memory.take(*memory.entry);
     constexpr double longAgo = 2 * newSeconds;
-    for (const Stream* stream : streamsOf(mirror, object))
+    for (const Stream* stream : streams)
         memory.heard[stream->index] = {pa_cvolume_max(&stream->volume), stream->mute,
                                        nowSeconds - longAgo};
     return memory;

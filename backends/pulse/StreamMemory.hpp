@@ -15,7 +15,8 @@ namespace pulse {
 /// remembered in its place, and so is what he sets, while an application plays nothing, of what the
 /// server keeps for it; an object that the user never moved is left alone. A role is remembered so
 /// on PipeWire, which gives its streams what it keeps late, inexactly or not at all, until that
-/// becomes something else. Plain rules, without a server.
+/// becomes something else; where it is not at all, that something else is remembered in its place.
+/// Plain rules, without a server.
 class StreamMemory {
  public:
     /// For so long a stream is new: what happens to it is the server's or its program's
@@ -29,6 +30,9 @@ class StreamMemory {
     /// A row shows the role: what somebody else makes of one of its streams on PipeWire, which
     /// goes on keeping what was there before, is remembered although the user moved nothing.
     void watch(const VolumeObject& object, const ServerMirror& mirror, double nowSeconds);
+    /// As watch(), for every role whose streams get nothing of what the server keeps for it: they
+    /// get it from us, whoever has set it.
+    void watchKeptRoles(const ServerMirror& mirror, double nowSeconds);
     /// What the object is at while it consists of nothing.
     std::optional<Level> remembered(const VolumeObject& object) const;
     /// What its new streams get.
@@ -59,6 +63,7 @@ class StreamMemory {
         bool isGiven() const { return isVolumeGiven || mute; }
         bool isMetBy(const Stream& stream) const;
         bool isMetBy(const Level& kept) const;
+        void take(const Level& kept);
         std::map<std::uint32_t, Heard> heard;  // By the stream's index.
     };
 

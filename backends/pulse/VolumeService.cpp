@@ -86,6 +86,14 @@ bool VolumeService::set(const NSString& category, const Setting& setting) {
     return true;
 }
 
+// What a stream has is kept for the next one by every server.
+bool VolumeService::lasts(const NSString& category) const {
+    const auto object = objectForCategory(mirror_, category);
+    if (!object || object->kind != VolumeObject::Kind::Role) return true;
+    return mirror_.givesEntryToStreams(object->name) || mirror_.hasAnotherMixer() ||
+           !streamsOf(mirror_, *object).empty();
+}
+
 void VolumeService::becameReady(PulseContext& context) {
     context.subscribe();
     reader_.emplace(context, mirror_, [this](Part part) { mirrorChanged(part); });
@@ -133,6 +141,7 @@ void VolumeService::setNewcomersRight() {
     const auto isMoving = [this](const VolumeObject& object) {
         return writer_.pending(object).has_value();
     };
+    memory_.watchKeptRoles(mirror_, now);
     for (const VolumeObject& object : memory_.observe(mirror_, now, isMoving))
         writer_.set(object, memory_.settingFor(object), WriteQueue::Repeat::Send);
     for (const auto& [device, fraction] : devices_.observe(mirror_, now, isMoving))

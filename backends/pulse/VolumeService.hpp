@@ -31,6 +31,7 @@ class VolumeService {
     /// False, and nothing is sent, when the category can't be read now.
     bool set(const NSString& category, const Setting& setting);
 
+    bool lasts(const NSString& category) const;
     bool isWriting() const { return !writer_.isIdle() || tellingRefusals_.isRunning(); }
     void setAttention(PulseAudioController::Attention attention) {
         poller_.setAttention(attention);

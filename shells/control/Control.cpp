@@ -17,6 +17,7 @@ namespace {
 
 constexpr int exitCannot = 1;
 constexpr int exitMisuse = 2;
+constexpr int exitWillNotLast = 3;
 
 int complain(int status, const std::string& what) {
     ::complain("tarnwickctl", what);
@@ -78,6 +79,13 @@ std::string unreadable(const CategoryRecord& record) {
     });
     if (isListed) return name + " has no volume now: what it stands for is not there";
     return name + " is not among the mixer's categories, and the sound server knows none of it";
+}
+
+std::string willNotLast(const CategoryRecord& record) {
+    return "'" + describe(record.categoryName()) +
+           "' is set, but the next sound of it will not get that: this sound server keeps the "
+           "volume "
+           "and does not use it. A mixer that runs does; \"tarnwick --background\" is one.";
 }
 
 }  // namespace
@@ -166,6 +174,8 @@ int Control::endOfSetting(const CategoryRecord& record, bool isSent) {
         return complain(exitCannot, "the sound server did not confirm the volume");
     if (const NSString reason = service_.refusal())
         return complain(exitCannot, cannot + ": " + *reason);
+    if (!service_.volumes().lasts(record.categoryName()))
+        return complain(exitWillNotLast, willNotLast(record));
     return EXIT_SUCCESS;
 }
 

@@ -1,4 +1,6 @@
 #include "tests/control/ControlFixture.hpp"
+#include "tests/rigs/OtherProgram.hpp"
+#include "tests/rigs/WirePlumberFiles.hpp"
 
 #include <glib.h>
 
@@ -73,6 +75,23 @@ TEST_P(ControlSet, EventSoundsKeepWhatEachRunHasSet) {
         ASSERT_EQ(outputOf({"set", "Ringtone", volume}), "");
         ASSERT_EQ(outputOf({"get", "Ringtone"}), volume + "\n");
     }
+}
+
+// Newer session managers go on keeping the volume of a role, and give its streams another.
+TEST_P(ControlSet, TellsWhenTheNextSoundOfARoleWillNotGetIt) {
+    const bool isLost = GetParam() == rigs::ServerKind::PipeWire && !rigs::isWirePlumberScripted();
+    const Ended ended = run({"set", "PhoneCall", "30%"});
+    EXPECT_EQ(ended.status, isLost ? 3 : 0) << ended.complaints;
+    EXPECT_EQ(ended.complaints.empty(), !isLost);
+    EXPECT_EQ(outputOf({"get", "PhoneCall"}), "30%\n");
+    const rigs::OtherProgram mixer(server_->address(), {.name = "Tarnwick"});
+    outputOf({"set", "PhoneCall", "40%"});
+}
+
+TEST_P(ControlSet, OfARoleThatPlaysLasts) {
+    rigs::OtherProgram dialer(server_->address());
+    const auto call = dialer.play({.role = "phone"});
+    outputOf({"set", "PhoneCall", "30%"});
 }
 
 // The wait for what the server keeps of a role was a tenth of a second, whatever the server said. A

@@ -192,6 +192,28 @@ TEST(ServerAnswers, CopiesAStreamARecordingAndTheirClient) {
     add(clients, client);
     EXPECT_EQ(clients.at(4).processId, "42");
     EXPECT_EQ(clients.at(4).binary, "chat");
+    EXPECT_EQ(clients.at(4).name, "Chat");
+}
+
+TEST(ServerMirror, KnowsWhichSessionManagerGivesARolesVolumeToItsStreams) {
+    ServerMirror mirror;
+    EXPECT_TRUE(mirror.givesEntryToStreams("phone"));
+    const std::pair<const char*, bool> versions[] = {
+        {"0.4.17", true}, {"0.5.0", false}, {"0.5.8", false}, {"1.0", false}, {"", true}};
+    for (const auto& [version, gives] : versions) {
+        mirror.clients[7] = {.name = "WirePlumber", .version = version};
+        EXPECT_EQ(mirror.givesEntryToStreams("phone"), gives) << version;
+        EXPECT_TRUE(mirror.givesEntryToStreams("event")) << version;
+    }
+}
+
+TEST(ServerMirror, KnowsAMixerFromTheCommandLineTool) {
+    ServerMirror mirror;
+    mirror.clients[1] = {.binary = "tarnwickctl", .name = "Tarnwick"};
+    mirror.clients[2] = {.binary = "player", .name = "Player"};
+    EXPECT_FALSE(mirror.hasAnotherMixer());
+    mirror.clients[3] = {.binary = "phosh", .name = "Tarnwick"};
+    EXPECT_TRUE(mirror.hasAnotherMixer());
 }
 
 TEST(ServerAnswers, TakesWhatIsMissingAsEmptyAndLeavesOutTheNameless) {

@@ -89,6 +89,39 @@ TEST_F(StreamMemoryTest, RemembersARoleUntilWhatPipeWireKeepsBecomesSomethingEls
     EXPECT_EQ(remembered(phone), std::nullopt);
 }
 
+TEST_F(StreamMemoryTest, GivesARolesStreamsWhatAnotherProgramSetWhereTheServerDoesNot) {
+    const VolumeObject music{Kind::Role, "music"};
+    mirror.server.pipeWire = Version{1, 4, 2};
+    mirror.clients[1] = {.name = "WirePlumber", .version = "0.5.8"};
+    auto& entries = mirror.roleEntries.emplace();
+    const auto keep = [&](pa_volume_t raw) {
+        entries[roleEntryName("music")].volume = {2, {raw, raw}};
+        memory.watchKeptRoles(mirror, now);
+        return observe();
+    };
+    keep(half);
+    EXPECT_EQ(memory.settingFor(music), (Setting{0.5F}));
+    keep(quarter);
+    EXPECT_EQ(memory.settingFor(music), (Setting{0.25F}));
+    mirror.streams.push_back({.index = 1, .volume = {2, {half, half}}, .role = "music"});
+    EXPECT_EQ(observe(), Objects{music});
+    now += 1;
+    setVolume(1, half + 1000);
+    observe();
+    EXPECT_EQ(memory.settingFor(music), (Setting{fractionFromRaw(half + 1000)}))
+        << "who moves a stream is later than who set what is kept";
+}
+
+TEST_F(StreamMemoryTest, LeavesARoleThatPlaysToItsStreamsWhenItIsFirstSeen) {
+    mirror.server.pipeWire = Version{1, 4, 2};
+    mirror.clients[1] = {.name = "WirePlumber", .version = "0.5.8"};
+    mirror.roleEntries.emplace()[roleEntryName("music")].volume = {2, {quarter, quarter}};
+    mirror.streams.push_back({.index = 1, .volume = {2, {half, half}}, .role = "music"});
+    memory.watchKeptRoles(mirror, now);
+    EXPECT_EQ(observe(), Objects{});
+    EXPECT_EQ(memory.settingFor({Kind::Role, "music"}), Setting{});
+}
+
 TEST_F(StreamMemoryTest, LearnsAWatchedRoleFromItsStreamsWhileWhatPipeWireKeepsGoesStale) {
     const VolumeObject phone{Kind::Role, "phone"};
     const auto setEntry = [&](pa_volume_t raw) {

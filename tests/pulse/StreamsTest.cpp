@@ -198,6 +198,33 @@ TEST_P(PulseStreams, ComeAtWhatWasSetBeforeThemAndNothingElseIsTold) {
     }
 }
 
+// Newer session managers keep what is set for a role from its streams: a mixer gives it to them.
+TEST_P(PulseStreams, OfARoleComeAtWhatAnotherProgramSetForIt) {
+    startBoth();
+    OtherProgram other(server_->address());
+    for (const unsigned raw : {16384U, 49152U}) {
+        other.writeRoleEntry("phone", {raw, raw});
+        other.writeRoleEntry("music", {raw, raw});
+        ASSERT_TRUE(waitToRead("PhoneCall", static_cast<float>(raw) / 65536));
+        const auto phone = other.play({.role = "phone"});
+        const auto music = other.play({.role = "music"});  // Of which there is no row.
+        EXPECT_TRUE(waitForStream(*phone, {raw, raw}));
+        EXPECT_TRUE(waitForStream(*music, {raw, raw}));
+        runFor(0.4);
+        EXPECT_EQ(volumeOf("PhoneCall"), static_cast<float>(raw) / 65536);
+    }
+}
+
+TEST_P(PulseStreams, OfARoleComeAtWhatWasSetBeforeTheMixerCame) {
+    server_->startAndWait();
+    OtherProgram other(server_->address());
+    other.writeRoleEntry("phone", {16384, 16384});
+    startControllerAndWait();
+    ASSERT_TRUE(waitToRead("PhoneCall", 0.25F));
+    const auto phone = other.play({.role = "phone"});
+    EXPECT_TRUE(waitForStream(*phone, {16384, 16384}));
+}
+
 // What the session manager remembers of a stream that ended in between is its own affair.
 TEST_P(PulseStreams, MayEndWhileTheyAreMoved) {
     startBoth();
