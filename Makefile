@@ -15,7 +15,7 @@ test-debian:
 	@scripts/in-debian $(RELEASE) scripts/test default packages
 
 test-deb:
-	@scripts/test-deb
+	@$(if $(RELEASE),scripts/in-debian $(RELEASE)) scripts/test-deb
 
 lint:
 	@scripts/lint
@@ -43,7 +43,7 @@ install:
 	@PREFIX="$(PREFIX)" DESTDIR="$(DESTDIR)" scripts/install
 
 deb:
-	@scripts/deb
+	@scripts/deb $(RELEASE)
 
 clean:
 	rm -rf build
