@@ -108,9 +108,12 @@ void PhoneShell::unlock() {
         throw std::runtime_error("the shell does not unlock: " + compositor_.folder().logged());
 }
 
-/// A lock screen that has just come takes no fingers yet.
+/// A lock screen that has just come takes no fingers yet, and a newer shell folds its settings away
+/// above it: two fingers on their slider would move the volume.
 void PhoneShell::swipeToWidgets() {
     constexpr double patienceSeconds = 2;
+    if (!rigs::waitUntil([this] { return showsClock(); }))
+        throw std::runtime_error("no lock screen comes: " + compositor_.folder().logged());
     constexpr int attempts = 10;
     for (int i = 0; i < attempts; ++i) {
         compositor_.moveTo(180, 60);
@@ -119,6 +122,21 @@ void PhoneShell::swipeToWidgets() {
         if (rigs::waitUntil([this] { return showsWidgets(); }, patienceSeconds)) return;
     }
     throw std::runtime_error("the page does not come: " + compositor_.folder().logged());
+}
+
+/// Has something in its upper half, the clock, and nothing moves there: only the arrow below does.
+bool PhoneShell::showsClock() const {
+    constexpr double stillSeconds = 0.1;
+    const Screenshot before = compositor_.screenshot();
+    rigs::runFor(stillSeconds);
+    const Screenshot after = compositor_.screenshot();
+    bool isEmpty = true;
+    for (int y = 0; y < before.height() / 2; ++y)
+        for (int x = 0; x < before.width(); ++x) {
+            if (before.at(x, y) != after.at(x, y)) return false;
+            isEmpty = isEmpty && before.at(x, y) == 0;
+        }
+    return !isEmpty;
 }
 
 /// Has the button that leads back to the clock, in its place, and stands still: the clock's page

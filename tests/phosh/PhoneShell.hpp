@@ -41,6 +41,7 @@ class PhoneShell {
  private:
     std::string call(const std::string& method,
                      const std::vector<std::string>& arguments = {}) const;
+    bool showsClock() const;
     bool showsWidgets() const;
 
     HeadlessPhoc& compositor_;
