@@ -69,6 +69,12 @@ std::string AtSpiClient::busAddress() {
     return address;
 }
 
+// What programs tell while they end would come to a reader that is gone.
+AtSpiClient::~AtSpiClient() {
+    for (const guint subscription : subscriptions_)
+        g_dbus_connection_signal_unsubscribe(bus_.get(), subscription);
+}
+
 GDBusConnection* AtSpiClient::bus() {
     if (bus_) return bus_.get();
     const std::string address = busAddress();
@@ -203,6 +209,12 @@ bool AtSpiClient::act(const Object& object) {
     return done != FALSE;
 }
 
+void AtSpiClient::subscribe(const char* interface, const char* member, GDBusSignalCallback told) {
+    subscriptions_.push_back(
+        g_dbus_connection_signal_subscribe(bus(), nullptr, interface, member, nullptr, nullptr,
+                                           G_DBUS_SIGNAL_FLAGS_NONE, told, this, nullptr));
+}
+
 void AtSpiClient::watch(const std::string& property) {
     watched_ = property;
     const auto told = +[](GDBusConnection*, const char*, const char*, const char*, const char*,
@@ -212,9 +224,7 @@ void AtSpiClient::watch(const std::string& property) {
         g_variant_get_child(arguments, 0, "&s", &detail);
         if (client.watched_ == detail) ++client.toldChanges_;
     };
-    g_dbus_connection_signal_subscribe(bus(), nullptr, "org.a11y.atspi.Event.Object",
-                                       "PropertyChange", nullptr, nullptr, G_DBUS_SIGNAL_FLAGS_NONE,
-                                       told, this, nullptr);
+    subscribe("org.a11y.atspi.Event.Object", "PropertyChange", told);
     const std::string event = "object:property-change:" + property;
     call(bus(), registry, "org.a11y.atspi.Registry", "RegisterEvent",
          g_variant_new("(sass)", event.c_str(), nullptr, ""));
@@ -230,8 +240,7 @@ void AtSpiClient::hearEvents(const char* interface) {
         event.detail = detail;
         static_cast<AtSpiClient*>(data)->events_.push_back(std::move(event));
     };
-    g_dbus_connection_signal_subscribe(bus(), nullptr, interface, nullptr, nullptr, nullptr,
-                                       G_DBUS_SIGNAL_FLAGS_NONE, told, this, nullptr);
+    subscribe(interface, nullptr, told);
 }
 
 void AtSpiClient::listen(const std::string& kind) {

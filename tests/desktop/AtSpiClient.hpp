@@ -38,6 +38,11 @@ class AtSpiClient {
     static constexpr unsigned roleSlider = 51;
     static constexpr unsigned roleNotification = 101;
 
+    AtSpiClient() = default;
+    AtSpiClient(const AtSpiClient&) = delete;
+    AtSpiClient& operator=(const AtSpiClient&) = delete;
+    ~AtSpiClient();
+
     /// Of the accessibility bus.
     std::string busAddress();
     /// The session's switch, as a desktop's settings set it.
@@ -96,8 +101,10 @@ class AtSpiClient {
 
     Connection session_;
     Connection bus_;
+    void subscribe(const char* interface, const char* member, GDBusSignalCallback told);
     void hearEvents(const char* interface);
 
+    std::vector<guint> subscriptions_;  // On the accessibility bus.
     std::string watched_;
     std::vector<Event> events_;
     bool isHearing_ = false;
