@@ -6,6 +6,7 @@
 #include <wlr-layer-shell-client-protocol.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <string_view>
 
 namespace {

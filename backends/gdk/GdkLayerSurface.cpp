@@ -4,6 +4,7 @@
 #include <wlr-layer-shell-client-protocol.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 
 namespace {
