@@ -85,7 +85,7 @@ void StreamMemory::watch(const VolumeObject& object, const ServerMirror& mirror,
 }
 
 void StreamMemory::watchKeptRoles(const ServerMirror& mirror, double nowSeconds) {
-    if (!mirror.roleEntries) return;
+    if (!mirror.server.pipeWire || !mirror.roleEntries) return;
     for (const auto& [name, entry] : *mirror.roleEntries)
         if (const auto role = roleOfEntry(name); role && !mirror.givesEntryToStreams(*role))
             watch({VolumeObject::Kind::Role, *role}, mirror, nowSeconds);
