@@ -99,11 +99,11 @@ class AtSpiClient {
                         const char* method, GVariant* arguments);
     Variant property(const Object& object, const char* interface, const char* name);
 
-    Connection session_;
-    Connection bus_;
     void subscribe(const char* interface, const char* member, GDBusSignalCallback told);
     void hearEvents(const char* interface);
 
+    Connection session_;
+    Connection bus_;
     std::vector<guint> subscriptions_;  // On the accessibility bus.
     std::string watched_;
     std::vector<Event> events_;
