@@ -1,11 +1,15 @@
 # The two commands: `make run` and `make test`. The others are for those who work on the mixer.
-.PHONY: run test test-32 test-debian test-deb lint format fuzz bench bench-change bench-peers compare install deb clean
+.PHONY: run test check test-32 test-debian test-deb lint format fuzz bench bench-change bench-peers compare install deb clean
 
 run:
 	@scripts/run
 
 test:
 	@scripts/test
+
+# While working on something: the tests that need neither a server nor a display, and the lints.
+check:
+	@scripts/test unit lint
 
 test-32:
 	@scripts/test-32

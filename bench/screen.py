@@ -4,7 +4,10 @@ import subprocess
 
 
 def private_screen():
-    """An X server without a window manager, and its name; -noreset, since no real desktop resets."""
+    """Starts an X server without a window manager; returns the process and the display's name.
+
+    A real desktop never resets its server, hence -noreset.
+    """
     reading, writing = os.pipe()
     server = subprocess.Popen(
         ["Xvfb", "-noreset", "-displayfd", str(writing), "-screen", "0", "1280x800x24"],

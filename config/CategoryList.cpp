@@ -1,9 +1,13 @@
 #include "config/CategoryList.hpp"
 
 #include "config/WidgetIdentifier.hpp"
+#include "platform/celestial/AVSystemController.hpp"
+#include "platform/foundation/MachineModel.hpp"
 #include "platform/foundation/NSPropertyList.hpp"
 
 #include <algorithm>
+#include <string>
+#include <utility>
 
 std::optional<CategoryList> categoryListFromFile() {
     const PropertyValue root = NSPropertyList::arrayWithContentsOfFile(categoryFilePath());
@@ -18,16 +22,21 @@ std::optional<CategoryList> categoryListFromFile() {
 
 CategoryList initialCategoryList(const DeviceKind& device) {
     CategoryList list = {
-        {"Ringtone", "Ringtone"},
-        {"Audio/Video", "Audio/Video"},
-        {"HeadsetBT", "BT Headset"},
-        {"HeadphonesBT", "BT Headphones"},
+        {AudioCategory::ringtone, "Ringtone"},
+        {AudioCategory::audioVideo, "Audio/Video"},
+        {AudioCategory::headsetBT, "BT Headset"},
+        {AudioCategory::headphonesBT, "BT Headphones"},
     };
     if (device.isIpad || device.isIpod)
-        list.emplace_back("VideoConference", "Video Conference");
+        list.emplace_back(AudioCategory::videoConference, "Video Conference");
     else
-        list.emplace_back("PhoneCall", "Phone Call");
+        list.emplace_back(AudioCategory::phoneCall, "Phone Call");
     return list;
+}
+
+CategoryList presentCategoryList() {
+    std::optional<CategoryList> list = categoryListFromFile();
+    return list ? *std::move(list) : initialCategoryList(currentDeviceKind());
 }
 
 void writeCategoryFile(const CategoryList& list) {
@@ -43,4 +52,22 @@ NSInteger visibleCategoriesInFile() {
     const std::optional<CategoryList> list = categoryListFromFile();
     if (!list) return initialListSize;
     return std::ranges::count_if(*list, &CategoryRecord::visible);
+}
+
+CategoryRecord::CategoryRecord(PropertyValue value)
+    : value_(std::move(value)),
+      categoryName_(value_.objectForKey("categoryName").string()),
+      prettyCategoryName_(value_.objectForKey("prettyCategoryName").string()),
+      visible_(value_.objectForKey("visible").boolValue()) {}
+
+CategoryRecord::CategoryRecord(const char* categoryName, const char* prettyCategoryName)
+    : CategoryRecord(PropertyValue(
+          PropertyValue::Dictionary{{"categoryName", PropertyValue(categoryName)},
+                                    {"prettyCategoryName", PropertyValue(prettyCategoryName)},
+                                    {"visible", PropertyValue(true)}})) {}
+
+DeviceKind currentDeviceKind() {
+    const std::string model = machineModel();
+    if (model.starts_with("iPad")) return {.isIpad = true};
+    return {.isIpod = model.starts_with("iPod")};
 }

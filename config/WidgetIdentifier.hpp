@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/foundation/NSNotificationCenter.hpp"
 #include "platform/foundation/PreferencesDirectory.hpp"
 
 #include <string>
@@ -18,4 +19,12 @@ inline std::string visibleNotificationName() {
 }
 inline std::string hiddenNotificationName() {
     return std::string(WidgetIdentifier) + ".ishidden";
+}
+
+/// Tells the default notification centre that the widget is on the screen, or is not.
+inline void postVisibleNotification() {
+    NSNotificationCenter::defaultCenter().postNotificationName(visibleNotificationName(), nullptr);
+}
+inline void postHiddenNotification() {
+    NSNotificationCenter::defaultCenter().postNotificationName(hiddenNotificationName(), nullptr);
 }

@@ -4,7 +4,7 @@
 #include "host/Tarnwick__TouchFix.hpp"
 #include "platform/foundation/NSLog.hpp"
 #include "platform/uikit/SelectorTable.hpp"
-#include "platform/uikit/UITouchMessage.hpp"
+#include "platform/uikit/UIEvent.hpp"
 #include "platform/uikit/UIWindow.hpp"
 
 namespace {
@@ -12,7 +12,6 @@ namespace {
 const ClassRegistration<TarnwickViewController> registration("TarnwickViewController");
 
 // Points.
-constexpr double rowHeight = 50.0;
 constexpr float ipadWidth = 480.0F;
 constexpr float otherDevicesWidth = 320.0F;
 constexpr unsigned flexibleWidth = 2;
@@ -38,11 +37,7 @@ constexpr Selector<Controller> selectors[] = {
     selector<&Controller::setBundle, Controller, std::shared_ptr<NSBundle>>("setBundle:"),
 };
 
-void post(const std::string& name) {
-    NSNotificationCenter::defaultCenter().postNotificationName(name, nullptr);
-}
-
-// An event for the touch's present phase, straight to the view under the finger, past the window's
+// Sends the touch in its present phase straight to the view under the finger, past the window's
 // own delivery.
 void forward(const std::shared_ptr<UITouch>& touch) {
     const auto event = Tarnwick__TouchFix::initWithTouch(std::make_shared<UIEvent>(), touch);
@@ -82,7 +77,7 @@ std::shared_ptr<TarnwickView> TarnwickViewController::loadedView() {
 
 void TarnwickViewController::loadView() {
     NSLog("TW: old loadView");
-    post(visibleNotificationName());
+    postVisibleNotification();
     twview = std::make_shared<TarnwickView>(CGRect{{0, 0}, preferredViewSize()});
     setView(twview);
     _view->setAutoresizingMask(flexibleWidth);
@@ -113,7 +108,7 @@ void TarnwickViewController::viewWillDisappear() {
 }
 
 void TarnwickViewController::viewDidDisappear() {
-    post(hiddenNotificationName());
+    postHiddenNotification();
 }
 
 // The tap is used up here: whatever happens, the host has nothing to open.

@@ -5,9 +5,9 @@
 
 #include <memory>
 
-/// What the legacy widget host instantiates from the bundle: hands it the mixer itself, fills the
-/// mixer when the host wants the full view, empties it when it disappears, and turns taps into
-/// touches. Main thread.
+/// The controller that the legacy widget host instantiates from the bundle. It provides the mixer
+/// itself as its view, fills it when the host wants the full view, empties it when it disappears,
+/// and turns taps into touches. Main thread.
 class TarnwickViewController : public BBWeeAppController {
  public:
     std::string_view className() const override { return "TarnwickViewController"; }

@@ -9,7 +9,6 @@ namespace {
 const ClassRegistration<TarnwickViewControllerNew> registration("TarnwickViewControllerNew");
 
 // Points.
-constexpr double rowHeight = 50.0;
 constexpr double verticalMargin = 20.0;
 constexpr float wideThreshold = 768.0F;
 constexpr float ipadWidgetWidth = 560.0F;
@@ -28,11 +27,8 @@ constexpr Selector<Controller> selectors[] = {
     selector<&Controller::unloadView, Controller>("unloadView"),
     selector<&Controller::updateValues, Controller>("updateValues"),
     selector<&Controller::bundle, Controller>("bundle"),
+    selector<&Controller::setBundle, Controller, std::shared_ptr<NSBundle>>("setBundle:"),
 };
-
-void post(const std::string& name) {
-    NSNotificationCenter::defaultCenter().postNotificationName(name, nullptr);
-}
 
 }  // namespace
 
@@ -94,20 +90,22 @@ void TarnwickViewControllerNew::buildMixer(const CGSize& size) {
 
 void TarnwickViewControllerNew::viewDidLoad() {
     _SBUIWidgetViewController::viewDidLoad();
-    post(visibleNotificationName());
+    postVisibleNotification();
 }
 
 void TarnwickViewControllerNew::hostWillPresent() {
-    const auto host = widgetHost();
+    const auto host = widgetHost();  // Held until the widget is presented.
     const auto delegate = host ? host->delegate() : nullptr;
     if (delegate && delegate->respondsToSelector("widget:didUpdatePreferredSize:"))
-        delegate->widget(widgetHost(), preferredViewSize());
+        if (const auto told = host->delegate()) told->widget(widgetHost(), preferredViewSize());
     NSLog("TW: self.preferredViewSize: " + NSStringFromCGSize(preferredViewSize()));
-    if (host && host->respondsToSelector("invalidatePreferredViewSize"))
-        host->invalidatePreferredViewSize();
+    // Asked anew: the widget may have come to another host meanwhile, or to none.
+    const auto current = widgetHost();
+    if (current && current->respondsToSelector("invalidatePreferredViewSize"))
+        current->invalidatePreferredViewSize();
     if (!twview && !isVisible) buildMixer(preferredViewSize());
     isVisible = true;
-    post(visibleNotificationName());
+    postVisibleNotification();
     _SBUIWidgetViewController::hostWillPresent();
 }
 
@@ -118,7 +116,7 @@ void TarnwickViewControllerNew::hostDidDismiss() {
 
 void TarnwickViewControllerNew::destroyMixer() {
     isVisible = false;
-    post(hiddenNotificationName());
+    postHiddenNotification();
     if (!twview) return;
     twview->removeFromSuperview();
     NSNotificationCenter::defaultCenter().removeObserver(twview.get());

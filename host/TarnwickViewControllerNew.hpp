@@ -5,9 +5,9 @@
 
 #include <memory>
 
-/// What the widget host instantiates from the bundle: tells it the widget's size, builds the mixer
-/// when the widget is presented, destroys it when it is dismissed, and announces both in the
-/// default notification centre. Main thread.
+/// The controller that the widget host instantiates from the bundle. It reports the widget's size,
+/// builds the mixer when the widget is presented, destroys it when it is dismissed, and announces
+/// both in the default notification centre. Main thread.
 class TarnwickViewControllerNew : public _SBUIWidgetViewController {
  public:
     /// "dealloc": announces that the widget is hidden, whether or not it was shown.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/uikit/UITouchesEvent.hpp"
+#include "platform/uikit/UIEvent.hpp"
 
 #include <memory>
 

@@ -2,13 +2,12 @@
 
 #include "platform/celestial/AVSystemController.hpp"
 
-#include <cmath>
 #include <cstdio>
 
 namespace {
 bool showsRoute(const NSString& categoryName) {
-    return categoryName == "Audio/Video" || categoryName == "PhoneCall" ||
-           categoryName == "VideoConference";
+    return categoryName == AudioCategory::audioVideo || categoryName == AudioCategory::phoneCall ||
+           categoryName == AudioCategory::videoConference;
 }
 }  // namespace
 
@@ -21,11 +20,6 @@ std::string captionTitle(const CategoryRecord& record, AVSystemController* servi
 }
 
 std::string percentText(float percent) {
-    // All that a working service answers is printed as an integer: printing a number with a point
-    // goes a much longer way.
-    constexpr float most = 1000;
-    const float whole = std::nearbyint(percent);
-    if (std::abs(whole) <= most) return std::to_string(static_cast<int>(whole)) + '%';
     char text[64];
     std::snprintf(text, sizeof text, "%.0f%%", static_cast<double>(percent));
     return text;

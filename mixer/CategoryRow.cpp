@@ -1,4 +1,3 @@
-#include "mixer/RowTags.hpp"
 #include "mixer/Skin.hpp"
 #include "mixer/TarnwickView.hpp"
 
@@ -6,7 +5,7 @@ namespace {
 
 using Image = std::shared_ptr<const UIImage>;
 
-// Points, in the row's coordinates. A row is 50 high: the caption above, the slider below it.
+// Points, in the row's coordinates.
 constexpr CGFloat margin = 20.0;
 constexpr CGFloat captionY = 5.0;
 constexpr CGFloat captionHeight = 15.0;
@@ -74,10 +73,10 @@ std::shared_ptr<UIView> TarnwickView::singleCategoryView(NSInteger categoryNumbe
     slider->setTag(sliderTag(categoryNumber));
 
     if (const Skin* skin = skinNamed(selectedSkin.value_or(""))) {
-        const bool ownColors = skin->colors == SkinColors::FromSettings;
-        caption->setTextColor(ownColors ? textColor : opaque(*skin->captionColor));
+        const std::optional<SkinColor>& ownColor = skin->captionColor;
+        caption->setTextColor(ownColor ? opaque(*ownColor) : textColor);
         setImages(*slider, *skin, resourcesBundle);
-        if (ownColors) {
+        if (!ownColor) {
             slider->setThumbTintColor(thumbTintColor);
             slider->setMinimumTrackTintColor(minimumTrackTintColor);
             slider->setMaximumTrackTintColor(maximumTrackTintColor);

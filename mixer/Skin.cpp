@@ -6,7 +6,6 @@ constexpr SkinColor creamCaption = {214.0 / 255, 192.0 / 255, 159.0 / 255};
 constexpr SkinColor metalCaption = {184.0 / 255, 184.0 / 255, 184.0 / 255};
 
 constexpr Skin defaultSkin = {
-    .colors = SkinColors::FromSettings,
     .captionColor = std::nullopt,
     .thumb = "thumb_default",
     .thumbHighlighted = nullptr,
@@ -19,7 +18,6 @@ constexpr Skin defaultSkin = {
 
 constexpr Skin creamSkin(const char* thumb, const char* thumbHighlighted) {
     return {
-        .colors = SkinColors::Fixed,
         .captionColor = creamCaption,
         .thumb = thumb,
         .thumbHighlighted = thumbHighlighted,
@@ -35,7 +33,6 @@ constexpr Skin creamRoundSkin = creamSkin("thumb_cream", "thumb_cream_active");
 constexpr Skin creamRectangularSkin = creamSkin("thumb_cream_rect", "thumb_cream_rect_active");
 
 constexpr Skin metalSkin = {
-    .colors = SkinColors::Fixed,
     .captionColor = metalCaption,
     .thumb = "thumb_metal",
     .thumbHighlighted = "thumb_metal_active",

@@ -10,16 +10,12 @@ struct SkinColor {
     double blue;
 };
 
-enum class SkinColors {
-    FromSettings,  ///< Caption and tints take the user's colours.
-    Fixed,         ///< The skin brings its caption colour and no tints.
-};
-
 /// How the caption and the slider of a row look: names of images in the bundle, nullptr where the
 /// platform's own look stays.
 struct Skin {
-    SkinColors colors;
-    std::optional<SkinColor> captionColor;  ///< With SkinColors::Fixed.
+    /// nullopt: caption and slider take the colours of the settings. A skin with a colour of its
+    /// own has no tints.
+    std::optional<SkinColor> captionColor;
     const char* thumb;
     const char* thumbHighlighted;
     const char* minimumValueImage;

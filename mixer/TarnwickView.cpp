@@ -7,9 +7,7 @@
 namespace {
 const ClassRegistration<TarnwickView> registration("TarnwickView");
 
-// Points.
-constexpr double firstRowY = 10.0;
-constexpr double rowHeight = 50.0;
+constexpr double firstRowY = 10.0;  // points
 }  // namespace
 
 void TarnwickView::setBackgroundImage(const std::shared_ptr<const UIImage>& /*image*/) {}

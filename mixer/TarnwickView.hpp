@@ -8,7 +8,23 @@
 #include "platform/uikit/UILabel.hpp"
 #include "platform/uikit/UISlider.hpp"
 
+#include <concepts>
 #include <memory>
+
+/// The height of a row in points. Its caption lies above its slider.
+inline constexpr double rowHeight = 50.0;
+
+/// How a category's caption and slider are found in the mixer: by tags made from its number, its
+/// position in the whole list.
+constexpr NSInteger captionTag(NSInteger categoryNumber) {
+    return 1000 + categoryNumber;
+}
+constexpr NSInteger sliderTag(NSInteger categoryNumber) {
+    return 2000 + categoryNumber;
+}
+constexpr NSInteger categoryNumberOfSlider(NSInteger tag) {
+    return tag - 2000;
+}
 
 /// The mixer: one row for each visible category, its caption (tag 1000 + the category's number)
 /// above its slider (tag 2000 + number). It fills itself from the volume service and follows every
@@ -77,4 +93,8 @@ class TarnwickView : public UIView {
     void updateRow(NSInteger categoryNumber, const CategoryRecord& record);
     void updatePartner(const NSString& changedCategory, float volume);
     void debugLog(const std::string& line) const;
+    /// The same for a line that is worth making only if it is written.
+    void debugLog(const std::invocable auto& makeLine) const {
+        if (enableDebugLogging) debugLog(makeLine());
+    }
 };

@@ -1,13 +1,13 @@
 #include "backends/cairo/CairoBitmap.hpp"
 
-#include "backends/cairo/Limits.hpp"
-
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <utility>
+
+namespace painting {
 
 namespace {
 
@@ -44,11 +44,12 @@ CairoSurface asArgb(CairoSurface surface) {
 }
 
 struct Tint {
+    /// Of a colour whose components are within 0 to 1.
     explicit Tint(const UIColor& color)
-        : alpha(multiplied(component(color.alpha))),
-          red(multiplied(component(color.red) * component(color.alpha))),
-          green(multiplied(component(color.green) * component(color.alpha))),
-          blue(multiplied(component(color.blue) * component(color.alpha))) {}
+        : alpha(multiplied(color.alpha)),
+          red(multiplied(color.red * color.alpha)),
+          green(multiplied(color.green * color.alpha)),
+          blue(multiplied(color.blue * color.alpha)) {}
 
     std::uint32_t operator()(std::uint32_t pixel) const {
         return std::uint32_t(alpha[pixel >> 24]) << 24 |
@@ -82,7 +83,7 @@ CairoSurface tintedCopy(cairo_surface_t* surface, const UIColor& color) {
     cairo_surface_flush(surface);
     const unsigned char* from = cairo_image_surface_get_data(surface);
     unsigned char* to = cairo_image_surface_get_data(copy.get());
-    const Tint tint(color);
+    const Tint tint(color.clamped());
     for (int y = 0; y < height; ++y) {
         tintRow(from + std::ptrdiff_t(y) * cairo_image_surface_get_stride(surface),
                 to + std::ptrdiff_t(y) * cairo_image_surface_get_stride(copy.get()), width, tint);
@@ -133,3 +134,62 @@ cairo_surface_t* CairoBitmap::tintedFor(cairo_surface_t* target, const UIColor& 
     Look* found = look(color);
     return found ? found->copy.of(found->image.get(), target) : nullptr;
 }
+
+namespace {
+
+// Pixels, a megabyte: many times the images of a skin. A server without memory for a copy would end
+// the program, and of a large image only the visible part is sent.
+constexpr long mostCopiedPixels = 512L * 512;
+
+bool isSmall(cairo_surface_t* image) {
+    return long{cairo_image_surface_get_width(image)} * cairo_image_surface_get_height(image) <=
+           mostCopiedPixels;
+}
+
+// A surface that is made for a target takes over its scale, and may have no size in whole pixels.
+bool countsInPixels(cairo_surface_t* target) {
+    double across = 0;
+    double down = 0;
+    cairo_surface_get_device_scale(target, &across, &down);
+    return across == 1 && down == 1;
+}
+
+// Row by row if rows are short. For 128 bytes or more at once, Cairo shares half a megabyte with
+// the server, keeps a list of 50 kB for it, and waits for the server.
+void paint(cairo_t* context, cairo_surface_t* image) {
+    constexpr int shortRow = 128 / 4;  // pixels
+    const int width = cairo_image_surface_get_width(image);
+    const int height = cairo_image_surface_get_height(image);
+    const int rows = width < shortRow ? 1 : height;
+    cairo_set_operator(context, CAIRO_OPERATOR_SOURCE);
+    cairo_set_source_surface(context, image, 0, 0);
+    for (int y = 0; y < height; y += rows) {
+        cairo_rectangle(context, 0, y, width, rows);
+        cairo_fill(context);
+    }
+}
+
+CairoSurface copyFor(cairo_surface_t* target, cairo_surface_t* image) {
+    CairoSurface copy(cairo_surface_create_similar(target, CAIRO_CONTENT_COLOR_ALPHA,
+                                                   cairo_image_surface_get_width(image),
+                                                   cairo_image_surface_get_height(image)));
+    const CairoContext context(cairo_create(copy.get()));
+    paint(context.get(), image);
+    const bool isThere = cairo_status(context.get()) == CAIRO_STATUS_SUCCESS &&
+                         cairo_surface_get_device(copy.get()) == cairo_surface_get_device(target);
+    return isThere ? std::move(copy) : nullptr;
+}
+
+}  // namespace
+
+cairo_surface_t* DeviceCopy::of(cairo_surface_t* image, cairo_surface_t* target) {
+    cairo_device_t* device = cairo_surface_get_device(target);
+    if (device == nullptr || !countsInPixels(target) || !isSmall(image)) return image;
+    if (device != device_.get()) {
+        device_.reset(cairo_device_reference(device));
+        copy_ = copyFor(target, image);
+    }
+    return copy_ ? copy_.get() : image;
+}
+
+}  // namespace painting

@@ -2,11 +2,14 @@
 
 #include "backends/cairo/CairoBitmap.hpp"
 #include "backends/cairo/CairoShadow.hpp"
-#include "backends/cairo/Limits.hpp"
+#include "backends/cairo/Handles.hpp"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <memory>
+
+namespace painting {
 
 namespace {
 
@@ -15,12 +18,39 @@ constexpr double sameLength = 0.01;  // pixels
 
 constexpr std::size_t usualDepth = 16;  // of views in views
 
-struct PixelRect {
+/// A part of a bitmap, in its pixels.
+struct BitmapPart {
     int x;
     int y;
     int width;
     int height;
 };
+
+using ClipRectangles =
+    std::unique_ptr<cairo_rectangle_list_t, ReleaseWith<cairo_rectangle_list_destroy>>;
+
+/// The clip that the context has. A clip that is no set of rectangles counts as the rectangle
+/// around it; an unbounded surface gives an infinite one.
+std::vector<PixelRect> clipOf(cairo_t* context, const PixelGrid& grid) {
+    std::vector<PixelRect> parts;
+    const ClipRectangles clip(cairo_copy_clip_rectangle_list(context));
+    if (clip->status == CAIRO_STATUS_SUCCESS) {
+        for (int i = 0; i < clip->num_rectangles; ++i) {
+            const cairo_rectangle_t& rect = clip->rectangles[i];
+            parts.push_back(grid.pixels(
+                {{CGFloat(rect.x), CGFloat(rect.y)}, {CGFloat(rect.width), CGFloat(rect.height)}}));
+        }
+        return parts;
+    }
+    double left = 0;
+    double top = 0;
+    double right = 0;
+    double bottom = 0;
+    cairo_clip_extents(context, &left, &top, &right, &bottom);
+    parts.push_back({left * grid.scale + grid.x, top * grid.scale + grid.y,
+                     right * grid.scale + grid.x, bottom * grid.scale + grid.y});
+    return parts;
+}
 
 double limitedRadius(const CGRect& rect, CGFloat radius) {
     const CGFloat half = std::min(rect.size.width, rect.size.height) / 2;
@@ -75,7 +105,7 @@ std::array<CGRect, 4> sidesBetween(const CGRect& outside, const CGRect& inside) 
 }
 
 // Whole pixels within the bitmap; an empty one where the source lies outside.
-PixelRect pixelsOf(const CGRect& source, PixelSize size) {
+BitmapPart pixelsOf(const CGRect& source, PixelSize size) {
     const auto edge = [](double value, int limit) {
         return int(std::lround(std::clamp<double>(value, 0, limit)));
     };
@@ -85,12 +115,12 @@ PixelRect pixelsOf(const CGRect& source, PixelSize size) {
             edge(CGRectGetMaxY(source), size.height) - top};
 }
 
-bool isWhole(const PixelRect& pixels, PixelSize size) {
+bool isWhole(const BitmapPart& pixels, PixelSize size) {
     return pixels.width == size.width && pixels.height == size.height;
 }
 
 // A surface of those pixels alone, on the same memory: nothing beside them can bleed in.
-CairoSurface partOf(cairo_surface_t* surface, const PixelRect& pixels) {
+CairoSurface partOf(cairo_surface_t* surface, const BitmapPart& pixels) {
     cairo_surface_flush(surface);
     const std::ptrdiff_t stride = cairo_image_surface_get_stride(surface);
     unsigned char* data =
@@ -100,34 +130,35 @@ CairoSurface partOf(cairo_surface_t* surface, const PixelRect& pixels) {
 }
 
 // A bitmap drawn pixel by pixel keeps its size, however its edges would be rounded.
-CGRect bitmapTarget(const PixelGrid& grid, const CGRect& target, const PixelRect& pixels) {
+CGRect bitmapTarget(const PixelGrid& grid, const CGRect& target, const BitmapPart& pixels) {
     CGRect aligned = grid.aligned(target);
     const auto isSame = [&](CGFloat points, int length) {
-        return std::abs(points * grid.scale() - length) < sameLength;
+        return std::abs(points * grid.scale - length) < sameLength;
     };
     if (isSame(target.size.width, pixels.width)) {
-        aligned.size.width = CGFloat(pixels.width / grid.scale());
+        aligned.size.width = CGFloat(pixels.width / grid.scale);
     }
     if (isSame(target.size.height, pixels.height)) {
-        aligned.size.height = CGFloat(pixels.height / grid.scale());
+        aligned.size.height = CGFloat(pixels.height / grid.scale);
     }
     return aligned;
 }
 
-cairo_filter_t filterFor(const PixelGrid& grid, const CGSize& size, const PixelRect& pixels) {
-    const bool pixelByPixel = std::abs(size.width * grid.scale() - pixels.width) < sameLength &&
-                              std::abs(size.height * grid.scale() - pixels.height) < sameLength;
+cairo_filter_t filterFor(const PixelGrid& grid, const CGSize& size, const BitmapPart& pixels) {
+    const bool pixelByPixel = std::abs(size.width * grid.scale - pixels.width) < sameLength &&
+                              std::abs(size.height * grid.scale - pixels.height) < sameLength;
     return pixelByPixel ? CAIRO_FILTER_NEAREST : CAIRO_FILTER_GOOD;
 }
 
 }  // namespace
 
 CairoCanvas::CairoCanvas(cairo_t* context, CGFloat scale, CairoText& text)
-    : context_(cairo_reference(context)),
-      grid_(context, scale),
-      clipped_(context),
-      clip_(context),
-      text_(text) {
+    : context_(cairo_reference(context)), text_(text) {
+    cairo_matrix_t matrix;
+    cairo_get_matrix(context_, &matrix);
+    unitsPerPixel_ = matrix.xx / scale;
+    state_.grid = {scale, matrix.x0 / unitsPerPixel_, matrix.y0 / unitsPerPixel_};
+    visible_ = clipOf(context_, state_.grid);
     cairo_save(context_);
     saved_.reserve(usualDepth);
 }
@@ -141,42 +172,58 @@ CairoCanvas::~CairoCanvas() {
 }
 
 void CairoCanvas::save() {
-    save(std::nullopt);
-}
-
-void CairoCanvas::save(const std::optional<double>& opacity) {
-    Saved& saved = saved_.emplace_back(Saved{{}, clip_.area(), opacity});
-    cairo_get_matrix(context_, &saved.matrix);
+    saved_.push_back(state_);
+    state_.opacity.reset();
 }
 
 void CairoCanvas::saveWithOpacity(CGFloat opacity) {
-    clip_.beginGroup();
-    save(component(opacity));
+    prepare();
+    cairo_push_group(context_);
+    cairo_save(context_);
+    save();
+    state_.opacity = UIColor::clearColor().colorWithAlpha(opacity).clamped().alpha;
 }
 
 void CairoCanvas::restore() {
     if (saved_.empty()) return;
-    const Saved saved = saved_.back();
+    const std::optional<double> opacity = state_.opacity;
+    state_ = saved_.back();
     saved_.pop_back();
-    clip_.setArea(saved.clip);
-    if (saved.opacity) {
-        clip_.endGroup();
-        cairo_paint_with_alpha(context_, *saved.opacity);
-    }
-    cairo_set_matrix(context_, &saved.matrix);
+    if (!opacity) return;
+    cairo_restore(context_);
+    cairo_pop_group_to_source(context_);
+    appliedClip_ = state_.clip;
+    cairo_paint_with_alpha(context_, *opacity);
 }
 
 void CairoCanvas::translate(CGFloat dx, CGFloat dy) {
-    if (std::isfinite(dx) && std::isfinite(dy)) cairo_translate(context_, dx, dy);
+    if (!std::isfinite(dx) || !std::isfinite(dy)) return;
+    state_.grid.x += dx * state_.grid.scale;
+    state_.grid.y += dy * state_.grid.scale;
 }
 
 void CairoCanvas::clip(const CGRect& rect) {
-    const CGRect area = grid_.aligned(grid_.paintable(rect).value_or(CGRect{}));
-    if (!clipped_.isWithin(area)) clip_.narrow(area);
+    const CGRect area = state_.grid.paintable(rect).value_or(CGRect{});
+    const PixelRect pixels = state_.grid.alignedPixels(area);
+    const bool changesNothing = std::ranges::all_of(
+        visible_, [&](const PixelRect& part) { return contains(pixels, part); });
+    if (changesNothing) return;
+    state_.clip = state_.clip ? intersection(*state_.clip, pixels) : pixels;
 }
 
 bool CairoCanvas::isVisible(const CGRect& rect) const {
-    return clipped_.meets(rect);
+    if (CGRectIsEmpty(rect)) return false;
+    const PixelRect exact = state_.grid.pixels(rect);
+    const PixelRect pixels = state_.clip ? intersection(exact, *state_.clip) : exact;
+    return std::ranges::any_of(visible_, [&](const PixelRect& part) { return meet(pixels, part); });
+}
+
+/// Whether all that can be painted on lies in the rectangle.
+bool CairoCanvas::isWithinClip(const CGRect& rect) const {
+    const PixelRect pixels = state_.grid.pixels(rect);
+    return std::ranges::all_of(visible_, [&](const PixelRect& part) {
+        return contains(pixels, state_.clip ? intersection(part, *state_.clip) : part);
+    });
 }
 
 bool CairoCanvas::seesCorners(const CGRect& rect, double radius) const {
@@ -189,16 +236,40 @@ bool CairoCanvas::seesCorners(const CGRect& rect, double radius) const {
            isVisible(CGRectMake(right, bottom, side, side));
 }
 
-// Round corners are dear, and most repaints see none. Where the straight edges lie between pixels
-// the library would smooth them in another way.
+// Round corners are expensive, and most repaints contain none. Edges between pixels are left to
+// Cairo, which smooths them.
 bool CairoCanvas::looksPlain(const CGRect& rect, double radius) const {
-    return radius > 0 && grid_.aligned(rect) == rect && !seesCorners(rect, radius);
+    return radius > 0 && state_.grid.aligned(rect) == rect && !seesCorners(rect, radius);
+}
+
+/// Applies clip and origin to the context. Call before drawing anything.
+void CairoCanvas::prepare() {
+    if (state_.clip != appliedClip_) applyClip();
+    cairo_matrix_t matrix;
+    const double unitsPerPoint = state_.grid.scale * unitsPerPixel_;
+    cairo_matrix_init(&matrix, unitsPerPoint, 0, 0, unitsPerPoint, state_.grid.x * unitsPerPixel_,
+                      state_.grid.y * unitsPerPixel_);
+    cairo_set_matrix(context_, &matrix);
 }
 
 void CairoCanvas::prepare(const UIColor& color) {
-    clip_.apply();
-    cairo_set_source_rgba(context_, component(color.red), component(color.green),
-                          component(color.blue), component(color.alpha));
+    prepare();
+    const UIColor shown = color.clamped();
+    cairo_set_source_rgba(context_, shown.red, shown.green, shown.blue, shown.alpha);
+}
+
+// A context's clip can only become smaller: another one begins at what was saved.
+void CairoCanvas::applyClip() {
+    cairo_restore(context_);
+    cairo_save(context_);
+    appliedClip_ = state_.clip;
+    if (!state_.clip) return;
+    const PixelRect& clip = *state_.clip;
+    cairo_identity_matrix(context_);
+    cairo_scale(context_, unitsPerPixel_, unitsPerPixel_);
+    cairo_new_path(context_);
+    cairo_rectangle(context_, clip.left, clip.top, clip.right - clip.left, clip.bottom - clip.top);
+    cairo_clip(context_);
 }
 
 void CairoCanvas::fill(const CGRect& rect, const UIColor& color) {
@@ -206,7 +277,7 @@ void CairoCanvas::fill(const CGRect& rect, const UIColor& color) {
 }
 
 void CairoCanvas::fillRounded(const CGRect& rect, CGFloat radius, const UIColor& color) {
-    const std::optional<CGRect> area = grid_.paintable(rect);
+    const std::optional<CGRect> area = state_.grid.paintable(rect);
     if (!area) return;
     prepare(color);
     cairo_new_path(context_);
@@ -217,20 +288,20 @@ void CairoCanvas::fillRounded(const CGRect& rect, CGFloat radius, const UIColor&
 
 void CairoCanvas::strokeRounded(const CGRect& rect, CGFloat radius, CGFloat width,
                                 const UIColor& color) {
-    const std::optional<CGRect> area = grid_.paintable(rect);
+    const std::optional<CGRect> area = state_.grid.paintable(rect);
     if (!area || !(width > 0)) return;
     const CGRect inside = CGRectInset(*area, width, width);
     if (CGRectIsEmpty(inside)) return fillRounded(*area, radius, color);
     const double corner = limitedRadius(*area, radius);
-    if (clipped_.isWithin(inside) && !seesCorners(*area, corner)) return;
+    if (isWithinClip(inside) && !seesCorners(*area, corner)) return;
     prepare(color);
-    if (looksPlain(*area, corner) && grid_.aligned(inside) == inside)
+    if (looksPlain(*area, corner) && state_.grid.aligned(inside) == inside)
         fillSidesSeen(*area, inside);
     else
         fillRing(*area, corner, inside, std::max(corner - width, 0.0));
 }
 
-// A row's repaint reaches one side of the panel or none, and a rectangle is what the library draws
+// A row's repaint touches one side of the panel or none, and rectangles are what Cairo draws
 // fastest.
 void CairoCanvas::fillSidesSeen(const CGRect& outside, const CGRect& inside) {
     cairo_new_path(context_);
@@ -256,18 +327,18 @@ void CairoCanvas::fillShadow(const CGRect& rect, CGFloat radius, CGFloat blur,
         fillRounded(rect, radius, color);
         return;
     }
-    const std::optional<CGRect> area = grid_.paintable(rect);
+    const std::optional<CGRect> area = state_.grid.paintable(rect);
     if (!area) return;
     prepare(color);
-    fillSoftEdged(context_, grid_, *area, CGFloat(limitedRadius(*area, radius)), blur);
+    fillSoftEdged(context_, state_.grid, *area, CGFloat(limitedRadius(*area, radius)), blur);
 }
 
 void CairoCanvas::drawBitmap(const UIBitmap& bitmap, const CGRect& source, const CGRect& target,
                              const std::optional<UIColor>& multiply) {
     const auto* image = dynamic_cast<const CairoBitmap*>(&bitmap);
-    if (!image || !grid_.paintable(source) || !grid_.paintable(target)) return;
-    const PixelRect pixels = pixelsOf(source, image->size());
-    const CGRect area = bitmapTarget(grid_, target, pixels);
+    if (!image || !state_.grid.paintable(source) || !state_.grid.paintable(target)) return;
+    const BitmapPart pixels = pixelsOf(source, image->size());
+    const CGRect area = bitmapTarget(state_.grid, target, pixels);
     if (pixels.width < 1 || pixels.height < 1 || CGRectIsEmpty(area)) return;
 
     const UIColor color = multiply.value_or(UIColor::whiteColor());
@@ -284,9 +355,9 @@ void CairoCanvas::drawBitmap(const UIBitmap& bitmap, const CGRect& source, const
     cairo_matrix_translate(&matrix, -area.origin.x, -area.origin.y);
     cairo_pattern_set_matrix(pattern.get(), &matrix);
     cairo_pattern_set_extend(pattern.get(), CAIRO_EXTEND_PAD);
-    cairo_pattern_set_filter(pattern.get(), filterFor(grid_, area.size, pixels));
+    cairo_pattern_set_filter(pattern.get(), filterFor(state_.grid, area.size, pixels));
 
-    clip_.apply();
+    prepare();
     cairo_save(context_);
     cairo_set_source(context_, pattern.get());
     cairo_new_path(context_);
@@ -298,8 +369,10 @@ void CairoCanvas::drawBitmap(const UIBitmap& bitmap, const CGRect& source, const
 
 void CairoCanvas::drawText(std::string_view text, const UIFont& font, const UIColor& color,
                            const CGRect& rect, NSTextAlignment alignment) {
-    const std::optional<CGRect> area = grid_.paintable(rect);
+    const std::optional<CGRect> area = state_.grid.paintable(rect);
     if (!area) return;
     prepare(color);
-    text_.draw(context_, grid_, text, font, *area, alignment);
+    text_.draw(context_, state_.grid, text, font, *area, alignment);
 }
+
+}  // namespace painting

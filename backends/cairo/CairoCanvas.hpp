@@ -1,9 +1,7 @@
 #pragma once
 
 #include "backends/cairo/CairoText.hpp"
-#include "backends/cairo/ClipArea.hpp"
-#include "backends/cairo/PendingClip.hpp"
-#include "backends/cairo/PixelGrid.hpp"
+#include "backends/cairo/PaintState.hpp"
 #include "platform/uikit/Canvas.hpp"
 
 #include <cairo.h>
@@ -11,11 +9,24 @@
 #include <optional>
 #include <vector>
 
-/// Paints on a Cairo context, for as long as that lives; leaves the context as it was. The
-/// context's matrix scales and translates only, and leads from points to pixels, together with
-/// the surface's device scale; `scale` says how many pixels a point gets by both.
+namespace painting {
+
+/// Paints on a Cairo context.
 ///
-/// The context is the canvas's own meanwhile: it hears of clips only once something is drawn.
+/// Make one for a paint, on the context that a surface or a toolkit hands out, and let it go before
+/// the context is used for anything else:
+///
+///     cairo_scale(context, scale, scale);
+///     CairoCanvas canvas(context, scale);
+///     window.layoutAndPaint(canvas, window.bounds());
+///
+/// The context's matrix scales (alike in both directions) and translates only. It leads from points
+/// to pixels together with the surface's device scale; `scale` is the pixels that a point gets by
+/// both.
+///
+/// The canvas keeps origin and clip itself, in device pixels, and tells the context of them with
+/// the next thing drawn: most views draw nothing of their own, and a clip costs Cairo as much as a
+/// filled rectangle. The destructor leaves the context as it was.
 ///
 /// Clips, bitmaps and text move to whole pixels, so they are crisp and neighbours have no seam.
 class CairoCanvas : public Canvas {
@@ -25,7 +36,7 @@ class CairoCanvas : public Canvas {
     CairoCanvas& operator=(const CairoCanvas&) = delete;
     ~CairoCanvas() override;
 
-    CGFloat scale() const override { return CGFloat(grid_.scale()); }
+    CGFloat scale() const override { return CGFloat(state_.grid.scale); }
     void save() override;
     void saveWithOpacity(CGFloat opacity) override;
     /// Ignored without a save().
@@ -45,25 +56,28 @@ class CairoCanvas : public Canvas {
                   const CGRect& rect, NSTextAlignment alignment) override;
 
  private:
-    struct Saved {
-        cairo_matrix_t matrix;
-        PendingClip::Area clip;
-        std::optional<double> opacity;
-    };
-
-    void save(const std::optional<double>& opacity);
-    /// Before everything that is drawn.
+    // What is drawn next
+    void prepare();
     void prepare(const UIColor& color);
+    void applyClip();
+
+    // What of it can be seen
+    bool isWithinClip(const CGRect& rect) const;
     bool seesCorners(const CGRect& rect, double radius) const;
     bool looksPlain(const CGRect& rect, double radius) const;
+
+    // Parts of a stroke
     void fillSidesSeen(const CGRect& outside, const CGRect& inside);
     void fillRing(const CGRect& outside, double outerRadius, const CGRect& inside,
                   double innerRadius);
 
     cairo_t* context_;
-    PixelGrid grid_;
-    ClipArea clipped_;  ///< As the context had it.
-    PendingClip clip_;
     CairoText& text_;
-    std::vector<Saved> saved_;
+    double unitsPerPixel_;            ///< Of those that the context's matrix leads to.
+    std::vector<PixelRect> visible_;  ///< The clip that the context came with.
+    PaintState state_;
+    std::vector<PaintState> saved_;
+    std::optional<PixelRect> appliedClip_;  ///< The state's clip that the context knows of.
 };
+
+}  // namespace painting

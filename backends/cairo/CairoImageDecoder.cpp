@@ -2,6 +2,8 @@
 
 #include "backends/cairo/PngFile.hpp"
 
+namespace painting {
+
 namespace {
 
 // More than all images of a widget's bundle.
@@ -47,3 +49,5 @@ std::shared_ptr<const UIBitmap> CairoImageDecoder::decode(const std::string& pat
     decoded_[file->identity()] = bitmap;
     return bitmap;
 }
+
+}  // namespace painting

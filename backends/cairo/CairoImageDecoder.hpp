@@ -1,16 +1,17 @@
 #pragma once
 
 #include "backends/cairo/CairoBitmap.hpp"
-#include "backends/cairo/RegularFile.hpp"
+#include "backends/cairo/PngFile.hpp"
 #include "platform/uikit/UIImage.hpp"
 
 #include <map>
 #include <memory>
 #include <string>
 
-/// PNG files. An image is looked through for damage when it is first asked for and decoded when it
-/// is first painted. While somebody holds the pixels of a file that has not changed, all get the
-/// same.
+namespace painting {
+
+/// Decodes PNG files. A file is checked for damage when it is first requested and decoded when it
+/// is first painted. While its pixels are in use and it has not changed, all users share them.
 class CairoImageDecoder : public UIImageDecoder {
  public:
     std::optional<PixelSize> probe(const std::string& path) override;
@@ -22,3 +23,5 @@ class CairoImageDecoder : public UIImageDecoder {
     std::map<FileIdentity, PixelSize> whole_;  ///< Files that were found to be undamaged.
     std::map<FileIdentity, std::weak_ptr<const CairoBitmap>> decoded_;
 };
+
+}  // namespace painting

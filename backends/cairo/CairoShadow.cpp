@@ -6,6 +6,8 @@
 #include <cmath>
 #include <vector>
 
+namespace painting {
+
 namespace {
 
 constexpr std::size_t masksKept = 8;
@@ -110,7 +112,7 @@ int maskLength(double length, int corner) {
 
 void fillSoftEdged(cairo_t* context, const PixelGrid& grid, const CGRect& rect, CGFloat radius,
                    CGFloat blur) {
-    const double scale = grid.scale();
+    const double scale = grid.scale;
     const double blurPixels = std::min(blur * scale, largestBlur);
     // A blur rounds corners; a sharp one would leave a crease in the shadow.
     const double half = std::min(rect.size.width, rect.size.height) * scale / 2;
@@ -136,3 +138,5 @@ void fillSoftEdged(cairo_t* context, const PixelGrid& grid, const CGRect& rect, 
     }
     cairo_restore(context);
 }
+
+}  // namespace painting

@@ -1,11 +1,15 @@
 #pragma once
 
-#include "backends/cairo/PixelGrid.hpp"
+#include "backends/cairo/PaintState.hpp"
 
 #include <cairo.h>
 
-/// Paints, in the context's present colour, a rounded rectangle whose edge fades within `blur` on
-/// both sides. From masks that are kept, since gradients are slow. The radius is at most half the
+namespace painting {
+
+/// Paints a rounded rectangle in the context's current colour, whose edge fades within `blur` on
+/// both sides. It uses cached masks, since gradients are slow. The radius is limited to half the
 /// shorter side.
 void fillSoftEdged(cairo_t* context, const PixelGrid& grid, const CGRect& rect, CGFloat radius,
                    CGFloat blur);
+
+}  // namespace painting

@@ -1,10 +1,12 @@
 #include "backends/cairo/CairoText.hpp"
 
-#include "backends/cairo/ShortenedLine.hpp"
+#include "backends/cairo/CaptionLine.hpp"
 
 #include <algorithm>
 #include <cmath>
 #include <utility>
+
+namespace painting {
 
 namespace {
 
@@ -127,7 +129,7 @@ void CairoText::draw(cairo_t* context, const PixelGrid& grid, std::string_view t
     const ShapedLines::Style style{.font = font,
                                    .width = std::min<double>(rect.size.width, largestWidth),
                                    .alignment = alignment,
-                                   .scale = grid.scale(),
+                                   .scale = grid.scale,
                                    .across = matrix.xx,
                                    .down = matrix.yy,
                                    .targetOptions = targetOptions(context)};
@@ -140,3 +142,33 @@ void CairoText::draw(cairo_t* context, const PixelGrid& grid, std::string_view t
     pango_cairo_show_layout_line(context, line->glyphs.get());
     cairo_new_path(context);
 }
+
+namespace {
+
+constexpr std::size_t mostLines = 64;     // of about a kilobyte each
+constexpr std::size_t longestText = 256;  // bytes
+
+}  // namespace
+
+const ShapedLines::Line* ShapedLines::find(std::string_view text, const Style& style) const {
+    if (text.size() > longestText) return nullptr;
+    const auto found = std::ranges::find_if(
+        entries_, [&](const Entry& entry) { return entry.text == text && entry.style == style; });
+    return found == entries_.end() ? nullptr : &found->line;
+}
+
+const ShapedLines::Line& ShapedLines::keep(std::string_view text, const Style& style, Line line) {
+    if (text.size() > longestText) return unkept_ = std::move(line);
+    Entry entry{std::string(text), style, std::move(line)};
+    if (entries_.size() < mostLines) return entries_.emplace_back(std::move(entry)).line;
+    Entry& replaced = entries_[oldest_];
+    oldest_ = (oldest_ + 1) % mostLines;
+    return (replaced = std::move(entry)).line;
+}
+
+void ShapedLines::clear() {
+    entries_.clear();
+    oldest_ = 0;
+}
+
+}  // namespace painting

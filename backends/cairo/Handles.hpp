@@ -5,6 +5,8 @@
 
 #include <memory>
 
+namespace painting {
+
 /// Owners of the libraries' objects, by the function that gives one reference back.
 template <auto release>
 struct ReleaseWith {
@@ -27,3 +29,5 @@ using PangoFontDescriptionPtr =
     std::unique_ptr<PangoFontDescription, ReleaseWith<pango_font_description_free>>;
 using PangoLayoutLinePtr = std::unique_ptr<PangoLayoutLine, ReleaseWith<pango_layout_line_unref>>;
 using PangoLayoutIterPtr = std::unique_ptr<PangoLayoutIter, ReleaseWith<pango_layout_iter_free>>;
+
+}  // namespace painting

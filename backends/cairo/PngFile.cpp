@@ -1,15 +1,59 @@
 #include "backends/cairo/PngFile.hpp"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
-#include <cstdint>
-#include <span>
+#include <cerrno>
 #include <string_view>
+#include <utility>
+
+namespace painting {
+
+std::optional<RegularFile> RegularFile::open(const std::string& path) {
+    // Checked before it is opened, since opening a device can have side effects, and again
+    // afterwards, since another file may have taken its place in between.
+    struct stat status {};
+    if (::stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    if (descriptor < 0) return std::nullopt;
+    const int answer = ::fstat(descriptor, &status);
+    RegularFile file(descriptor, {status.st_dev, status.st_ino, status.st_size,
+                                  status.st_mtim.tv_sec, status.st_mtim.tv_nsec});
+    if (answer != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+    return file;
+}
+
+RegularFile::RegularFile(int descriptor, const FileIdentity& identity)
+    : descriptor_(descriptor), identity_(identity) {}
+
+RegularFile::RegularFile(RegularFile&& other) noexcept
+    : descriptor_(std::exchange(other.descriptor_, -1)), identity_(other.identity_) {}
+
+RegularFile::~RegularFile() {
+    if (descriptor_ >= 0) ::close(descriptor_);
+}
+
+bool RegularFile::read(std::span<unsigned char> buffer) noexcept {
+    while (!buffer.empty()) {
+        const ssize_t count = ::read(descriptor_, buffer.data(), buffer.size());
+        if (count < 0 && errno == EINTR) continue;
+        if (count <= 0) return false;
+        buffer = buffer.subspan(std::size_t(count));
+    }
+    return true;
+}
+
+bool RegularFile::rewind() noexcept {
+    return ::lseek(descriptor_, 0, SEEK_SET) == 0;
+}
 
 namespace {
 
 constexpr std::uint32_t largestSide = 4096;  // pixels
-// Twice the pixels of the largest image: compression that makes it larger still is an attack.
+// bytes; twice the pixels of the largest image. A larger file is an attack on the reader.
 constexpr std::int64_t largestFile = std::int64_t(largestSide) * largestSide * 4 * 2;
 
 // The signature, then a chunk of 13 bytes named IHDR, which begins with the two sizes.
@@ -27,7 +71,7 @@ bool isLetter(unsigned char byte) {
     return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
 }
 
-/// A name with a small letter at its beginning is that of a chunk which the picture can do without.
+/// Chunks whose names begin with a small letter are ancillary: the picture can do without them.
 bool isNeeded(std::string_view name) {
     return name[0] >= 'A' && name[0] <= 'Z';
 }
@@ -61,7 +105,7 @@ class Checksum {
     std::uint32_t state_ = ~std::uint32_t{0};
 };
 
-/// One chunk after the other, from behind the signature.
+/// The chunks after the signature, read one after the other.
 class Chunks {
  public:
     explicit Chunks(RegularFile& file) : file_(file) {}
@@ -119,3 +163,5 @@ std::optional<PixelSize> sizeOfWholePng(RegularFile& file) {
     if (!size || !file.rewind() || !file.read(signature)) return std::nullopt;
     return Chunks(file).areWhole() ? size : std::nullopt;
 }
+
+}  // namespace painting

@@ -8,7 +8,9 @@
 #include <memory>
 #include <string>
 
-/// A window as assistive technology is to see it.
+namespace windowing {
+
+/// A window as presented to assistive technology.
 struct AccessibleWindow {
     std::shared_ptr<UIWindow> content;
     std::string title;
@@ -18,22 +20,24 @@ struct AccessibleWindow {
 
 enum class WindowActivity { Active, Inactive };
 
-/// Tells assistive technology what a window shows, for as long as it lives. It lies in a module of
-/// its own, which is loaded only where somebody listens. Main thread.
+/// Presents a window to assistive technology while it exists. It is in a module of its own, which
+/// is loaded only while assistive technology runs. Main thread.
 class AccessibilityBridge {
  public:
     virtual ~AccessibilityBridge() = default;
-    /// What is shown may have changed: compares it with what was told before.
+    /// The content may have changed: compares it with what was last announced.
     virtual void contentMayHaveChanged() = 0;
     /// The window has got or lost the keyboard.
     virtual void activityChanged(WindowActivity activity) = 0;
-    /// Tells a key of the window that goes down or up. True when it is a command to the assistive
-    /// technology, and so none to the window; it is asked, and waited for.
+    /// Reports a key press or release in the window, and waits for the answer. True if it is a
+    /// command for assistive technology and must not reach the window.
     virtual bool takesKey(const GdkEventKey& event) = 0;
 };
 
-/// What the module exports, by this name. The caller owns the result, and the module stays loaded
-/// until the process ends; nullptr when assistive technology cannot be reached.
+/// The function that the module exports under this name. The caller owns the result, and the module
+/// stays loaded until the process ends; nullptr if assistive technology cannot be reached.
 using AccessibilityEntry = AccessibilityBridge* (*)(const AccessibleWindow& window);
 inline constexpr const char* accessibilityEntryName = "tarnwick_accessibility_open";
 inline constexpr const char* accessibilityModuleFile = "tarnwick-accessibility.so";
+
+}  // namespace windowing

@@ -1,11 +1,13 @@
 #include "backends/gdk/AccessibilityLoader.hpp"
 
-#include "backends/bus/BusCall.hpp"
+#include "backends/bus/Bus.hpp"
 #include "platform/foundation/NSLog.hpp"
 
 #include <dlfcn.h>
 
 #include <string_view>
+
+namespace windowing {
 
 namespace {
 
@@ -26,7 +28,7 @@ bool isTrue(GVariant* properties, const char* name) {
 
 }  // namespace
 
-AccessibilityLoader::Watch::Watch(BusConnection connection, AccessibilityLoader& loader)
+AccessibilityLoader::Watch::Watch(bus::BusConnection connection, AccessibilityLoader& loader)
     : bus(std::move(connection)),
       owner(bus.get(), serviceName,
             [&loader](bool isThere) {
@@ -42,30 +44,30 @@ AccessibilityLoader::Watch::Watch(BusConnection connection, AccessibilityLoader&
 
 AccessibilityLoader::AccessibilityLoader(std::string modulePath, AccessibleWindow window)
     : modulePath_(std::move(modulePath)), window_(std::move(window)) {
-    if (isKeptAway() || !sessionBusAddress()) return;
+    if (isKeptAway() || !bus::sessionBusAddress()) return;
     asking_.reset(g_cancellable_new());
-    openSessionBus(asking_.get(), [this](BusConnection bus) {
+    bus::openSessionBus(asking_.get(), [this](bus::BusConnection bus) {
         if (bus) watch(std::move(bus));
     });
 }
 
 AccessibilityLoader::~AccessibilityLoader() = default;
 
-void AccessibilityLoader::watch(BusConnection bus) {
+void AccessibilityLoader::watch(bus::BusConnection bus) {
     watch_.emplace(std::move(bus), *this);
     askIfWanted();
 }
 
 void AccessibilityLoader::askIfWanted() {
     const auto answered = [this](GVariant* answer) {
-        if (!answer) return;  // Nobody is there who could want it.
-        const BusValue status(g_variant_get_child_value(answer, 0));
+        if (!answer) return;  // No service runs that could need it.
+        const bus::BusValue status(g_variant_get_child_value(answer, 0));
         if (isTrue(status.get(), "IsEnabled") || isTrue(status.get(), "ScreenReaderEnabled"))
             load();
     };
-    callOnBus(watch_->bus.get(), {serviceName, statusPath, propertiesInterface, "GetAll"},
-              g_variant_new("(s)", statusInterface), G_VARIANT_TYPE("(a{sv})"), asking_.get(),
-              answered);
+    bus::callOnBus(watch_->bus.get(), {serviceName, statusPath, propertiesInterface, "GetAll"},
+                   g_variant_new("(s)", statusInterface), G_VARIANT_TYPE("(a{sv})"), asking_.get(),
+                   answered);
 }
 
 void AccessibilityLoader::load() {
@@ -92,3 +94,5 @@ void AccessibilityLoader::activityChanged(WindowActivity activity) {
     activity_ = activity;
     if (bridge_) bridge_->activityChanged(activity);
 }
+
+}  // namespace windowing

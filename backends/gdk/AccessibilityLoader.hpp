@@ -1,16 +1,17 @@
 #pragma once
 
-#include "backends/bus/BusNameWatch.hpp"
-#include "backends/bus/BusSignal.hpp"
+#include "backends/bus/Bus.hpp"
 #include "backends/gdk/AccessibilityBridge.hpp"
 
 #include <memory>
 #include <optional>
 #include <string>
 
-/// Watches whether the session wants accessibility (a screen reader is on, or the desktop's switch
-/// is), without starting a service or waiting for one, and loads the bridge when it does: now or at
-/// any later time. The usual NO_AT_BRIDGE=1 keeps it away. Main thread.
+namespace windowing {
+
+/// Watches whether the session wants accessibility (a screen reader runs, or the desktop's switch
+/// is on) without starting a service or waiting for one, and loads the bridge when it does, now or
+/// later. NO_AT_BRIDGE=1 prevents that. Main thread.
 class AccessibilityLoader {
  public:
     /// `modulePath` is the module's file. Begins to watch at once; a session bus is not launched
@@ -21,7 +22,7 @@ class AccessibilityLoader {
     AccessibilityLoader& operator=(const AccessibilityLoader&) = delete;
 
     bool isLoaded() const { return bridge_ != nullptr; }
-    /// These are passed on when there is somebody to tell.
+    /// Forwarded to the bridge while it is loaded.
     void contentMayHaveChanged();
     void activityChanged(WindowActivity activity);
     bool takesKey(const GdkEventKey& event) { return bridge_ && bridge_->takesKey(event); }
@@ -29,21 +30,23 @@ class AccessibilityLoader {
  private:
     /// Hears the switch, and a service that comes to hold it.
     struct Watch {
-        Watch(BusConnection connection, AccessibilityLoader& loader);
+        Watch(bus::BusConnection connection, AccessibilityLoader& loader);
 
-        BusConnection bus;
-        BusNameWatch owner;
-        BusSignal changes;
+        bus::BusConnection bus;
+        bus::BusNameWatch owner;
+        bus::BusSignal changes;
     };
 
-    void watch(BusConnection bus);
+    void watch(bus::BusConnection bus);
     void askIfWanted();
     void load();
 
     std::string modulePath_;
     AccessibleWindow window_;
     WindowActivity activity_ = WindowActivity::Inactive;
-    BusCancellable asking_;
+    bus::BusCancellable asking_;
     std::optional<Watch> watch_;
     std::unique_ptr<AccessibilityBridge> bridge_;
 };
+
+}  // namespace windowing

@@ -7,6 +7,8 @@
 #include <cmath>
 #include <exception>
 
+namespace glib {
+
 namespace {
 
 /// Milliseconds until the next call is due, and 0 when it is; -1 is for ever. Rounded up, so that
@@ -32,8 +34,8 @@ gboolean check(GSource* /*source*/) {
     return timeLeft() == 0;
 }
 
-/// No exception may pass through the library. The widget lets one out, for a list that lacks a
-/// bound row's partner: that change is not shown, and everything else goes on.
+/// Exceptions must not pass through GLib. The widget throws if its list lacks a bound row's
+/// partner: that change is not shown, and everything else continues.
 gboolean runDue(GSource* /*source*/, GSourceFunc /*callback*/, gpointer /*data*/) {
     try {
         NSRunLoop::mainRunLoop().runDue();
@@ -58,3 +60,5 @@ GLibRunLoop::GLibRunLoop(GMainContext* context)
     g_source_set_can_recurse(source_.get(), TRUE);
     g_source_attach(source_.get(), context);
 }
+
+}  // namespace glib

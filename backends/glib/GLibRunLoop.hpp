@@ -4,9 +4,14 @@
 
 #include <memory>
 
-/// Drives the platform's main loop from a GLib main context: what the platform wants done later
-/// wakes the context in time, and nothing wakes it otherwise. What throws is logged, and the rest
-/// goes on. One for the program, on the main thread, for as long as its loop runs.
+namespace glib {
+
+/// Drives the platform's main loop from a GLib main context: scheduled calls wake the context in
+/// time, and nothing else does. Exceptions are logged and everything continues. Create one in the
+/// main thread, for as long as its loop runs:
+///
+///     glib::GLibRunLoop runLoop;
+///     g_main_loop_run(loop);
 class GLibRunLoop {
  public:
     /// nullptr is the default context.
@@ -20,3 +25,5 @@ class GLibRunLoop {
     };
     std::unique_ptr<GSource, SourceEnd> source_;
 };
+
+}  // namespace glib

@@ -77,7 +77,7 @@ def count_changes(command, output, environment):
 
 
 def by_library(output):
-    """Library to its counts for one change."""
+    """Returns each library's counts for one change."""
     table = subprocess.run(["callgrind_annotate", "--threshold=100", "--show=" + ",".join(COUNTS),
                             output], check=True, stdout=subprocess.PIPE, text=True).stdout
     sums = collections.defaultdict(lambda: [0] * len(COUNTS))

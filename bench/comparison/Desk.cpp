@@ -8,11 +8,11 @@
 namespace comparison {
 namespace {
 
-// Long enough for whatever is on its way to the output.
+// Long enough for buffered sound to reach the output.
 constexpr double hearingSeconds = 1;
-// Between two looks at an icon that changes once the volume is known.
+// Between two checks of an icon that changes once the volume is known.
 constexpr double restSeconds = 0.5;
-// Between arriving, pressing and letting go.
+// Between moving to a place, pressing and releasing.
 constexpr double handSeconds = 0.15;
 constexpr unsigned fullVolume = 65536;
 
@@ -28,6 +28,7 @@ constexpr const char* categories = R"(<?xml version="1.0" encoding="UTF-8"?>
 )";
 
 test::UserSession& withSound(test::UserSession& session) {
+    session.sound.beAsInASession();
     session.sound.startAndWait();
     session.user.moveTo(test::XServer::width / 2., test::XServer::height - 10.);
     return session;
@@ -43,13 +44,15 @@ Desk::Desk(const DeskSetting& setting)
       ear_(session.sound.address(), {.name = "Ear"}) {
     phone_.writeRoleEntry("event", {fullVolume, fullVolume});
     music_ = player_.play({.role = "music", .level = setting.level});
-    ringtone_ = phone_.play({.role = "event", .level = setting.level});
     if (setting.rows == Rows::WithThePlayer)
         session.folder.write("config/tarnwick/org.tarnwick.mixer.categories.plist", categories);
-    rigs::runFor(restSeconds);  // The panel's own button comes after the panel.
+    if (setting.rows == Rows::Apart)
+        session.folder.write("state/tarnwick/outputs", "[outputs]\nchoice=apart\n");
+    rigs::runFor(restSeconds);  // The panel's button appears after the panel.
     const test::ScreenPicture before = session.screen.picture();
     mixer_ = session.startMixer({"--background"});
     trayIcon_ = panel_.waitForIcon(before);
+    ringtone_ = phone_.play({.role = "event", .level = setting.level});
     rigs::runFor(restSeconds);
 }
 

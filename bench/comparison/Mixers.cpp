@@ -1,6 +1,6 @@
 #include "bench/comparison/Mixers.hpp"
 
-#include "shells/common/ApplicationId.hpp"
+#include "shells/common/Installation.hpp"
 #include "tests/rigs/Waiting.hpp"
 
 #include <X11/keysym.h>
@@ -11,10 +11,10 @@ namespace comparison {
 namespace {
 
 constexpr const char* popupClass = "Wrapper-2.0";
-// Longer than a menu takes to be complete.
+// Longer than a menu takes to open.
 constexpr double menuSeconds = 0.5;
 
-// Pixels in the windows, as they are painted on this desk.
+// Pixels in each mixer's window.
 constexpr CGFloat firstTrackBelowTop = 45;
 constexpr CGFloat betweenRows = 50;
 constexpr CGPoint halfInPopup{112, 24};
@@ -56,7 +56,7 @@ void escape(Desk& desk, unsigned long /*window*/) {
 void closeWindow(Desk& desk, unsigned long window) {
     const std::ptrdiff_t programs = desk.session.folder.programs();
     desk.session.user.closeWindow(window);
-    // Else the next one would only be asked to show itself.
+    // Otherwise the next start would only raise the running program's window.
     if (!rigs::waitUntil([&] { return desk.session.folder.programs() < programs; }))
         throw std::runtime_error("it does not end with its window");
 }
@@ -64,11 +64,16 @@ void closeWindow(Desk& desk, unsigned long window) {
 }  // namespace
 
 Mixer ourMixer() {
-    return {"Tarnwick", applicationId, trayIcon, halfOfRow<1>, escape};
+    return {"Tarnwick", shell::applicationId, trayIcon, halfOfRow<1>, escape};
 }
 
 Mixer ourMixerWithThePlayer() {
-    return {"Tarnwick, with a row for the player", applicationId, trayIcon, halfOfRow<2>, escape};
+    return {"Tarnwick, with a row for the player", shell::applicationId, trayIcon, halfOfRow<2>,
+            escape};
+}
+
+Mixer ourMixerKeepingApart() {
+    return {"Tarnwick, keeping them apart", shell::applicationId, trayIcon, halfOfRow<1>, escape};
 }
 
 Mixer panelsMixer() {

@@ -7,24 +7,26 @@
 
 namespace comparison {
 
-/// One of the mixers as somebody at the desk uses it with the mouse.
+/// A mixer as it is used with the mouse.
 struct Mixer {
     std::string name;
     std::string windowClass;
-    /// Everything before the click that shows it; answers where that click goes.
+    /// Does everything before the click that shows it; returns where that click goes.
     CGPoint (*approach)(Desk& desk);
-    /// Where a click on its slider turns the music to about a half, once it is shown.
+    /// Where to click on its slider to set the music to about a half, once it is shown.
     CGPoint (*half)(const CGRect& window);
-    /// `window` is the server's number for what is closed.
+    /// `window` is the id of the window to close.
     void (*close)(Desk& desk, unsigned long window);
 };
 
-/// Windows that are less tall are no mixers: the panel itself, a tooltip. Pixels.
+/// Pixels. Lower windows are not mixers but the panel or tooltips.
 inline constexpr CGFloat leastHeight = 60;
 
 Mixer ourMixer();
-/// The same with a row of the player's own, the third.
+/// Our mixer with a third row, for the player.
 Mixer ourMixerWithThePlayer();
+/// Our mixer after "Keep them apart".
+Mixer ourMixerKeepingApart();
 Mixer panelsMixer();
 Mixer pavucontrol();
 

@@ -11,9 +11,9 @@ namespace {
 
 using peers::Clock;
 
-// From the click on; the slowest of them is complete within a quarter of it.
+// After the click. The slowest mixer needs a quarter of it.
 constexpr std::chrono::milliseconds watching(2000);
-// Between closing one and opening the next.
+// Between closing one mixer and opening the next.
 constexpr double pauseSeconds = 0.7;
 
 using Look = std::pair<double, peers::Picture>;

@@ -7,20 +7,20 @@
 
 namespace comparison {
 
-/// Milliseconds from the click that shows a mixer, one entry an opening.
+/// Milliseconds from the click that shows a mixer; one sample for each opening.
 struct Openings {
     std::vector<double> painted;   ///< Until its window shows more than plain areas.
-    std::vector<double> complete;  ///< Until it looks as it will remain.
+    std::vector<double> complete;  ///< Until the picture is final.
 };
 
-/// Looks at the mixers of a desk while they are opened.
+/// Measures how the mixers of a desk open.
 class OpeningWatch {
  public:
     explicit OpeningWatch(Desk& desk) : desk_(desk), screen_(desk.session.server.displayName()) {}
 
-    /// Opens it, waits until nothing is painted any more, and closes it.
+    /// Opens the mixer, waits until nothing is painted any more, and closes it.
     void open(const Mixer& mixer, Openings& openings);
-    /// What the last one looked like.
+    /// The last opening's final picture.
     const peers::Picture& lastPicture() const { return last_; }
 
  private:

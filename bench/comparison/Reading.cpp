@@ -28,7 +28,7 @@ struct Visit {
     std::vector<Key> keys;
 };
 
-/// Each gets to two things with a volume, if it can, and moves one of them twice.
+/// Moves the focus to two sliders, if the mixer has them, and changes one of them twice.
 std::vector<Visit> visits() {
     return {{ourMixer(), {tab, left, left, tab, tab}},
             {panelsMixer(), {down, left, left, down, down}},
@@ -77,12 +77,12 @@ Reading read(Desk& desk, ScreenReader& reader, test::AtSpiClient& client, const 
 
 std::vector<Reading> readMixers() {
     std::vector<Reading> readings;
-    // A desk each: what a window leaves behind must not count for the next.
+    // A desk for each mixer, so that none is affected by what another left behind.
     for (const Visit& visit : visits()) {
         Desk desk({.accessibility = test::Accessibility::Here});
-        const rigs::Environment environment = desk.session.environment();
+        const test::Environment environment = desk.session.environment();
         setenv("DBUS_SESSION_BUS_ADDRESS", environment.at("DBUS_SESSION_BUS_ADDRESS").c_str(), 1);
-        const rigs::ChildProcess windowManager(
+        const test::ChildProcess windowManager(
             {"openbox"}, {.environment = environment, .log = desk.session.folder.log()});
         ScreenReader reader(desk.session);
         test::AtSpiClient client;

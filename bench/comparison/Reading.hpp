@@ -6,16 +6,16 @@
 
 namespace comparison {
 
-/// What somebody who sees nothing gets of a mixer.
+/// How a mixer is used with a screen reader.
 struct Reading {
     std::string name;
-    /// What was done, and what the screen reader said then.
+    /// Each action, and what the screen reader said after it.
     std::vector<std::pair<std::string, std::vector<std::string>>> words;
-    /// Every slider that it may ask for, as it is told: name and value.
+    /// The name and value of each slider that assistive technology can find.
     std::vector<std::string> sliders;
 };
 
-/// Opens the mixers one after the other and goes through them with the keyboard.
+/// Opens the mixers one after another and uses them with the keyboard.
 std::vector<Reading> readMixers();
 
 }  // namespace comparison

@@ -8,11 +8,10 @@
 namespace comparison {
 namespace {
 
-// It answers within a tenth of that.
+// Ten times what it needs to react.
 constexpr double silenceSeconds = 1.2;
 
-// It has a logger of what it says, and reads this file at its start. The names of keys that are
-// pressed are not of interest.
+// Read by Orca when it starts: logs what it says, and turns off the announcement of pressed keys.
 constexpr const char* customization = R"(import logging
 import os
 import orca.settings
@@ -34,10 +33,10 @@ std::string wordsIn(const std::string& line) {
 ScreenReader::ScreenReader(const test::UserSession& session)
     : words_(session.folder.path() / "words") {
     session.folder.write("data/orca/orca-customizations.py", customization);
-    rigs::Environment environment = session.environment();
-    // Its voice would be one more stream in the mixers that it reads.
+    test::Environment environment = session.environment();
+    // Its voice would appear as a stream in the mixers.
     environment["PULSE_SERVER"] = "unix:/nonexistent";
-    process_ = rigs::ChildProcess({"orca", "--replace"},
+    process_ = test::ChildProcess({"orca", "--replace"},
                                   {.environment = environment, .log = session.folder.log()});
     if (!rigs::waitUntil([this] { return !allWords().empty(); }))
         throw std::runtime_error("no screen reader: " + session.logged());

@@ -8,13 +8,13 @@
 
 namespace comparison {
 
-/// The desktop's screen reader, Orca, with its words written down in place of being spoken.
+/// Orca, the desktop's screen reader, with its speech written to a log.
 class ScreenReader {
  public:
-    /// Comes back when it reads.
+    /// Returns when it is ready.
     explicit ScreenReader(const test::UserSession& session);
 
-    /// Waits until it says nothing more, and answers what it has said since the last time.
+    /// Waits until it is silent, and returns what it has said since the last call.
     std::vector<std::string> said();
 
  private:
@@ -22,7 +22,7 @@ class ScreenReader {
 
     std::filesystem::path words_;
     std::size_t heard_ = 0;
-    rigs::ChildProcess process_;
+    test::ChildProcess process_;
 };
 
 }  // namespace comparison

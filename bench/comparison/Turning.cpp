@@ -7,11 +7,11 @@
 namespace comparison {
 namespace {
 
-// Until a mixer that has just come shows all its volumes.
+// Until a mixer that has just opened shows all its volumes.
 constexpr double settlingSeconds = 1;
-// For some seconds after somebody has recorded, the panel's plugin may leave its slider out.
+// For some seconds after a recording, the panel's plugin may hide its slider.
 constexpr double recordedSeconds = 3;
-// The two together stay below full scale.
+// Both streams together stay below full scale.
 constexpr float level = 0.4F;
 
 double decibels(double ratio) {

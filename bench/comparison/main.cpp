@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <exception>
 
-// Uses three mixers as somebody at a desktop does, and prints what came of it as JSON.
+// Uses three mixers as a desktop user does, and prints the measurements as JSON.
 //   comparison_bench SESSIONS OPENINGS PICTURES_FOLDER
 
 namespace {
@@ -22,7 +22,7 @@ nlohmann::json measureOpenings(int sessions, int openings, const std::string& pi
     for (int session = 0; session < sessions; ++session) {
         Desk desk({});
         OpeningWatch watch(desk);
-        // In turns, so that whatever slows the machine down meanwhile slows all of them.
+        // In turns, so that other load on the machine affects all of them alike.
         for (int opening = 0; opening < openings; ++opening)
             for (std::size_t i = 0; i < mixers.size(); ++i) {
                 watch.open(mixers[i], opening == 0 ? first[i] : later[i]);
@@ -65,7 +65,8 @@ int main(int argc, char* argv[]) {
     try {
         const nlohmann::json result = {
             {"turning",
-             {turn(ourMixer(), Rows::Default), turn(ourMixerWithThePlayer(), Rows::WithThePlayer),
+             {turn(ourMixer(), Rows::Default), turn(ourMixerKeepingApart(), Rows::Apart),
+              turn(ourMixerWithThePlayer(), Rows::WithThePlayer),
               turn(panelsMixer(), Rows::Default), turn(pavucontrol(), Rows::Default)}},
             {"reading", readAll()},
             {"openings", measureOpenings(std::atoi(argv[1]), std::atoi(argv[2]), argv[3])}};

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Turns what comparison_bench prints into the tables of docs/comparison.md."""
+"""Prints the output of comparison_bench as the tables of docs/comparison.md."""
 
 import json
 import statistics

@@ -2,8 +2,8 @@
 
 #include <benchmark/benchmark.h>
 
-// What the mixer does, by the number of visible categories. bench/mixer/scaling.py holds the
-// results to their promises.
+// Measures the mixer's operations by the number of visible categories. bench/mixer/scaling.py
+// checks the results against their limits.
 
 namespace {
 

@@ -16,7 +16,7 @@
 namespace {
 
 constexpr int width = 320;        // Points, and pixels.
-constexpr int bandHeight = 4000;  // What is painted at once of a mixer taller than any surface.
+constexpr int bandHeight = 4000;  // A mixer taller than any surface is painted in bands.
 
 std::string categoryName(int number) {
     return "C" + std::to_string(number);
@@ -27,7 +27,7 @@ std::filesystem::path newFolder() {
     return mkdtemp(name.data()) ? name : "";
 }
 
-/// Without display names: ten thousand records have to fit into a file that is still read.
+/// Leaves out display names, so that a file with 10,000 records stays below the size limit.
 void writeCategories(const std::filesystem::path& folder, int categories) {
     std::ofstream file(folder / "org.tarnwick.mixer.categories.plist");
     file << "<plist version=\"1.0\"><array>";
@@ -44,7 +44,7 @@ MixerOnCanvas::MixerOnCanvas(int categories)
       categories_(categories),
       surface_(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, bandHeight)) {
     NSPropertyList::setCodec(std::make_shared<PlistCodec>());
-    UIImageDecoder::setDecoder(std::make_shared<CairoImageDecoder>());
+    UIImageDecoder::setDecoder(std::make_shared<painting::CairoImageDecoder>());
     NSRunLoop::mainRunLoop().setClock([] { return 0.0; });
     setMachineModel("iPhone6,1");
     setPreferencesDirectory(folder_.string());
@@ -106,8 +106,8 @@ double MixerOnCanvas::paintDamage() {
 void MixerOnCanvas::paint(const CGRect& damage) {
     for (CGFloat top = damage.origin.y; top < CGRectGetMaxY(damage); top += bandHeight) {
         const CGFloat height = std::min<CGFloat>(bandHeight, CGRectGetMaxY(damage) - top);
-        const CairoContext context(cairo_create(surface_.get()));
-        CairoCanvas canvas(context.get(), 1);
+        const painting::CairoContext context(cairo_create(surface_.get()));
+        painting::CairoCanvas canvas(context.get(), 1);
         canvas.translate(0, -top);
         window_->layoutAndPaint(canvas,
                                 CGRectMake(damage.origin.x, top, damage.size.width, height));

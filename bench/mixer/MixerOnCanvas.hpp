@@ -9,8 +9,8 @@
 #include <memory>
 #include <string>
 
-/// A mixer with a number of visible categories, in a window and with a surface to paint on; its
-/// own preferences folder, and a clock that stands still.
+/// A mixer with the given number of visible categories, in a window that paints onto a surface. Has
+/// its own preferences folder, and a clock that stands still.
 class MixerOnCanvas {
  public:
     explicit MixerOnCanvas(int categories);
@@ -18,13 +18,13 @@ class MixerOnCanvas {
 
     /// Clears the mixer and assembles it anew.
     void assemble();
-    /// Posts one volume notification for the category in the middle, with another volume each time.
+    /// Posts a volume notification for the category in the middle, with a new volume each time.
     void announce();
     /// Presses the slider in the middle, so that dragStep() can move it.
     void press();
-    /// Moves the finger by one point, to and fro.
+    /// Moves the finger by one point, back and forth.
     void dragStep();
-    /// Paints all damage; answers its area in points.
+    /// Paints all damage and returns its area in square points.
     double paintDamage();
     void damageEverything() { window_->setNeedsDisplay(); }
 
@@ -42,5 +42,5 @@ class MixerOnCanvas {
     std::shared_ptr<UIWindow> window_;
     std::shared_ptr<TarnwickView> mixer_;
     std::shared_ptr<NSBundle> bundle_;
-    CairoSurface surface_;
+    painting::CairoSurface surface_;
 };

@@ -14,18 +14,18 @@ namespace {
 using std::chrono::milliseconds;
 
 constexpr milliseconds longestStart(20000);
-// What a program still does once it looks complete counts into its memory.
+// Memory is read this long after the window looks complete, so that deferred work is included.
 constexpr milliseconds settlingTime(1500);
 constexpr milliseconds idleTime(4000);
 constexpr milliseconds longestChange(1000);
-// Between two changes, longer than any animation of a slider; and not in step with a clock of
-// frames or of level meters, wherefore the pause varies.
+// The pause between two changes is longer than any animation of a slider. It varies, so that it
+// stays out of step with frame clocks and level meters.
 constexpr milliseconds pause(120);
 constexpr int pauseSteps = 17;
 
 constexpr unsigned volumeAtStart = 40;  // Percent.
 constexpr int changesEachRun = 20;
-// Percent; each differs from the one before by so much that a pixel must change.
+// Percent. Successive values differ enough to change at least one pixel.
 constexpr unsigned volumes[] = {70, 25, 55, 90, 10};
 
 double millisecondsBetween(Clock::time_point begin, Clock::time_point end) {
@@ -35,7 +35,7 @@ double millisecondsBetween(Clock::time_point begin, Clock::time_point end) {
 }  // namespace
 
 Stage::Stage(const std::string& displayName, const std::string& soundServer, std::string sink,
-             rigs::Environment environment)
+             test::Environment environment)
     : screen_(displayName),
       other_(soundServer),
       sink_(std::move(sink)),
@@ -47,7 +47,7 @@ void Stage::prepare() {
     screen_.lookForNewWindow();
 }
 
-// Has left this process when this returns.
+// Returns when the request has left this process.
 void Stage::setVolume(unsigned percent) {
     constexpr unsigned hundred = 65536;
     other_.sendSinkVolume(sink_, percent * hundred / 100);
@@ -65,7 +65,7 @@ void Stage::pass(milliseconds time) {
 
 void Stage::learn(Mixer& mixer) {
     prepare();
-    const rigs::ChildProcess process(mixer.command, {.environment = environment_});
+    const test::ChildProcess process(mixer.command, {.environment = environment_});
     const Clock::time_point deadline = Clock::now() + longestStart;
     Picture before;
     while (Clock::now() < deadline) {
@@ -83,7 +83,7 @@ void Stage::learn(Mixer& mixer) {
 void Stage::run(const Mixer& mixer, Samples& samples) {
     prepare();
     const Clock::time_point begin = Clock::now();
-    rigs::ChildProcess process(mixer.command, {.environment = environment_});
+    test::ChildProcess process(mixer.command, {.environment = environment_});
     measureStart(mixer, begin, samples);
     pass(settlingTime);
     const Memory memory = memoryOf(process.id());
@@ -113,7 +113,7 @@ void Stage::measureStart(const Mixer& mixer, Clock::time_point begin, Samples& s
     throw std::runtime_error(mixer.name + " does not come to look as it did before");
 }
 
-/// Answers what it does in a second.
+/// Returns its cost per second.
 Work Stage::measureIdling(pid_t process, Samples& samples) {
     const Work before = workOf(process);
     pass(idleTime);
@@ -143,7 +143,7 @@ bool Stage::measureChange(unsigned percent, Samples& samples) {
     const Clock::time_point begin = Clock::now();
     setVolume(percent);
     while (const auto told = screen_.waitForPaint(begin + longestChange)) {
-        if (screen_.picture() == before) continue;  // Painted as it was.
+        if (screen_.picture() == before) continue;  // Repainted without a difference.
         samples.changeToPixel.push_back(millisecondsBetween(begin, *told));
         return true;
     }

@@ -2,7 +2,7 @@
 
 #include "bench/peers/ProcessCost.hpp"
 #include "bench/peers/Screen.hpp"
-#include "tests/rigs/ChildProcess.hpp"
+#include "tests/processes/ChildProcess.hpp"
 #include "tests/rigs/OtherProgram.hpp"
 
 #include <string>
@@ -14,30 +14,30 @@ namespace peers {
 struct Mixer {
     std::string name;
     std::vector<std::string> command;
-    Picture settled{};  ///< What its window shows once everything is there.
+    Picture settled{};  ///< Its window once nothing changes any more.
 };
 
-/// All that is measured of one mixer; one entry a run, but for the changes.
+/// The samples of one mixer: one for each run, or for each change where noted.
 struct Samples {
     std::vector<double> firstPicture;     ///< Milliseconds from the start of the process.
-    std::vector<double> settledPicture;   ///< Milliseconds until it looks as it will remain.
+    std::vector<double> settledPicture;   ///< Milliseconds until the picture is final.
     std::vector<double> proportional;     ///< Kilobytes.
     std::vector<double> own;              ///< Kilobytes.
     std::vector<double> idleWakeUps;      ///< A second.
     std::vector<double> idleProcessor;    ///< Milliseconds a second.
-    std::vector<double> changeToPixel;    ///< Milliseconds, one entry a change.
-    std::vector<double> changeProcessor;  ///< Milliseconds a change, the idle share taken off.
+    std::vector<double> changeToPixel;    ///< Milliseconds; one for each change.
+    std::vector<double> changeProcessor;  ///< Milliseconds per change, without the idle cost.
     int changesUnseen = 0;
 };
 
-/// Where all mixers are measured: one screen, one sound server, one other client that sets volumes.
+/// What all mixers are measured on: a screen, a sound server, and a client that sets volumes.
 class Stage {
  public:
     /// `environment` is for the mixers' processes.
     Stage(const std::string& displayName, const std::string& soundServer, std::string sink,
-          rigs::Environment environment);
+          test::Environment environment);
 
-    /// Starts the mixer once, uncounted, and remembers how it looks when nothing moves any more.
+    /// Starts the mixer once without measuring, and remembers its final picture.
     void learn(Mixer& mixer);
     /// Starts it, lets it idle, changes the volume under it, and ends it.
     void run(const Mixer& mixer, Samples& samples);
@@ -45,7 +45,7 @@ class Stage {
  private:
     void prepare();
     void setVolume(unsigned percent);
-    /// Runs for that long, whatever is painted meanwhile.
+    /// Runs the main loop for that long and discards paint events.
     void pass(std::chrono::milliseconds time);
     void measureStart(const Mixer& mixer, Clock::time_point begin, Samples& samples);
     Work measureIdling(pid_t process, Samples& samples);
@@ -55,7 +55,7 @@ class Stage {
     Screen screen_;
     rigs::OtherProgram other_;
     std::string sink_;
-    rigs::Environment environment_;
+    test::Environment environment_;
 };
 
 }  // namespace peers

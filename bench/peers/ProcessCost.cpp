@@ -11,7 +11,7 @@ std::filesystem::path folderOf(pid_t process) {
     return std::filesystem::path("/proc") / std::to_string(process);
 }
 
-/// The sum of the numbers behind a name.
+/// Adds up the numbers of all lines with that name.
 double sumOf(const std::filesystem::path& path, const std::string& name) {
     std::ifstream file(path);
     double sum = 0;

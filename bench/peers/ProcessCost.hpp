@@ -4,17 +4,17 @@
 
 namespace peers {
 
-/// What the kernel says that a process holds.
+/// A process's memory, as the kernel reports it.
 struct Memory {
-    double proportional = 0;  ///< Kilobytes; what is shared is divided by its holders.
-    double own = 0;           ///< Kilobytes that nobody shares.
+    double proportional = 0;  ///< Kilobytes; shared pages count by their share.
+    double own = 0;           ///< Kilobytes in private pages.
 };
 Memory memoryOf(pid_t process);
 
-/// What it has used since it began, in all its threads.
+/// What all threads of a process have used since it started.
 struct Work {
     double processorMilliseconds = 0;
-    double wakeUps = 0;  ///< How often a thread has waited for something and gone on.
+    double wakeUps = 0;  ///< Voluntary context switches.
 
     Work operator-(const Work& before) const {
         return {processorMilliseconds - before.processorMilliseconds, wakeUps - before.wakeUps};

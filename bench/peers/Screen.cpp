@@ -14,9 +14,9 @@
 namespace peers {
 namespace {
 
-// A frame, a background and a line between them are not a mixer yet.
+// More colours than a frame, a background and a separator have.
 constexpr std::size_t fewColours = 8;
-// Pixels; what is smaller is a program's helper window.
+// Pixels. Smaller windows are programs' helper windows.
 constexpr int leastSide = 100;
 
 }  // namespace
@@ -47,7 +47,7 @@ Screen::Screen(const std::string& displayName) : display_(XOpenDisplay(displayNa
     int firstError = 0;
     if (!display_ || XDamageQueryExtension(display_.get(), &damageEvent_, &firstError) == False)
         throw std::runtime_error("no X server that tells what is painted");
-    // A window that is gone between an event and the answer to it is nothing to report.
+    // A window may be destroyed between an event and the request that answers it.
     XSetErrorHandler([](Display*, XErrorEvent*) { return 0; });
     XSelectInput(display_.get(), DefaultRootWindow(display_.get()), SubstructureNotifyMask);
     XSync(display_.get(), False);
@@ -58,11 +58,11 @@ void Screen::lookForNewWindow() {
     window_ = 0;
 }
 
-/// Whether the next event tells of something that can be seen.
+/// Whether the next event announces a visible change.
 bool Screen::takeEvent() {
     XEvent event;
     XNextEvent(display_.get(), &event);
-    // Watched from its beginning, so that the first picture is not missed.
+    // Watched from its creation, so that the first picture is not missed.
     if (event.type == CreateNotify)
         XDamageCreate(display_.get(), event.xcreatewindow.window, XDamageReportNonEmpty);
     if (event.type == MapNotify && window_ == 0) {

@@ -7,39 +7,39 @@
 #include <string>
 #include <vector>
 
-// The library's own header turns everyday words into macros.
+// The library's header defines macros with common names, so its types are declared here.
 typedef struct _XDisplay Display;
 
 namespace peers {
 
 using Clock = std::chrono::steady_clock;
 
-/// What a window showed at one moment.
+/// A window's content at one moment.
 struct Picture {
     unsigned width = 0;   ///< Pixels.
     unsigned height = 0;  ///< Pixels.
     std::vector<std::uint32_t> pixels;
 
     bool operator==(const Picture&) const = default;
-    /// Whether there is more to see than a few plain areas.
+    /// Whether it shows more than a few plain areas.
     bool showsSomething() const;
-    /// For whoever wants to see it, as a portable pixmap.
+    /// Saves it as a portable pixmap.
     void save(const std::string& file) const;
 };
 
-/// Sees from outside what a program paints into its window: the X server tells it.
+/// Observes from outside what a program paints into its window, by the X server's damage events.
 class Screen {
  public:
     explicit Screen(const std::string& displayName);
 
-    /// Looks for the next window that comes, and forgets the one before.
+    /// Forgets the current window and waits for the next one to appear.
     void lookForNewWindow();
-    /// Waits until the window is painted into, and answers when that was told; nothing
-    /// past the deadline.
+    /// Waits until something is painted into the window. Returns when the event arrived, or
+    /// nullopt after the deadline.
     std::optional<Clock::time_point> waitForPaint(Clock::time_point deadline);
-    /// Of the window that came; empty without one.
+    /// The window's content; empty if there is no window.
     Picture picture();
-    /// The server's number for it; 0 without one.
+    /// The window's id; 0 if there is none.
     unsigned long window() const { return window_; }
 
  private:

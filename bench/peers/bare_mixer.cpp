@@ -1,6 +1,6 @@
-// The least that a mixer on GDK and the sound server's library can do: a window with a bar that is
-// as long as the default device's volume, in enough greys to be taken for a picture. With
-// --captions also five lines of text, the second of which says the volume.
+// The least that a mixer on GDK and the sound server's library can do: a window with a bar as long
+// as the default device's volume, in enough greys to count as a picture. With --captions it also
+// has five lines of text, the second of which shows the volume.
 #include "bench/start/BareCaptions.hpp"
 #include "bench/start/BareWindow.hpp"
 
@@ -25,7 +25,7 @@ bool showsCaptions = false;
 GdkWindow* window = nullptr;
 double volume = 0;  // 0 to 1.
 
-/// Of a percentage, shaped once.
+/// The caption of a percentage, shaped once.
 PangoLayout* layoutOf(int percent) {
     static PangoLayout* layouts[101] = {};
     PangoLayout*& layout = layouts[percent];

@@ -10,8 +10,8 @@
 #include <exception>
 #include <memory>
 
-// Measures mixers in turns on one screen, one session bus and one sound server of their own, and
-// prints a line of JSON for each.
+// Measures mixers in turns on one private screen, session bus and sound server, and prints a line
+// of JSON for each.
 //   peers_bench RUNS PICTURES_FOLDER NAME PROGRAM [ARGUMENT...] [-- NAME PROGRAM [ARGUMENT...]]...
 
 namespace {
@@ -23,7 +23,7 @@ struct BusEnd {
     }
 };
 
-/// A session bus on which nobody offers anything.
+/// A session bus without any services.
 std::unique_ptr<GTestDBus, BusEnd> sessionBus() {
     std::unique_ptr<GTestDBus, BusEnd> bus(g_test_dbus_new(G_TEST_DBUS_NONE));
     g_test_dbus_up(bus.get());
@@ -66,7 +66,7 @@ void measure(int runs, const std::string& pictures, std::vector<peers::Mixer> mi
     rigs::PulseAudioServer server(folder);
     server.startAndWait();
     const test::XServer screen;
-    rigs::Environment environment = folder.environment();
+    test::Environment environment = folder.environment();
     environment["DISPLAY"] = screen.displayName();
     environment["PULSE_SERVER"] = server.address();
     environment["DBUS_SESSION_BUS_ADDRESS"] = busAddress;
@@ -78,7 +78,7 @@ void measure(int runs, const std::string& pictures, std::vector<peers::Mixer> mi
         stage.learn(mixer);
         mixer.settled.save(pictures + "/" + mixer.name + ".ppm");
     }
-    // In turns, so that whatever slows the machine down meanwhile slows all of them.
+    // In turns, so that other load on the machine affects all of them alike.
     std::vector<peers::Samples> samples(mixers.size());
     for (int run = 0; run < runs; ++run)
         for (std::size_t i = 0; i < mixers.size(); ++i)

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Turns what peers_bench prints into a table and holds the mixer, the first line, to what it must
-reach against the better of the others; not against those called bare, which are no mixers but the
-least that one on the same libraries can be. Fails when it misses something."""
+"""Prints the output of peers_bench as a table. Compares the first line, the mixer, with the best of
+the others, except those called bare: they are not mixers but the least that a mixer on the same
+libraries can be. Fails if a limit is exceeded."""
 
 import itertools
 import json
@@ -13,8 +13,8 @@ def percentile99(values):
     return sorted(values)[int(0.99 * (len(values) - 1) + 0.5)]
 
 
-# Title, key, how the samples become one number, decimals, and how many times the best peer's number
-# the mixer may have: None is for information, 0 for nothing at all.
+# Title, key, how the samples are summarised, decimals, and the highest ratio to the best peer's
+# number: None where there is no limit, 0 where the number itself has to be 0.
 ROWS = [
     ("start until the first picture, ms", "first_picture_ms", statistics.median, 0, 0.2),
     ("start until every volume is shown, ms", "settled_picture_ms", statistics.median, 0, 0.2),
@@ -37,7 +37,7 @@ def read(lines):
 
 
 def compare(own, peers, limit):
-    """The ratio's cell, and whether the limit is kept."""
+    """Returns the text of the ratio's cell and whether the limit is kept."""
     best = min(peers)
     if limit is None:
         return "", True

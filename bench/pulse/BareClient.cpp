@@ -10,7 +10,7 @@
 
 namespace {
 
-// As long as the service lets passing values pass.
+// As long as the service waits for a burst of events to end.
 constexpr guint settlingMilliseconds = 10;
 
 void release(pa_operation* operation) {

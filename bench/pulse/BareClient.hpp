@@ -5,13 +5,12 @@
 #include <functional>
 #include <string>
 
-/// What a program does that uses the client library and nothing else: it sets a device's volume,
-/// and reads it anew at every event.
+/// A program on the client library alone: sets a device's volume and reads it again at every event.
 class BareClient {
  public:
     enum class Settling { None, AsTheService };
 
-    /// Knows the device of that name from when the server has answered, which it waits for.
+    /// Connects and waits until the server has described the device of that name.
     BareClient(const std::string& address, std::string sink, Settling settling);
     BareClient(const BareClient&) = delete;
     BareClient& operator=(const BareClient&) = delete;
@@ -19,7 +18,7 @@ class BareClient {
 
     void set(unsigned volume) { program_.sendSinkVolume(sink_, volume); }
     unsigned known() const { return known_; }
-    /// Called with each volume that is new to it.
+    /// Called with each new volume.
     void setHandler(std::function<void(unsigned volume)> handler) { handler_ = std::move(handler); }
 
  private:

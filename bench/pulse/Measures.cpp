@@ -1,7 +1,7 @@
 #include "bench/pulse/Measures.hpp"
 
 #include "backends/glib/GLibRunLoop.hpp"
-#include "backends/pulse/PulseAudioController.hpp"
+#include "backends/pulse/PulseServer.hpp"
 #include "bench/pulse/BareClient.hpp"
 #include "bench/pulse/Wiretap.hpp"
 #include "platform/foundation/NSNotificationCenter.hpp"
@@ -20,11 +20,10 @@ namespace {
 constexpr const char* sinkName = "spk";
 constexpr const char* category = "Audio/Video";
 constexpr int rounds = 1000;
-// Each takes the settling time.
+// Fewer, because each waits until the service has settled.
 constexpr int settledRounds = 300;
 
-/// Everything that takes part: the service in a mixer, a bare client beside it, and a second client
-/// that watches both.
+/// The service in a mixer, a bare client beside it, and a second client that observes both.
 class Stage {
  public:
     explicit Stage(const rigs::SoundServer& server);
@@ -38,14 +37,14 @@ class Stage {
     using Action = std::function<void(unsigned volume)>;
 
     unsigned nextVolume();
-    /// The time from the action until `done_`.
+    /// Returns the time from the action until `done_`.
     double timeOf(const Action& action, unsigned volume);
-    /// Until nothing of a round is under way any more.
+    /// Waits until nothing of a round is in flight any more.
     void settle(unsigned volume);
     void alternate(Comparison& comparison, int count, const Action& bare, const Action& service);
     double volumeOf() const;
 
-    std::shared_ptr<PulseAudioController> controller_;
+    std::shared_ptr<SoundServer> controller_;
     std::unique_ptr<LiveMixer> mixer_;
     BareClient bare_;
     BareClient settled_;
@@ -53,12 +52,12 @@ class Stage {
     std::shared_ptr<NSObject> observer_ = std::make_shared<NSObject>();
     std::function<void(double)> onNotification_;
     bool done_ = false;
-    bool exact_ = true;  // Whether a round leaves just the volume that was asked for.
+    bool exact_ = true;  // Whether a round ends on exactly the requested volume.
     unsigned counter_ = 0;
 };
 
 Stage::Stage(const rigs::SoundServer& server)
-    : controller_(std::make_shared<PulseAudioController>(server.address())),
+    : controller_(pulse::connectToServer(server.address())),
       mixer_(std::make_unique<LiveMixer>(controller_, std::vector<std::string>{category})),
       bare_(server.address(), sinkName, BareClient::Settling::None),
       settled_(server.address(), sinkName, BareClient::Settling::AsTheService),
@@ -87,7 +86,7 @@ double Stage::volumeOf() const {
     return controller_->getVolume(volume, category) ? static_cast<double>(volume) : -1;
 }
 
-// Never twice the same, and never near the last one.
+// Never near the previous value.
 unsigned Stage::nextVolume() {
     ++counter_;
     return 1000 + (counter_ * 24631) % 60000;
@@ -111,7 +110,7 @@ void Stage::settle(unsigned volume) {
                std::abs(volumeOf() * 65536 - volume) < 1;
     };
     if (!rigs::waitUntil(isThere)) throw std::runtime_error("a round leaves another volume");
-    // The service asks once more behind its own sets; two milliseconds without an event end that.
+    // The service reads once more after its own sets; 2 ms without an event are the end of it.
     rigs::runFor(0.002);
 }
 
@@ -163,7 +162,7 @@ Comparison Stage::changeElsewhere() {
 
 Comparison Stage::touchUntilKnown() {
     Comparison comparison{"touch until a second client knows", {}, {}};
-    exact_ = false;  // A finger has the slider's resolution.
+    exact_ = false;  // A touch has the slider's resolution.
     mixer_->press(0);
     second_.setHandler([this](unsigned) { done_ = true; });
     alternate(

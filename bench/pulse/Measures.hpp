@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-/// Milliseconds, in the order in which they were measured.
+/// Milliseconds, in the order of measurement.
 using Samples = std::vector<double>;
 
-/// The same done by the bare client and by the service, in turns.
+/// One action done by the bare client and by the service in turns.
 struct Comparison {
     std::string what;
     Samples bare;

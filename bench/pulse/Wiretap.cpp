@@ -6,8 +6,8 @@
 #include <memory>
 #include <utility>
 
-// The service tells nobody that a volume is acknowledged, so its call is met on the way into the
-// library: this definition comes before the library's.
+// The service does not report that a volume was acknowledged, so its calls are intercepted: the
+// linker prefers this definition to the library's.
 
 namespace {
 
@@ -39,7 +39,7 @@ extern "C" pa_operation* pa_context_set_sink_volume_by_name(pa_context* context,
                                                             void* userdata) {
     static const auto library = reinterpret_cast<decltype(&pa_context_set_sink_volume_by_name)>(
         dlsym(RTLD_NEXT, "pa_context_set_sink_volume_by_name"));
-    // Freed by the answer; an operation that is withdrawn at the end of the program leaks it.
+    // Freed by the answer; leaked by an operation that is cancelled when the program ends.
     auto call = std::make_unique<Call>(Call{callback, userdata});
     return library(context, name, volume, acknowledged, call.release());
 }

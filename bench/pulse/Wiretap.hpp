@@ -2,6 +2,6 @@
 
 #include <functional>
 
-/// Listens to the answers that the server gives to volumes set by anybody in this program. The
-/// handler is called after whoever set it was told.
+/// Observes the server's answers to volumes set anywhere in this program. The handler is called
+/// after the caller's own callback.
 void setAcknowledgementHandler(std::function<void()> handler);

@@ -2,7 +2,7 @@
 
 #include <pango/pangocairo.h>
 
-/// Captions of the mixer's size, in its places. Points.
+/// Captions with the size and position of the mixer's. Points.
 namespace bare {
 
 inline constexpr int rows = 5;

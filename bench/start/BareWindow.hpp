@@ -2,8 +2,7 @@
 
 #include <gdk/gdk.h>
 
-/// A window of the mixer's size, of which GDK's events go to `handle`; shown, for as long as the
-/// program runs.
+/// Shows a window of the mixer's size for as long as the program runs; GDK's events go to `handle`.
 inline GdkWindow* showBareWindow(GdkEventFunc handle) {
     GdkWindowAttr attributes = {};
     attributes.width = 560;  // points

@@ -31,7 +31,8 @@ struct Sample {
 };
 
 constexpr auto longestStart = std::chrono::seconds(10);
-// What a program does once it has been seen, such as looking for a session bus, counts too.
+// Memory is read this long after the caption appears, so that deferred work, such as looking for a
+// session bus, is included.
 constexpr auto settleTime = std::chrono::milliseconds(400);
 
 // Where the fifth caption is, in the window's pixels.
@@ -48,7 +49,7 @@ class Watcher {
             std::fprintf(stderr, "start_bench: no X display with the DAMAGE extension\n");
             std::exit(EXIT_FAILURE);
         }
-        // A window that is gone between an event and the answer to it is nothing to report.
+        // A window may be destroyed between an event and the request that answers it.
         XSetErrorHandler([](Display*, XErrorEvent*) { return 0; });
         XSelectInput(display_, DefaultRootWindow(display_), SubstructureNotifyMask);
         XSync(display_, False);
@@ -57,7 +58,7 @@ class Watcher {
     Watcher(const Watcher&) = delete;
     Watcher& operator=(const Watcher&) = delete;
 
-    /// False when nothing was to be read in time.
+    /// Returns false if the caption did not appear in time.
     bool waitForCaption(Clock::time_point deadline) {
         while (Clock::now() < deadline) {
             if (XPending(display_) == 0) {
@@ -170,8 +171,8 @@ int main(int argc, char* argv[]) {
     std::vector<Command> commands = commandsFrom(argc - 2, argv + 2);
     std::vector<std::vector<Sample>> samples(commands.size());
     Watcher screen;
-    // One run more than is counted: the first warms the disk cache. In turns, so that whatever
-    // slows the machine down meanwhile slows all of them.
+    // The first run warms the disk cache and does not count. In turns, so that other load on the
+    // machine affects all of them alike.
     for (int run = 0; run <= runs; ++run)
         for (std::size_t i = 0; i < commands.size(); ++i) {
             const Sample sample = measure(screen, commands[i]);

@@ -4,9 +4,10 @@
 
 #include <memory>
 #include <optional>
+#include <string_view>
 
-/// The volume notification and its two entries: the category's name, and the new volume as a
-/// number from 0 to 1.
+/// The volume notification and the entries of its userInfo: the category's name, and the new volume
+/// as a number from 0 to 1.
 inline constexpr const char* AVSystemController_EffectiveVolumeDidChangeNotification =
     "AVSystemController_EffectiveVolumeDidChangeNotification";
 inline constexpr const char* AVSystemController_EffectiveVolumeNotificationParameter_Category =
@@ -14,46 +15,64 @@ inline constexpr const char* AVSystemController_EffectiveVolumeNotificationParam
 inline constexpr const char* AVSystemController_EffectiveVolumeNotificationParameter_Volume =
     "AVSystemController_EffectiveVolumeNotificationParameter_Volume";
 
+/// The names of the device's own categories, as the category file and sound servers use them. A
+/// category may have another name too, which says what it stands for by a scheme ("app:NAME").
+namespace AudioCategory {
+inline constexpr const char* ringtone = "Ringtone";
+inline constexpr const char* audioVideo = "Audio/Video";
+inline constexpr const char* headsetBT = "HeadsetBT";
+inline constexpr const char* headphonesBT = "HeadphonesBT";
+inline constexpr const char* phoneCall = "PhoneCall";
+inline constexpr const char* videoConference = "VideoConference";
+inline constexpr std::string_view all[] = {ringtone,     audioVideo, headsetBT,
+                                           headphonesBT, phoneCall,  videoConference};
+}  // namespace AudioCategory
+
 /// The system's volumes, one for each audio category. Answers come from a mirror of the device's
-/// state and never block. A change, whoever made it, is announced in the default notification
-/// centre from the main loop, never from inside a call of this class. Main thread.
+/// state and never block. Every change, whoever made it, is announced in the default notification
+/// centre from the main loop, never from inside a call of this class.
+///
+///     const auto avs = AVSystemController::sharedAVSystemController();
+///     float volume = 0;
+///     if (avs && avs->getVolume(volume, "Ringtone")) avs->setVolumeTo(volume / 2, "Ringtone");
+///
+/// Main thread.
 class AVSystemController : public NSObject {
  public:
     std::string_view className() const override { return "AVSystemController"; }
 
-    /// The one that the shell installed; nullptr when there is none.
+    /// The instance that the shell installed; nullptr without one.
     static std::shared_ptr<AVSystemController> sharedAVSystemController();
     static void setSharedAVSystemController(std::shared_ptr<AVSystemController> controller);
 
     enum class Mute { Off, On };
-    /// What a category is at, whether it is heard or not.
+    /// A category's volume and mute.
     struct Level {
-        float volume = 0;  ///< 0 to 1; of what is muted, the volume that unmuting brings back.
+        float volume = 0;  ///< 0 to 1; while muted, the volume that unmuting restores.
         Mute mute = Mute::Off;
         float heard() const { return mute == Mute::On ? 0 : volume; }
         bool operator==(const Level&) const = default;
     };
 
-    /// Sets `volume` (0 to 1, what is heard: 0 while it is muted) and answers true; leaves it alone
-    /// and answers false when the category has no volume that could be read now.
+    /// Stores the volume as heard (0 to 1; 0 while muted) in `volume` and returns true. Returns
+    /// false and leaves `volume` alone if the category cannot be read now.
     virtual bool getVolume(float& volume, const NSString& category) = 0;
-    /// Sends the volume (kept within 0 to 1) on its way, unmutes, and returns. False when there is
-    /// no such category to set.
+    /// Sends the volume (clamped to 0 to 1), unmutes, and returns at once. False if there is no
+    /// such category to set.
     virtual bool setVolumeTo(float volume, const NSString& category) = 0;
-    /// nullopt when the category has no volume that could be read now.
+    /// nullopt if the category cannot be read now.
     virtual std::optional<Level> levelOf(const NSString& category) = 0;
-    /// Silences the category, which keeps its volume, or lets it be heard again; sent on its way as
-    /// a volume is. False when there is no such category to mute.
+    /// Mutes the category, which keeps its volume, or unmutes it; sent like a volume. False if
+    /// there is no such category.
     virtual bool setMute(Mute mute, const NSString& category) = 0;
-    /// The name of the output that the category plays on; nil when there is none.
+    /// The name of the output that the category plays on; nil if there is none.
     virtual NSString routeForCategory(const NSString& category) = 0;
 
-    /// Moves the volume by a step (-1 to 1) from where it stands, kept within 0 and 1. What is
-    /// muted is heard again, at the volume that it had and the step. A step against the end of the
-    /// scale moves nothing, so what is amplified beyond it stays. False when there is nothing to
-    /// move.
+    /// Changes the volume by a step (-1 to 1), clamped to 0 to 1. A muted category is unmuted, and
+    /// the step starts at the volume behind the mute. A step beyond an end changes nothing, so a
+    /// volume amplified above 100 % stays. False if there is nothing to set.
     bool stepVolumeBy(double step, const NSString& category);
-    /// Mutes what is heard, and the other way round. False when there is nothing to mute.
+    /// Mutes an unmuted category and unmutes a muted one. False if there is nothing to mute.
     bool toggleMute(const NSString& category);
 };
 

@@ -11,8 +11,7 @@ float fractionFrom(float volume) {
 }  // namespace
 
 SimulatedAudioDevice::SimulatedAudioDevice() {
-    for (const char* name :
-         {"Ringtone", "Audio/Video", "HeadsetBT", "HeadphonesBT", "PhoneCall", "VideoConference"})
+    for (const std::string_view name : AudioCategory::all)
         categories_.emplace(name, Category{});
 }
 
@@ -21,17 +20,11 @@ SimulatedAudioDevice::Category* SimulatedAudioDevice::named(const NSString& cate
     return found == categories_.end() ? nullptr : &found->second;
 }
 
-bool SimulatedAudioDevice::getVolume(float& volume, const NSString& category) {
-    const std::optional<Level> level = levelOf(category);
-    if (level) volume = level->heard();
-    return level.has_value();
-}
-
-bool SimulatedAudioDevice::setVolumeTo(float volume, const NSString& category) {
-    if (observer_) observer_(category, volume);
+bool SimulatedAudioDevice::change(const Change& change, const NSString& category) {
     Category* const changed = named(category);
     if (!changed) return false;
-    changed->level = {fractionFrom(volume), Mute::Off};
+    if (change.volume) changed->level.volume = fractionFrom(*change.volume);
+    if (change.mute) changed->level.mute = *change.mute;
     announceLater(*category);
     return true;
 }
@@ -40,14 +33,6 @@ std::optional<AVSystemController::Level> SimulatedAudioDevice::levelOf(const NSS
     const Category* const asked = named(category);
     if (!asked || !asked->readable) return std::nullopt;
     return asked->level;
-}
-
-bool SimulatedAudioDevice::setMute(Mute mute, const NSString& category) {
-    Category* const changed = named(category);
-    if (!changed) return false;
-    changed->level.mute = mute;
-    announceLater(*category);
-    return true;
 }
 
 NSString SimulatedAudioDevice::routeForCategory(const NSString& category) {

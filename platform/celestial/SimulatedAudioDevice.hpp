@@ -1,41 +1,39 @@
 #pragma once
 
-#include "platform/celestial/AVSystemController.hpp"
+#include "platform/celestial/SoundServer.hpp"
 
-#include <functional>
 #include <map>
 #include <string>
 
-/// A device without sound, for tests and demonstrations: it keeps a volume, a mute, a route and a
-/// readability for every category that was named to it, and announces every change from the main
-/// loop, as a real device does. Main thread.
-class SimulatedAudioDevice : public AVSystemController {
+/// A simulated device for tests and demonstrations. It keeps a volume, a mute, a route and whether
+/// it can be read for every category that was named, and announces each change from the main loop,
+/// as a real device does. It is always ready and refuses nothing.
+///
+///     const auto device = std::make_shared<SimulatedAudioDevice>();
+///     AVSystemController::setSharedAVSystemController(device);
+///     device->changeVolume("Ringtone", 0.25F);  // As another program would.
+///
+/// Main thread.
+class SimulatedAudioDevice : public SoundServer {
  public:
     /// With the categories of the initial list and "VideoConference" at 0.5, readable, on the
     /// route "Speaker".
     SimulatedAudioDevice();
 
-    bool getVolume(float& volume, const NSString& category) override;
-    /// A category that nobody named yet has no volume to set.
-    bool setVolumeTo(float volume, const NSString& category) override;
+    /// A category that was never named cannot be changed.
+    bool change(const Change& change, const NSString& category) override;
     std::optional<Level> levelOf(const NSString& category) override;
-    bool setMute(Mute mute, const NSString& category) override;
     NSString routeForCategory(const NSString& category) override;
+    State state() const override { return State::Ready; }
 
-    /// The category comes into being if there is none of that name.
+    /// Creates the category if it does not exist.
     void nameCategory(const std::string& category) { categories_.try_emplace(category); }
-    /// A change made elsewhere on the device: the state and the notification. What is muted stays
-    /// so.
+    /// A change from elsewhere: sets the state and posts the notification. A muted category stays
+    /// muted.
     void changeVolume(const std::string& category, float volume);
-    /// These change the state without a notification. A category comes into being with its name.
+    /// Change the state without a notification. They create the category.
     void setReadable(const std::string& category, bool readable);
     void setRoute(const std::string& category, const NSString& route);
-
-    /// Called for every setVolumeTo(), with the volume as it was given.
-    void setSetVolumeObserver(
-        std::function<void(const NSString& category, float volume)> observer) {
-        observer_ = std::move(observer);
-    }
 
  private:
     struct Category {
@@ -48,5 +46,4 @@ class SimulatedAudioDevice : public AVSystemController {
     void announceLater(const std::string& category);
 
     std::map<std::string, Category> categories_;
-    std::function<void(const NSString&, float)> observer_;
 };

@@ -16,7 +16,7 @@ constexpr mode_t newFileMode = 0644;     // Less what the process's mask takes a
 constexpr mode_t newFolderMode = 0700;   // As settings folders are made on this system.
 constexpr mode_t unfinishedMode = 0600;  // Until the contents have their final mode.
 
-/// What a path leads to in the end.
+/// The final target of a path.
 struct Target {
     std::string path;            ///< No symbolic link.
     std::optional<mode_t> mode;  ///< Of the file that is there already.
@@ -45,7 +45,7 @@ std::string destinationOfLink(const std::string& path) {
     return destination.is_absolute() ? destination.string() : folderOf(path) + destination.string();
 }
 
-/// No file's are the paths of folders, pipes and devices, and a circle of links.
+/// Paths of folders, pipes and devices, and cyclic links, are errors.
 Target targetOf(std::string path) {
     constexpr int maximumLinks = 40;
     for (int links = 0; links <= maximumLinks; ++links) {
@@ -64,15 +64,7 @@ Target targetOf(std::string path) {
     return noTarget(std::errc::too_many_symbolic_link_levels);
 }
 
-/// Makes the folder and those above it that are missing. Failure shows when the file is opened.
-void makeFolder(const std::string& folder) {
-    for (std::size_t end = folder.find('/', 1); end != std::string::npos;
-         end = folder.find('/', end + 1)) {
-        (void)mkdir(folder.substr(0, end).c_str(), newFolderMode);
-    }
-}
-
-/// A new file that goes away unless it gets its final name.
+/// A new file that is deleted unless it gets its final name.
 class TemporaryFile {
  public:
     TemporaryFile(const std::string& folder, mode_t mode)
@@ -115,21 +107,21 @@ class TemporaryFile {
     bool isRenamed_ = false;
 };
 
-/// So that the new name, too, outlives a loss of power. Some file systems can't, and by now the
-/// file is in place, so this has no failure.
+/// Makes the new name survive a power loss. Some file systems cannot do that; the file is in place
+/// by now, so a failure is ignored.
 void flushFolder(const std::string& folder) {
     const FileDescriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (descriptor.isOpen()) (void)fsync(descriptor.get());
 }
 
-/// Of the file that takes the old one's place. After one that could not be read comes one that can:
-/// it would be replaced again each time otherwise.
+/// The mode of the new file. If the old file could not be read, the new one must be readable, or it
+/// would be replaced again each time.
 std::optional<mode_t> newMode(const Target& target, OldFile old) {
     if (!target.mode || old == OldFile::Dropped) return target.mode;
     return *target.mode | S_IRUSR;
 }
 
-/// The whole contents, on the disk, under a name that is not final.
+/// Writes the whole contents to disk under a temporary name.
 std::error_code fill(const TemporaryFile& file, std::string_view bytes,
                      std::optional<mode_t> mode) {
     const bool isFilled =
@@ -139,20 +131,27 @@ std::error_code fill(const TemporaryFile& file, std::string_view bytes,
 
 }  // namespace
 
+void makeFoldersAbove(const std::string& path) {
+    for (std::size_t end = path.find('/', 1); end != std::string::npos;
+         end = path.find('/', end + 1)) {
+        (void)mkdir(path.substr(0, end).c_str(), newFolderMode);
+    }
+}
+
 std::error_code writeFileAtomically(const std::string& path, std::string_view bytes, OldFile old) {
     if (path.empty() || path.find('\0') != std::string::npos)
         return std::make_error_code(std::errc::invalid_argument);
     const Target target = targetOf(path);
     if (target.error) return target.error;
     const std::string folder = folderOf(target.path);
-    makeFolder(folder);
+    makeFoldersAbove(target.path);
 
     TemporaryFile file(folder, target.mode ? unfinishedMode : newFileMode);
     if (const auto error = fill(file, bytes, newMode(target, old))) return error;
-    KeptFile kept(target.path);
-    if (old == OldFile::Kept) {
+    KeptFile kept(target.path, old == OldFile::Copied ? KeptFile::copy : KeptFile::unreadable);
+    if (old != OldFile::Dropped) {
         if (const auto error = kept.keep()) return error;
-        flushFolder(folder);  // First of all what would be lost.
+        flushFolder(folder);  // Make the kept file durable first.
     }
     if (!file.renameTo(target.path)) return lastError();
     kept.commit();

@@ -12,11 +12,16 @@
 std::optional<std::string> contentsOfFile(const std::string& path, std::size_t maximumBytes,
                                           std::error_code* error = nullptr);
 
-/// What happens to the file that is replaced.
+/// What to do with the replaced file.
 enum class OldFile {
     Dropped,
-    Kept,  ///< Beside the new one; see KeptFile.
+    Kept,    ///< Beside the new one, as one that could not be read; see KeptFile.
+    Copied,  ///< Beside the new one, as a copy of the user's.
 };
+
+/// Makes the folders above a file that are missing, for their owner alone. Failure shows when the
+/// file is opened.
+void makeFoldersAbove(const std::string& path);
 
 /// Replaces the file by way of a temporary one beside it; see NSPropertyList::writeToFileAtomically
 /// for what holds on success and on failure. An old file that cannot be kept is a failure.

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-/// Owns an open file.
+/// Owns a file descriptor and closes it.
 class FileDescriptor {
  public:
     explicit FileDescriptor(int descriptor) : descriptor_(descriptor) {}

@@ -12,7 +12,7 @@
 namespace {
 
 constexpr int mostKept = 999;
-// Larger ones are kept once more rather than compared: a second name costs no room.
+// Larger files are kept again instead of compared: a hard link takes no space.
 constexpr std::size_t mostComparedBytes = std::size_t{16} * 1024 * 1024;
 
 /// False where either cannot be read. A symbolic link is no copy: it may lead to the file itself.
@@ -37,7 +37,7 @@ KeptFile::~KeptFile() {
 
 std::error_code KeptFile::keep() {
     for (int number = 1; number <= mostKept; ++number) {
-        keptPath_ = path_ + ".unreadable-" + std::to_string(number);
+        keptPath_ = path_ + mark_ + std::to_string(number);
         const std::error_code error = takeName();
         if (error == std::errc::no_such_file_or_directory) return {};
         if (error != std::errc::file_exists) return error;
@@ -46,13 +46,13 @@ std::error_code KeptFile::keep() {
     return std::make_error_code(std::errc::file_exists);
 }
 
-/// A second name rather than another one, as long as it can be had: the file is then never missing.
+/// A hard link if possible, so that the file is never missing.
 std::error_code KeptFile::takeName() {
     if (link(path_.c_str(), keptPath_.c_str()) == 0) {
         way_ = Way::Linked;
         return {};
     }
-    // A file of somebody else's is given no second name, and some file systems know none.
+    // Files of other users cannot be linked, and some file systems have no links.
     if (errno != ENOENT && errno != EEXIST && renameToFreeName(path_, keptPath_)) {
         way_ = Way::Renamed;
         return {};

@@ -3,13 +3,24 @@
 #include <string>
 #include <system_error>
 
-/// A file that is about to be replaced, kept under a name of its own beside it:
-/// "NAME.unreadable-1", or the next number that is free. Unless commit() is called, what keep() did
-/// is undone.
+/// Keeps a file that is about to be replaced, under a name of its own beside it:
+/// "NAME.unreadable-1" or the next free number; "NAME.copy-1" if the user replaces a good one.
+/// Unless commit() is called, the destructor undoes
+/// keep().
+///
+///     KeptFile kept(path);
+///     kept.keep();
+///     ... write the new file ...
+///     kept.commit();
 class KeptFile {
  public:
-    /// `path` is no symbolic link.
-    explicit KeptFile(std::string path) : path_(std::move(path)) {}
+    /// What stands behind the file's name, before the number.
+    static constexpr const char* unreadable = ".unreadable-";
+    static constexpr const char* copy = ".copy-";
+
+    /// `path` is no symbolic link. `mark` is one of the two above.
+    explicit KeptFile(std::string path, const char* mark = unreadable)
+        : path_(std::move(path)), mark_(mark) {}
     ~KeptFile();
     KeptFile(const KeptFile&) = delete;
     KeptFile& operator=(const KeptFile&) = delete;
@@ -23,12 +34,13 @@ class KeptFile {
     enum class Way {
         Nothing,
         Linked,   ///< The file has both names.
-        Renamed,  ///< Where the folder's file system, or its owner, allows no second name.
+        Renamed,  ///< The file system or the file's owner allows no link.
     };
 
     std::error_code takeName();
 
     std::string path_;
+    const char* mark_;
     std::string keptPath_;
     Way way_ = Way::Nothing;
 };

@@ -10,7 +10,7 @@
 /// all. Read once; a shell's choice goes before.
 std::string machineModel();
 
-/// What machineModel() answers from now on; an empty text returns to the machine's own answer.
+/// Overrides machineModel(); an empty text restores the machine's own answer.
 void setMachineModel(const std::string& model);
 
 /// The answer for a machine whose /etc, /sys and /proc lie below `root`: the chassis kind from

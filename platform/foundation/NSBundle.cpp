@@ -24,7 +24,7 @@ bool isRegularFile(const std::string& path) {
     return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
-/// Whether a name means an entry of the folder it is looked up in, and not another place.
+/// Whether a name is an entry of the folder and not a path to another place.
 bool isEntryName(std::string_view name) {
     return !name.empty() && name != "." && name != ".." &&
            name.find('/') == std::string_view::npos && name.find('\0') == std::string_view::npos;

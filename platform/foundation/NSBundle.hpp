@@ -6,8 +6,14 @@
 #include <memory>
 #include <string>
 
-/// A folder with an Info.plist, resources, and the module that holds the bundle's code. Main
-/// thread. One object a folder: asking for the same folder again answers the same bundle.
+/// A folder with an Info.plist, resources, and the module that holds the bundle's code:
+///
+///     const auto bundle = NSBundle::bundleWithPath("/usr/lib/tarnwick/Tarnwick.bundle");
+///     const Class* controller = bundle ? bundle->principalClass() : nullptr;
+///     const auto object = controller ? controller->create() : nullptr;
+///
+/// There is one object for each folder: a second request for it returns the same bundle. Main
+/// thread.
 class NSBundle : public NSObject {
  public:
     std::string_view className() const override { return "NSBundle"; }

@@ -16,8 +16,8 @@ struct Class {
     const void* code = nullptr;
 };
 
-/// The classes that the loaded modules brought. Registration happens while a module is loaded, on
-/// the main thread. The first registration of a name wins, as it does on the platform.
+/// The classes of the loaded modules. They register while a module is loaded, on the main thread.
+/// The first registration of a name wins, as on the platform.
 class NSClassRegistry {
  public:
     static void registerClass(const Class& cls);
@@ -29,8 +29,14 @@ class NSClassRegistry {
 /// nullptr when no class has that name. Valid until its module is unloaded.
 const Class* NSClassFromString(std::string_view name);
 
-/// Registers a class for as long as its module is loaded; one static object a class. T is default
-/// constructible and may have `bool init()`, false when initialisation yields nil.
+/// Registers a class for as long as its module is loaded. Each class has one such static object, in
+/// its own file:
+///
+///     const ClassRegistration<Mixer> registration("Mixer");
+///     ... elsewhere:
+///     if (const Class* mixer = NSClassFromString("Mixer")) object = mixer->create();
+///
+/// T is default constructible and may have `bool init()`, false when initialisation yields nil.
 template <class T>
 class ClassRegistration {
  public:

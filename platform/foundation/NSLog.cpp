@@ -6,6 +6,7 @@
 #include <syslog.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <memory>
@@ -35,6 +36,16 @@ bool standardErrorIsTheJournal() {
     struct stat status {};
     if (!stream || fstat(STDERR_FILENO, &status) != 0) return false;
     return std::to_string(status.st_dev) + ":" + std::to_string(status.st_ino) == stream;
+}
+
+bool isDebugged(std::string_view topic) {
+    const char* value = std::getenv("TARNWICK_DEBUG");
+    for (std::string_view left = value ? value : ""; !left.empty();) {
+        const std::size_t end = std::min(left.find(','), left.size());
+        if (left.substr(0, end) == topic) return true;
+        left.remove_prefix(std::min(end + 1, left.size()));
+    }
+    return false;
 }
 
 /// In one piece where possible, so that lines of several programs do not mix.
@@ -74,4 +85,8 @@ void setLogSink(Sink sink) {
 
 void complain(std::string_view program, std::string_view what) {
     writeToStandardError(std::string(program) + ": " + printableLine(what) + "\n");
+}
+
+void debug(std::string_view topic, std::string_view what) {
+    if (isDebugged(topic)) complain(topic, what);
 }

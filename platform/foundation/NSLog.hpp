@@ -11,6 +11,13 @@ void NSLog(const std::string& line);
 /// log of its own.
 void setLogSink(std::function<void(const std::string& line)> sink);
 
-/// Tells the user of a program something, in a line on standard error alone: "program: what", as
-/// printableLine() has it.
+/// Reports a message to the user as a line on standard error only: "program: what", formatted by
+/// printableLine().
 void complain(std::string_view program, std::string_view what);
+
+/// Writes a line for diagnosis to standard error only: "topic: what", formatted by printableLine().
+/// Only if the environment variable TARNWICK_DEBUG contains the topic (one word, or several
+/// separated by commas).
+///
+///     debug("sound", "connected to " + address);  // With TARNWICK_DEBUG=sound.
+void debug(std::string_view topic, std::string_view what);

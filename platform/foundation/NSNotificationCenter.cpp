@@ -66,8 +66,8 @@ void NSNotificationCenter::postNotificationName(const std::string& name, const N
     }
 }
 
-/// Observers that went without saying so leave their registrations behind. Swept when the number
-/// has doubled, so that a sweep costs each registration little.
+/// Destroyed observers leave their registrations behind. They are swept when the number of
+/// registrations has doubled, so that a sweep costs little for each.
 void NSNotificationCenter::dropRegistrationsOfTheGone() {
     std::vector<const NSObject*> gone;
     for (const auto& [identity, places] : byObserver_) {

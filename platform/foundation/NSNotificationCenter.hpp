@@ -16,17 +16,22 @@ struct NSNotification {
     PropertyValue userInfo;            ///< A dictionary, or nil.
 };
 
-/// Announces named events to whoever observes them, on the thread that posts: here always the main
+/// Delivers named notifications to their observers, on the thread that posts: here always the main
 /// thread. Observers are not owned.
 ///
-/// Delivery, in the order of registration, to the observers registered when the notification was
+///     auto& center = NSNotificationCenter::defaultCenter();
+///     center.addObserver(self, &Mixer::volumeChanged, "VolumeDidChange", nullptr);
+///     center.postNotificationName("VolumeDidChange", nullptr);
+///
+/// Delivery is in the order of registration, to the observers registered when the notification was
 /// posted:
-///  - an observer added during the delivery gets the next notification, not this one;
-///  - an observer removed or destroyed during the delivery, before its turn, is not called;
-///  - an observer registered n times is called n times, and removeObserver() ends all of them;
-///  - a notification posted from inside an observer is delivered at once, before the outer one
-///    goes on;
-///  - an exception that leaves an observer ends the delivery and reaches the poster.
+///
+///     - an observer added during the delivery gets the next notification, not this one;
+///     - an observer removed or destroyed during the delivery, before its turn, is not called;
+///     - an observer registered n times is called n times, and removeObserver() ends all of them;
+///     - a notification posted from inside an observer is delivered at once, before the outer one
+///       continues;
+///     - an exception from an observer ends the delivery and reaches the poster.
 class NSNotificationCenter {
  public:
     static NSNotificationCenter& defaultCenter();
@@ -51,7 +56,7 @@ class NSNotificationCenter {
     /// that observes nothing.
     void removeObserver(const NSObject* observer);
 
-    /// Whether anybody is registered who would get a notification of that name, from some sender.
+    /// Whether any observer would receive a notification of that name, from some sender.
     bool isObserved(const std::string& name) const;
 
     void postNotificationName(const std::string& name, const NSObject* object,

@@ -57,7 +57,7 @@ std::map<std::string, std::string>& writeFailures() {
     return failures;
 }
 
-/// What may be lost with the file that a value of that kind replaces.
+/// Whether replacing the file by a value of that kind may lose data.
 OldFile fateOfOldFile(const PropertyValue& value, const std::string& path) {
     const PropertyListFile old = NSPropertyList::fileAt(path);
     const bool isSameKind = old.value.storage().index() == value.storage().index();
@@ -89,10 +89,9 @@ PropertyListFile NSPropertyList::fileAt(const std::string& path) {
     if (error == std::errc::no_such_file_or_directory) return {};
     if (!bytes) return unreadable(reasonOf(error));
     DecodedPropertyList decoded = installedCodec()->decode(*bytes);
-    if (!decoded.value) return unreadable(decoded.fault.reason, decoded.fault.place);
-    if (!isShallow(*decoded.value))
-        return unreadable("more containers in each other than can be read");
-    return {PropertyListFile::State::Readable, *std::move(decoded.value), {}};
+    if (!decoded) return unreadable(decoded.error().reason, decoded.error().place);
+    if (!isShallow(*decoded)) return unreadable("more containers in each other than can be read");
+    return {PropertyListFile::State::Readable, *std::move(decoded), {}};
 }
 
 PropertyValue NSPropertyList::dictionaryWithContentsOfFile(const std::string& path) {

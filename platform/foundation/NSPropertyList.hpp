@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/foundation/PropertyValue.hpp"
+#include "platform/foundation/Result.hpp"
 
 #include <memory>
 #include <optional>
@@ -9,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-/// Where something stands in a text. Both count from 1; 0 where that cannot be told.
+/// A position in a text. Both members count from 1; 0 if unknown.
 struct TextPlace {
     int line = 0;
     int column = 0;  ///< In characters.
@@ -22,11 +23,7 @@ struct PropertyListFault {
     std::string reason;
 };
 
-/// Of decoding; the fault means nothing beside a value.
-struct DecodedPropertyList {
-    std::optional<PropertyValue> value;
-    PropertyListFault fault;
-};
+using DecodedPropertyList = Result<PropertyValue, PropertyListFault>;
 
 /// The way to a value from the root: the keys of dictionaries, and the numbers of elements.
 using PropertyListPath = std::vector<std::string>;
@@ -35,8 +32,8 @@ using PropertyListPath = std::vector<std::string>;
 class NSPropertyListCodec {
  public:
     virtual ~NSPropertyListCodec() = default;
-    /// No value when the bytes are not a property list that can be read whole. Hostile bytes are
-    /// expected: no crash, and no more time or memory than a small multiple of their number.
+    /// Fails when the bytes are not a property list that can be read whole. Hostile bytes are
+    /// expected: they cause no crash, and time and memory stay within fixed limits.
     virtual DecodedPropertyList decode(std::string_view bytes) const = 0;
     /// Where those values begin; of an entry of a dictionary, where its key does.
     virtual std::vector<TextPlace> placesOf(std::string_view bytes,
@@ -53,7 +50,14 @@ struct PropertyListFile {
     PropertyListFault fault;  ///< Of an unreadable one.
 };
 
-/// Property-list files. Paths under the fixed preferences directory are looked up where it really
+/// Property-list files:
+///
+///     const PropertyValue root = NSPropertyList::dictionaryWithContentsOfFile(path);
+///     const bool shown = root.objectForKey("displayPercentage").boolValue();
+///     if (!NSPropertyList::writeToFileAtomically(list, path))
+///         complain(program, NSPropertyList::writeFailure(path));
+///
+/// Paths under the fixed preferences directory are looked up where it really
 /// lies (see PreferencesDirectory.hpp). Main thread. Without an installed codec nothing can be
 /// read or written.
 class NSPropertyList {

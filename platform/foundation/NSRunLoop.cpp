@@ -5,7 +5,7 @@
 #include <utility>
 
 NSRunLoop& NSRunLoop::mainRunLoop() {
-    // Never destroyed: what waits in it may use objects that are gone by then.
+    // Never destroyed: pending calls may use objects that are destroyed earlier.
     static auto& loop = *std::make_unique<NSRunLoop>().release();
     return loop;
 }
@@ -40,4 +40,17 @@ bool NSRunLoop::runDue() {
 std::optional<double> NSRunLoop::nextDue() const {
     if (pending_.empty()) return std::nullopt;
     return pending_.begin()->first.first;
+}
+
+void OneShotTimer::start(double seconds, std::function<void()> function) {
+    cancel();
+    call_ = NSRunLoop::mainRunLoop().performAfterDelay(seconds, [this, call = std::move(function)] {
+        call_.reset();
+        call();
+    });
+}
+
+// Removed from the loop, so that nothing wakes up for it.
+void OneShotTimer::cancel() {
+    if (call_) NSRunLoop::mainRunLoop().withdraw(*std::exchange(call_, std::nullopt));
 }

@@ -5,9 +5,9 @@
 /// The one folder of settings that the widget's code names.
 inline constexpr const char* fixedPreferencesDirectory = "/var/mobile/Library/Preferences/";
 
-/// Where the fixed folder really lies: the folder that a shell set; else the fixed folder itself,
-/// if it exists; else $XDG_CONFIG_HOME/tarnwick/ (~/.config/tarnwick/). Ends with a slash.
-/// Nothing is created here.
+/// The actual location of the fixed folder: the folder that a shell set; else the fixed folder
+/// itself, if it exists; else $XDG_CONFIG_HOME/tarnwick/ (~/.config/tarnwick/). Ends with a slash.
+/// Creates nothing.
 std::string preferencesDirectory();
 
 /// Points the fixed folder elsewhere, for a shell's --preferences; an empty text undoes it.

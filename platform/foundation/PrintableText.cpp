@@ -99,3 +99,15 @@ std::string escapedJson(std::string_view json) {
     }
     return escaped;
 }
+
+void appendUtf8(std::string& text, char32_t character) {
+    std::size_t bytes = 1;
+    while (bytes < forms.size() && character >= forms[bytes].first)
+        ++bytes;
+    const unsigned bitsBehind = continuationBits * static_cast<unsigned>(bytes - 1);
+    text += static_cast<char>(forms[bytes - 1].lead | character >> bitsBehind);
+    for (unsigned shift = bitsBehind; shift > 0;) {
+        shift -= continuationBits;
+        text += static_cast<char>(0x80 | (character >> shift & continuationMask));
+    }
+}

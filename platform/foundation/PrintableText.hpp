@@ -4,13 +4,13 @@
 #include <string>
 #include <string_view>
 
-// Texts come from command lines, files and servers, and any byte may be in them. Where they leave
-// the process for a terminal, a log, a caption or another program, what would do something there
-// instead of being shown is taken out. In between they stay as they came.
+// Texts come from command lines, files and servers and may contain any bytes. On the way to a
+// terminal, a log, a caption or another program, these functions replace everything that would be
+// obeyed there instead of shown. Inside the process, texts stay unchanged.
 
-/// Whether the character acts on what shows it: a control character (C0, DEL, C1), a line or
-/// paragraph separator, or one that overrides, embeds or isolates a direction of reading. Marks
-/// and joiners, which Arabic, Hebrew and emoji need, are not among them.
+/// Whether a character is not printable: a control character (C0, DEL, C1), a line or paragraph
+/// separator, or a direction override, embedding or isolate. Marks and joiners, which Arabic,
+/// Hebrew and emoji need, are printable.
 bool isUnprintable(char32_t character);
 
 /// The text as one line of valid UTF-8 without unprintable characters. What ends a line and tabs
@@ -28,3 +28,6 @@ struct DecodedCharacter {
     std::size_t bytes;
 };
 DecodedCharacter firstCharacter(std::string_view text);
+
+/// Appends a character up to U+10FFFF in UTF-8; a surrogate too, as three bytes that are not valid.
+void appendUtf8(std::string& text, char32_t character);

@@ -1,6 +1,6 @@
 #include "platform/foundation/PropertyValue.hpp"
 
-#include "platform/foundation/NumberText.hpp"
+#include "platform/foundation/NSString.hpp"
 
 #include <cmath>
 #include <limits>
@@ -9,19 +9,8 @@
 
 namespace {
 
-/// Without an index of its own, which costs more than it saves for the few of a notification.
-bool areFewAndApart(const PropertyValue::Dictionary& entries) {
-    constexpr std::size_t few = 8;
-    if (entries.size() > few) return false;
-    for (std::size_t i = 1; i < entries.size(); ++i)
-        for (std::size_t before = 0; before < i; ++before)
-            if (entries[before].first == entries[i].first) return false;
-    return true;
-}
-
 /// Keeps the place of a key's first appearance and the value of its last.
 PropertyValue::Dictionary withoutRepeatedKeys(PropertyValue::Dictionary&& entries) {
-    if (areFewAndApart(entries)) return std::move(entries);
     std::unordered_map<std::string, std::size_t> places;
     PropertyValue::Dictionary unique;
     unique.reserve(entries.size());

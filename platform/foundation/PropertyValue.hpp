@@ -12,9 +12,11 @@
 #include <vector>
 
 /// One value of a property list: nil, a boolean, a number, a string, a date, data, an array or a
-/// dictionary. Immutable and cheap to copy: containers are shared.
+/// dictionary. Immutable and cheap to copy, since containers are shared.
 ///
-/// Nothing here raises: a value asked for what it is not answers nil, false, 0 or an empty list.
+///     const NSString skin = settings.objectForKey("selectedSkin").string();
+///
+/// Nothing here throws: an accessor of the wrong type returns nil, false, 0 or an empty list.
 class PropertyValue {
  public:
     using Array = std::vector<PropertyValue>;

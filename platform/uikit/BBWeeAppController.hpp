@@ -12,14 +12,22 @@ enum class UIInterfaceOrientation {
     LandscapeLeft = 4
 };
 
-/// What the legacy widget host drives: an object with a view and a height, told of its appearances
-/// and of taps by their place alone. Only view() is required; a host asks for every other message
-/// with respondsToSelector() before it sends it. Main thread.
+/// The controller that the legacy widget host drives: an object with a view and a height, which
+/// receives appearances and the places of taps. A host does roughly this:
+///
+///     auto view = controller->view();
+///     if (controller->respondsToSelector("viewHeight")) height = controller->viewHeight();
+///     if (controller->respondsToSelector("loadFullView")) controller->loadFullView();
+///     ... for a tap at a point of the view:
+///     if (controller->respondsToSelector("launchURLForTapLocation:"))
+///         open(controller->launchURLForTapLocation(point));
+///
+/// Only view() is required; a host checks for every other message first, as above. Main thread.
 class BBWeeAppController : public NSObject {
  public:
     virtual std::shared_ptr<UIView> view() = 0;
 
-    /// Something cheap to show until there is the full view.
+    /// Loads a cheap placeholder until the full view is needed.
     virtual void loadPlaceholderView() {}
     virtual void loadFullView() {}
     virtual void loadView() {}

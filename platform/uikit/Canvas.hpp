@@ -2,17 +2,27 @@
 
 #include "platform/uikit/Geometry.hpp"
 #include "platform/uikit/UIColor.hpp"
-#include "platform/uikit/UIFont.hpp"
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 class UIBitmap;
 
+/// A typeface family and a size in points. "" is the desktop's sans-serif.
+struct UIFont {
+    std::string family;
+    CGFloat pointSize = 17;
+    bool operator==(const UIFont&) const = default;
+
+    static UIFont systemFontOfSize(CGFloat size) { return {"", size}; }
+    UIFont fontWithSize(CGFloat size) const { return {family, size}; }
+};
+
 enum class NSTextAlignment { Natural, Center };
 
-/// What views paint on. Coordinates are points of the current origin; a backend brings it, and it
-/// lives for one paint. Main thread.
+/// The surface that views paint on. Coordinates are points relative to the current origin. A
+/// backend provides it for one paint. Main thread.
 class Canvas {
  public:
     virtual ~Canvas() = default;

@@ -24,9 +24,18 @@ class SBUIWidgetHost : public NSObject {
     virtual void invalidatePreferredViewSize() {}
 };
 
-/// The controller that a widget host instantiates from a bundle and drives: it asks for the size
-/// and the view, and tells of presentation and dismissal. A host calls everything on the main
-/// thread.
+/// The controller that a widget host instantiates from a bundle and drives. A bundle derives its
+/// principal class from it; a host goes through these steps:
+///
+///     controller->setWidgetHost(host);
+///     parent->addChildViewController(controller);
+///     const CGSize size = controller->preferredViewSize();
+///     parent->view()->addSubview(controller->view());
+///     controller->hostWillPresent();
+///     ... the widget is on the screen ...
+///     controller->hostDidDismiss();
+///
+/// It may be presented and dismissed any number of times. Main thread.
 // The name is the platform's, and the bundles' principal classes are found by such names.
 // NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 class _SBUIWidgetViewController : public UIViewController {

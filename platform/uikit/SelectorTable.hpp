@@ -10,6 +10,26 @@
 #include <string_view>
 #include <type_traits>
 
+// Messages by name, for a class that answers NSObject::performSelector(). It lists its functions in
+// a table and looks selectors up there:
+//
+//     constexpr Selector<Controller> selectors[] = {
+//         selector<&Controller::viewHeight, Controller>("viewHeight"),
+//         selector<&Controller::launchURLForTapLocation, Controller, CGPoint>(
+//             "launchURLForTapLocation:"),
+//     };
+//
+//     bool Controller::respondsToSelector(std::string_view name) const {
+//         return findSelector<Controller>(selectors, name) != nullptr;
+//     }
+//     std::optional<PropertyValue> Controller::performSelector(
+//         std::string_view name, std::span<const PropertyValue> arguments) {
+//         const auto* entry = findSelector<Controller>(selectors, name);
+//         return entry ? entry->send(*this, arguments) : std::nullopt;
+//     }
+
+// Values ------------------------------------------------------------------------------------------
+
 /// How results of messages travel through NSObject::performSelector().
 inline PropertyValue selectorResult(const CGSize& size) {
     return PropertyValue(
@@ -41,6 +61,8 @@ std::optional<T> selectorArgument(const PropertyValue& value) {
         return value.isNil() ? std::optional<T>(T()) : std::nullopt;
     }
 }
+
+// The table ---------------------------------------------------------------------------------------
 
 /// A message of T under its selector. Answers nullopt when the arguments do not fit.
 template <class T>

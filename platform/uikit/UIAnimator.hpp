@@ -3,7 +3,7 @@
 #include <memory>
 #include <vector>
 
-/// Something that moves by itself for a while.
+/// An animation. The object that starts it owns it.
 class UIAnimation {
  public:
     virtual ~UIAnimation() = default;
@@ -11,16 +11,21 @@ class UIAnimation {
     virtual bool step(double time) = 0;
 };
 
-/// The animations under way. The shell calls advance() before each frame while isActive(); without
-/// animations nothing wakes up. Main thread.
+/// The animations under way.
+///
+///     UIAnimator::shared().add(animation);                   // who moves
+///     if (animator.isActive()) animator.advance(now);        // the shell, before each frame
+///
+/// Without animations nothing wakes up. Main thread.
 class UIAnimator {
  public:
     static UIAnimator& shared();
-    /// Steps it at every advance() until it is over or gone; it is not owned. Twice counts once.
+    /// Steps the animation at every advance() until it is over or gone. It is not owned; adding it
+    /// twice counts once.
     void add(const std::shared_ptr<UIAnimation>& animation);
     void advance(double time);
     bool isActive() const;
-    /// Off: an animation ends with its first step, for desktops that ask for none.
+    /// No: an animation ends with its first step, as on desktops that ask for none.
     void setEnabled(bool enabled) { enabled_ = enabled; }
     bool isEnabled() const { return enabled_; }
 

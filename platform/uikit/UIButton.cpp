@@ -9,3 +9,9 @@ void UIButton::setAccessibilityLabel(const NSString& label) {
 void UIButton::press() {
     if (isEnabled()) sendActionsForControlEvents(UIControlEventTouchUpInside);
 }
+
+bool UIButton::keyPressed(UIKey key) {
+    if (key != UIKey::Press || !isEnabled()) return false;
+    press();
+    return true;
+}

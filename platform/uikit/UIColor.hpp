@@ -25,4 +25,9 @@ struct UIColor {
     static constexpr UIColor brownColor() { return {0.6, 0.4, 0.2, 1}; }
 
     constexpr UIColor colorWithAlpha(double newAlpha) const { return {red, green, blue, newAlpha}; }
+    /// The nearest colour with all components from 0 to 1; one that is not a number becomes 0.
+    constexpr UIColor clamped() const {
+        const auto within = [](double value) { return value > 0 ? (value < 1 ? value : 1) : 0; };
+        return {within(red), within(green), within(blue), within(alpha)};
+    }
 };

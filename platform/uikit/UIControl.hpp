@@ -6,8 +6,7 @@
 #include <memory>
 #include <vector>
 
-/// The platform's event bits. One of the three ends of a touch comes for every touch that held the
-/// control, when it holds it no more.
+/// The platform's event bits. Every touch that held the control ends with one of the first three.
 enum UIControlEvents : unsigned {
     UIControlEventTouchUpInside = 1U << 6,
     UIControlEventTouchUpOutside = 1U << 7,
@@ -17,8 +16,12 @@ enum UIControlEvents : unsigned {
 
 enum UIControlState : unsigned { UIControlStateNormal = 0, UIControlStateHighlighted = 1 };
 
-/// A view that the user operates and that tells its targets. Targets are not owned; a target that
-/// is gone gets nothing.
+/// A view that the user operates, and that tells its targets of it.
+///
+///     control->addTarget(self, &Mixer::sliderMoved, UIControlEventValueChanged);
+///
+/// A subclass overrides the four functions of tracking and sends its events by
+/// sendActionsForControlEvents(). Targets are not owned; a target that is gone is not called.
 class UIControl : public UIView {
  public:
     using UIView::UIView;
@@ -40,9 +43,9 @@ class UIControl : public UIView {
     bool isEnabled() const { return enabled_; }
     /// A disabled control takes no touches, wheel, keys or focus; a touch under way is cancelled.
     void setEnabled(bool enabled);
-    /// Whether a touch is holding the control.
+    /// Whether a touch holds the control.
     bool isTracking() const { return !tracked_.expired(); }
-    /// How the control looks: so while a touch is holding it, or as it was set.
+    /// Whether the control looks pressed: while a touch holds it, or as it was set.
     bool isHighlighted() const { return highlighted_; }
     void setHighlighted(bool highlighted);
     UIControlState state() const {
@@ -58,8 +61,8 @@ class UIControl : public UIView {
                           const std::shared_ptr<UIEvent>& event) override;
 
  protected:
-    /// Own coordinates; the control is highlighted from before the beginning until after the end.
-    /// False from a beginning lets the touch go.
+    /// A touch, in own coordinates. The control is highlighted from before the beginning until
+    /// after the end. False from beginTracking() lets the touch go.
     virtual bool beginTracking(const CGPoint& point);
     virtual void continueTracking(const CGPoint& point);
     virtual void endTracking(const CGPoint& point);

@@ -2,50 +2,21 @@
 
 #include "platform/foundation/NSString.hpp"
 #include "platform/uikit/Canvas.hpp"
-#include "platform/uikit/UIImageOutline.hpp"
+#include "platform/uikit/UIBitmap.hpp"
 
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
-
-struct PixelSize {
-    int width = 0;
-    int height = 0;
-    bool operator==(const PixelSize&) const = default;
-};
-
-/// Decoded pixels, in the backend's own form; only the backend's canvas can draw them.
-class UIBitmap {
- public:
-    virtual ~UIBitmap() = default;
-    virtual PixelSize size() const = 0;
-    /// From 0 to 255, for a pixel within the size. A backend that cannot tell says opaque.
-    virtual int alphaAt(int x, int y) const {
-        (void)x;
-        (void)y;
-        return 255;
-    }
-};
-
-/// Reads image files for UIImage. A shell installs the one of its backend. Main thread.
-class UIImageDecoder {
- public:
-    virtual ~UIImageDecoder() = default;
-    /// The size that the file's header tells; nullopt when it is no readable image, is damaged, or
-    /// is larger than 4096 pixels in a direction. Decodes nothing.
-    virtual std::optional<PixelSize> probe(const std::string& path) = 0;
-    /// nullptr when the file cannot be decoded. Pixels of a file that has not changed are shared
-    /// among all that hold them.
-    virtual std::shared_ptr<const UIBitmap> decode(const std::string& path) = 0;
-
-    static void setDecoder(std::shared_ptr<UIImageDecoder> decoder);
-};
 
 /// An image file with its variants for finer screens. A file name that ends with "@2x" or "@3x"
 /// holds 2 or 3 pixels a point. The variants of "name.png" and of "name@2x.png" are name.png,
 /// name@2x.png and name@3x.png beside it; painting takes the smallest that is fine enough for the
 /// canvas, decoded at its first paint.
+///
+///     auto track = UIImage::imageWithContentsOfFile(bundle->pathForResource("track", "png"));
+///     if (track) track->resizableImageWithCapInsets({0, 9, 0, 9})->drawInRect(canvas, rect);
+///
+/// Main thread.
 class UIImage {
  public:
     /// nullptr when the path is nil or the file is no readable image, or only a part of one: what

@@ -5,7 +5,10 @@
 
 #include <memory>
 
-/// Shows an image stretched over its bounds.
+/// Shows an image, stretched to its bounds.
+///
+///     auto view = std::make_shared<UIImageView>(frame);
+///     view->setImage(UIImage::imageWithContentsOfFile(path));
 class UIImageView : public UIView {
  public:
     using UIView::UIView;

@@ -2,9 +2,14 @@
 
 #include "platform/uikit/UIView.hpp"
 
-/// One line of text, centred vertically, with an ellipsis where it does not fit. The margin that
-/// its frame leaves on the left of the superview is kept free of text on the right, too, also where
-/// the frame reaches into it.
+/// One line of text, centred vertically, with an ellipsis where it does not fit.
+///
+///     auto label = std::make_shared<UILabel>(CGRectMake(20, 5, 280, 15));
+///     label->setText("Ringtone: 40%");
+///     row->addSubview(label);
+///
+/// The text keeps as far from the superview's right edge as the frame lies from its left one, also
+/// where the frame reaches farther.
 class UILabel : public UIView {
  public:
     explicit UILabel(const CGRect& frame = {});
@@ -19,10 +24,9 @@ class UILabel : public UIView {
     /// An empty one leaves the colour as it is.
     void setTextColor(const std::optional<UIColor>& color);
 
-    /// Whether what it says is read out to those who do not see it as soon as it appears or says
-    /// something else. Not at first.
+    /// Whether screen readers announce it as a notice as soon as it appears or changes. False by
+    /// default.
     void setAnnounced(bool announced) { announced_ = announced; }
-    bool isAnnounced() const { return announced_; }
 
     /// Black; a shell sets the colour that goes with its own background. Labels that are shown
     /// and have no colour of their own are painted again.
@@ -30,6 +34,11 @@ class UILabel : public UIView {
     static void setDefaultTextColor(const UIColor& color);
 
     void drawRect(Canvas& canvas) override;
+    UIAccessibilityRole accessibilityRole() const override {
+        return announced_ ? UIAccessibilityRole::Notice : UIAccessibilityRole::Label;
+    }
+    /// Its text.
+    NSString accessibilityLabel() const override { return text_; }
 
  private:
     static void repaintLabels(UIView& root);

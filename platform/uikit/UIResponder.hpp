@@ -5,16 +5,21 @@
 
 #include <memory>
 
-/// What can be handed touches and can hand itself to others. Always owned by a std::shared_ptr.
+/// Receives touches, and passes on those that it has no use for. Override what it handles:
+///
+///     void touchesBegan(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event)
+///     override;
+///
+/// Always owned by a std::shared_ptr. Main thread.
 class UIResponder : public NSObject, public std::enable_shared_from_this<UIResponder> {
  public:
     std::string_view className() const override { return "UIResponder"; }
 
-    /// Who is handed what this has no use for. nullptr at the end of the chain.
+    /// Who receives what this object has no use for; nullptr at the end of the chain.
     virtual std::shared_ptr<UIResponder> nextResponder() const { return nullptr; }
 
-    /// These four hand the touches on to the next responder. Who overrides one and still wants them
-    /// handed on calls this one too.
+    /// These four pass the touches on to the next responder. An override that wants that too calls
+    /// the base class.
     virtual void touchesBegan(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event);
     virtual void touchesMoved(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event);
     virtual void touchesEnded(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event);

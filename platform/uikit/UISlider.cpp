@@ -4,8 +4,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
+
 constexpr double animationSeconds = 0.25;
 constexpr CGFloat reachBesideTrack = 8;  // Points.
 constexpr double smallStepPercent = 1;
@@ -14,6 +16,28 @@ constexpr double largeStepPercent = 10;
 double easedInOut(double t) {
     return t * t * (3 - 2 * t);
 }
+
+bool isPercentage(std::string_view text) {
+    const auto isDigit = [](char character) { return character >= '0' && character <= '9'; };
+    return text.size() > 1 && text.back() == '%' &&
+           std::all_of(text.begin(), text.end() - 1, isDigit);
+}
+
+struct CaptionParts {
+    NSString name;
+    NSString value;
+};
+
+/// By the form of the text and not by the slider's value, so that the name is always the same.
+CaptionParts captionParts(const NSString& text) {
+    constexpr std::string_view separator = ": ";
+    const std::size_t place = text ? text->rfind(separator) : std::string::npos;
+    if (place == std::string::npos) return {text, std::nullopt};
+    std::string value = text->substr(place + separator.size());
+    if (!isPercentage(value) && value != "unknown") return {text, std::nullopt};
+    return {text->substr(0, place), std::move(value)};
+}
+
 }  // namespace
 
 /// Moves the thumb from one value to another. The slider owns it and lets go of it before it
@@ -79,7 +103,7 @@ void UISlider::setValue(float value, Animated animated) {
         const double now = NSRunLoop::mainRunLoop().currentTime();
         animation_ = std::make_shared<Animation>(*this, shown_, this->value(), now);
         UIAnimator::shared().add(animation_);
-        // It begins with a frame, which somebody must ask for.
+        // It starts with the next frame, which has to be requested.
         setNeedsDisplayInRect(movingPart());
     } else {
         showValue(this->value());
@@ -149,7 +173,7 @@ bool UISlider::beginTracking(const CGPoint& point) {
 }
 
 void UISlider::continueTracking(const CGPoint& point) {
-    // A finger that rests must not move the value by the rounding of its place.
+    // A resting finger must not change the value by rounding.
     if (point.x == finger_) return;
     finger_ = point.x;
     moveFromUser(valueAtThumbCentre(point.x - grip_));
@@ -163,7 +187,7 @@ void UISlider::endTracking(const CGPoint& point) {
 
 void UISlider::cancelTracking() {
     if (continuous_) return;
-    // Nobody was told of the new value, so it must not stay.
+    // No target was told about the new value, so it is taken back.
     setValue(valueAtPress_);
 }
 
@@ -199,6 +223,7 @@ bool UISlider::keyPressed(UIKey key) {
             return true;
         case UIKey::Tab:
         case UIKey::BackTab:
+        case UIKey::Press:
             return false;
     }
     return false;
@@ -206,4 +231,12 @@ bool UISlider::keyPressed(UIKey key) {
 
 bool UISlider::canBecomeFocused() const {
     return isEnabled();
+}
+
+NSString UISlider::accessibilityName() const {
+    return captionParts(accessibilityLabel()).name;
+}
+
+NSString UISlider::accessibilityValue() const {
+    return captionParts(accessibilityLabel()).value;
 }

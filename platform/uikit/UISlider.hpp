@@ -12,6 +12,10 @@ enum class Animated { No, Yes };
 /// A horizontal slider: a track with a thumb, and an optional image at either end. Range 0 to 1,
 /// value 0 and continuous at first.
 ///
+///     auto slider = std::make_shared<UISlider>(CGRectMake(20, 20, 280, 30));
+///     slider->setMaximumValue(100);
+///     slider->addTarget(self, &Mixer::sliderMoved, UIControlEventValueChanged);
+///
 /// A change by the user (touch, wheel, key, assistive technology) sends value-changed; setValue()
 /// never does. A press on the thumb drags it; one on the track, or at most 8 points beside it,
 /// brings the thumb there and drags it on; one on the images at the ends does nothing, so that no
@@ -21,6 +25,8 @@ class UISlider : public UIControl {
     explicit UISlider(const CGRect& frame = {});
     ~UISlider() override;
     std::string_view className() const override { return "UISlider"; }
+
+    // Value -------------------------------------------------------------------------------------
 
     float minimumValue() const { return value_.minimum(); }
     float maximumValue() const { return value_.maximum(); }
@@ -32,11 +38,10 @@ class UISlider : public UIControl {
     void setValue(float value, Animated animated = Animated::No);
     bool isAnimating() const { return animation_ != nullptr; }
 
-    /// Whether the value stands for anything; it does at first. Where it does not, as for a volume
-    /// that cannot be read, the slider is faint, its track without a filled part, and assistive
-    /// technology is told that it is insensitive. It takes touches, wheel and keys all the same:
-    /// what it is for may be there again by the time it is moved, and whoever hears of the move
-    /// decides what becomes of it.
+    /// Whether the value is known; it is by default. A slider with an unknown value, such as that
+    /// of a volume that cannot be read, is faint, has no filled track, and is insensitive for
+    /// assistive technology. It still responds to touches, wheel and keys: the volume may be
+    /// readable again by then, and its targets decide.
     void setValueKnown(bool known);
     bool isValueKnown() const { return valueKnown_; }
 
@@ -50,6 +55,8 @@ class UISlider : public UIControl {
     void setValueFromUser(float value);
     /// By `percent` of the range, up or down.
     void stepFromUser(double percent);
+
+    // Look --------------------------------------------------------------------------------------
 
     using Image = std::shared_ptr<const UIImage>;
     /// nullptr leaves the platform's own look. A highlighted slider without an image of its own
@@ -88,6 +95,16 @@ class UISlider : public UIControl {
     bool scrolled(const CGPoint& point, double steps) override;
     bool keyPressed(UIKey key) override;
     bool canBecomeFocused() const override;
+
+    // Accessibility -----------------------------------------------------------------------------
+
+    UIAccessibilityRole accessibilityRole() const override { return UIAccessibilityRole::Slider; }
+    /// The caption before it without the value: "Media (Speaker)" of "Media (Speaker): 40%" and
+    /// "Calls" of "Calls: unknown".
+    NSString accessibilityName() const override;
+    /// What the caption says in the value's place, "40%" or "unknown"; nil where it says nothing.
+    NSString accessibilityValue() const;
+    bool isAccessibilityEnabled() const override { return isEnabled() && isValueKnown(); }
 
  protected:
     bool beginTracking(const CGPoint& point) override;

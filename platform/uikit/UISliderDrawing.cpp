@@ -1,12 +1,19 @@
 #include "platform/uikit/UISlider.hpp"
-#include "platform/uikit/UISliderMetrics.hpp"
 #include "platform/uikit/UIWindow.hpp"
 
 #include <algorithm>
 #include <cmath>
 
 namespace {
+
 // Points.
+constexpr CGFloat trackHeight = 4;
+constexpr CGFloat thumbDiameter = 27;
+constexpr CGFloat thumbOverhang = 2;  ///< Of the thumb past the ends of the track.
+constexpr CGFloat imageGap = 8;       ///< Between an image and the track.
+constexpr CGFloat aroundThumb = 5;    ///< What its shadow and the focus ring need.
+/// What an image needs around the thumb, whose corner is drawn on a device pixel.
+constexpr CGFloat aroundThumbImage = 1;
 constexpr CGFloat shadowBlur = 3;
 constexpr CGFloat shadowDrop = 1.5;
 constexpr CGFloat ringWidth = 2;
@@ -16,8 +23,7 @@ constexpr CGFloat faintOpacity = 0.4;  // From 0 to 1.
 constexpr double heldShade = 0.8;
 constexpr double heldLight = 0.35;
 constexpr double darkThumb = 0.25;  // brightness, from 0 to 1
-static_assert(UISliderMetrics::aroundThumb >= shadowBlur + shadowDrop &&
-              UISliderMetrics::aroundThumb >= ringWidth + ringInnerLine);
+static_assert(aroundThumb >= shadowBlur + shadowDrop && aroundThumb >= ringWidth + ringInnerLine);
 
 constexpr UIColor systemBlue = UIColor::colorWithRed(0, 122.0 / 255, 1, 1);
 /// Lies halfway to grey on any background.
@@ -45,12 +51,162 @@ UIColor heldColor(const UIColor& color) {
     };
     return {changed(color.red), changed(color.green), changed(color.blue), color.alpha};
 }
+
 }  // namespace
+
+// Images and tints
+
+void UISlider::setImage(Image& slot, const Image& image) {
+    if (slot == image) return;
+    slot = image;
+    paintBoundsChanged();
+}
+
+void UISlider::setThumbImage(const Image& image, UIControlState state) {
+    setImage(thumb_[state], image);
+}
+
+void UISlider::setMinimumTrackImage(const Image& image, UIControlState state) {
+    setImage(minimumTrack_[state], image);
+}
+
+void UISlider::setMaximumTrackImage(const Image& image, UIControlState state) {
+    setImage(maximumTrack_[state], image);
+}
+
+void UISlider::setMinimumValueImage(const Image& image) {
+    setImage(minimumImage_, image);
+}
+
+void UISlider::setMaximumValueImage(const Image& image) {
+    setImage(maximumImage_, image);
+}
+
+void UISlider::setTint(std::optional<UIColor>& slot, const std::optional<UIColor>& color) {
+    if (slot == color) return;
+    slot = color;
+    setNeedsDisplay();
+}
+
+void UISlider::setThumbTintColor(const std::optional<UIColor>& color) {
+    setTint(thumbTint_, color);
+}
+
+void UISlider::setMinimumTrackTintColor(const std::optional<UIColor>& color) {
+    setTint(minimumTint_, color);
+}
+
+void UISlider::setMaximumTrackTintColor(const std::optional<UIColor>& color) {
+    setTint(maximumTint_, color);
+}
 
 const UISlider::Image& UISlider::imageForState(const ImageByState& images) const {
     const Image& image = images[state()];
     return image ? image : images[UIControlStateNormal];
 }
+
+// Geometry
+
+CGFloat UISlider::centreY() const {
+    return std::round(bounds().size.height) / 2;
+}
+
+CGRect UISlider::centredVertically(CGFloat x, const CGSize& size) const {
+    return {{x, centreY() - size.height / 2}, size};
+}
+
+CGRect UISlider::minimumImageRect() const {
+    if (!minimumImage_ || CGRectIsEmpty(bounds())) return {};
+    const CGSize size = minimumImage_->size();
+    return size.width <= bounds().size.width ? centredVertically(0, size) : CGRect{};
+}
+
+CGRect UISlider::maximumImageRect() const {
+    if (!maximumImage_ || CGRectIsEmpty(bounds())) return {};
+    const CGSize size = maximumImage_->size();
+    const CGFloat left = bounds().size.width - size.width;
+    return left >= CGRectGetMaxX(minimumImageRect()) ? centredVertically(left, size) : CGRect{};
+}
+
+CGRect UISlider::trackRect() const {
+    if (CGRectIsEmpty(bounds())) return {};
+    const CGFloat left =
+        minimumImage_ ? CGRectGetMaxX(minimumImageRect()) + imageGap : thumbOverhang;
+    const CGFloat right =
+        bounds().size.width -
+        (maximumImage_ ? maximumImageRect().size.width + imageGap : thumbOverhang);
+    if (!(right > left)) return {};
+    CGFloat height = 0;
+    for (const ImageByState* images : {&minimumTrack_, &maximumTrack_}) {
+        const Image& image = imageForState(*images);
+        height = std::max(height, image ? image->size().height : trackHeight);
+    }
+    return centredVertically(left, {right - left, height});
+}
+
+CGSize UISlider::thumbSize() const {
+    const Image& image = imageForState(thumb_);
+    return image ? image->size() : CGSize{thumbDiameter, thumbDiameter};
+}
+
+UISlider::Travel UISlider::thumbTravel() const {
+    const CGRect track = trackRect();
+    const CGFloat inset = thumbSize().width / 2 - thumbOverhang;
+    if (CGRectIsEmpty(track)) return {0, -1};
+    return {track.origin.x + inset, CGRectGetMaxX(track) - inset};
+}
+
+CGFloat UISlider::thumbCentre() const {
+    const auto fraction = static_cast<CGFloat>(value_.fraction(shown_));
+    const CGRect track = trackRect();
+    const Travel travel = thumbTravel();
+    if (travel.to < travel.from) return track.origin.x + fraction * track.size.width;
+    return travel.from + fraction * (travel.to - travel.from);
+}
+
+float UISlider::valueAtThumbCentre(CGFloat x) const {
+    const Travel travel = thumbTravel();
+    if (!(travel.to > travel.from)) return value();
+    return value_.valueAtFraction((x - travel.from) / (travel.to - travel.from));
+}
+
+CGRect UISlider::thumbRect() const {
+    const Travel travel = thumbTravel();
+    if (travel.to < travel.from) return {};
+    const CGSize size = thumbSize();
+    return centredVertically(thumbCentre() - size.width / 2, size);
+}
+
+CGRect UISlider::movingPart() const {
+    const CGRect thumb = thumbRect();
+    if (CGRectIsEmpty(thumb)) return bounds();
+    const CGRect track = trackRect();
+    const CGRect border =
+        CGRectMake(thumb.origin.x, track.origin.y, thumb.size.width, track.size.height);
+    const CGFloat room = roomAroundThumb();
+    return CGRectUnion(CGRectInset(thumb, -room, -room), border);
+}
+
+// The least that is needed: with more, every move of the thumb would repaint the neighbouring rows.
+CGFloat UISlider::roomAroundThumb() const {
+    const bool hasImage = thumb_[UIControlStateNormal] != nullptr;
+    return hasImage && !showsFocus() ? aroundThumbImage : aroundThumb;
+}
+
+CGRect UISlider::paintBounds() const {
+    CGFloat height = thumbDiameter;
+    for (const ImageByState* images : {&thumb_, &minimumTrack_, &maximumTrack_})
+        for (const Image& image : *images)
+            if (image) height = std::max(height, image->size().height);
+    for (const Image* image : {&minimumImage_, &maximumImage_})
+        if (*image) height = std::max(height, (*image)->size().height);
+    const CGRect parts = centredVertically(0, {bounds().size.width, height});
+    if (CGRectIsEmpty(bounds())) return {};
+    const CGFloat room = roomAroundThumb();
+    return CGRectUnion(bounds(), CGRectInset(parts, -room, -room));
+}
+
+// Drawing
 
 void UISlider::drawRect(Canvas& canvas) {
     if (isEnabled() && isValueKnown()) {
@@ -102,7 +258,7 @@ void UISlider::drawTrackSide(Canvas& canvas, const CGRect& side, const Image& im
                              const UIColor& color) const {
     const CGRect track = trackRect();
     if (!CGRectIntersectsRect(side, track)) return;
-    const CGFloat height = image ? image->size().height : UISliderMetrics::trackHeight;
+    const CGFloat height = image ? image->size().height : trackHeight;
     CGRect whole = centredVertically(track.origin.x, {track.size.width, height});
     if (image) whole = snapped(whole, canvas.scale());
     if (!canvas.isVisible(CGRectIntersection(side, whole))) return;

@@ -5,7 +5,18 @@
 #include <memory>
 #include <vector>
 
-/// Owns a view and loads it when it is first asked for. Main thread.
+/// Owns a view and loads it when it is first asked for. Override loadView() to make the view, or
+/// viewDidLoad() to fill the empty one:
+///
+///     class Clock : public UIViewController {
+///      public:
+///         void viewDidLoad() override { view()->addSubview(face_); }
+///     };
+///     auto clock = std::make_shared<Clock>();
+///     parent->addChildViewController(clock);
+///     parent->view()->addSubview(clock->view());  // Loads it.
+///
+/// A parent owns its child controllers; a child does not own its parent. Main thread.
 class UIViewController : public UIResponder {
  public:
     std::string_view className() const override { return "UIViewController"; }

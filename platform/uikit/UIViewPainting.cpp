@@ -1,11 +1,10 @@
 #include "platform/uikit/UIView.hpp"
-#include "platform/uikit/UIWindow.hpp"
 
 #include <utility>
 
 void UIView::damageRect(const CGRect& rect) {
-    auto* const window = rootWindow();
-    if (!window) return;
+    auto* const root = treeRoot();
+    if (!root) return;
     CGRect seen = rect;
     for (const UIView* view = this; view; view = view->superview_) {
         if (view->clipsToBounds_) seen = CGRectIntersection(seen, view->bounds());
@@ -13,12 +12,12 @@ void UIView::damageRect(const CGRect& rect) {
         if (view->superview_)
             seen = CGRectOffset(seen, view->frame_.origin.x, view->frame_.origin.y);
     }
-    window->addDamage(seen);
+    root->addDamage(seen);
 }
 
 void UIView::damageExtent() {
-    // Outside a window nobody needs to know, and large trees are built there.
-    if (rootWindow()) damageRect(extent());
+    // Large trees are built outside a window, where extents would be found in vain.
+    if (treeRoot()) damageRect(extents().own);
 }
 
 void UIView::setClipsToBounds(bool clips) {
@@ -43,14 +42,13 @@ void UIView::paintBoundsChanged() {
     setNeedsDisplay();
 }
 
-/// One beside the other, since each view of a long list is a wait for the memory.
 const UIView::Extents& UIView::extents() const {
     if (extents_) return *extents_;
     Extents extents{clipsToBounds_ ? bounds() : paintBounds(), {}};
     for (const auto& view : subviews_) {
         if (view->hidden_) continue;
         const CGPoint& origin = view->frame_.origin;
-        const CGRect rect = CGRectOffset(view->extent(), origin.x, origin.y);
+        const CGRect rect = CGRectOffset(view->extents().own, origin.x, origin.y);
         extents.visibleSubviews.push_back({rect, view.get()});
         if (!clipsToBounds_) extents.own = CGRectUnion(extents.own, rect);
     }
@@ -58,14 +56,14 @@ const UIView::Extents& UIView::extents() const {
 }
 
 void UIView::dropExtents() {
-    // A view without them has no visible superview with them: stop there.
+    // Where a view's extents are not known, no visible superview's are.
     extents_.reset();
     for (UIView* view = superview_; view && view->extents_; view = view->superview_)
         view->extents_.reset();
 }
 
 void UIView::paint(Canvas& canvas, const CGRect& damage) {
-    if (hidden_ || !CGRectIntersectsRect(damage, extent())) return;
+    if (hidden_ || !CGRectIntersectsRect(damage, extents().own)) return;
     const std::shared_ptr<UIView> self = strong(this);
     const bool clips = clipsToBounds_;
     if (clips) {

@@ -1,67 +1,22 @@
 #include "platform/uikit/UIWindow.hpp"
 
+#include "platform/foundation/NSRunLoop.hpp"
+
 #include <algorithm>
 #include <cmath>
 #include <set>
 #include <utility>
 
 namespace {
-/// More than this many rectangles cost more to keep apart than to paint together.
-constexpr std::size_t mostRectangles = 16;
 
-double area(const CGRect& rect) {
-    return static_cast<double>(rect.size.width) * static_cast<double>(rect.size.height);
-}
-
-CGRect roundedOut(const CGRect& rect) {
-    const CGFloat left = std::floor(rect.origin.x);
-    const CGFloat top = std::floor(rect.origin.y);
-    return CGRectMake(left, top, std::ceil(CGRectGetMaxX(rect)) - left,
-                      std::ceil(CGRectGetMaxY(rect)) - top);
-}
-
-/// Takes the rectangles that meet `rect` out of the list and grows it around them.
-CGRect absorbed(std::vector<CGRect>& rects, CGRect rect) {
-    for (std::size_t i = 0; i < rects.size();) {
-        if (!CGRectIntersectsRect(rects[i], rect)) {
-            ++i;
-            continue;
-        }
-        rect = CGRectUnion(rects[i], rect);
-        rects.erase(rects.begin() + static_cast<std::ptrdiff_t>(i));
-        i = 0;  // The larger one may meet those that the smaller one did not.
-    }
-    return rect;
-}
-
-/// Whether painting the two together costs no more than painting each.
-bool belongTogether(const CGRect& one, const CGRect& other) {
-    return area(CGRectUnion(one, other)) <= area(one) + area(other);
-}
-
-/// What of `rect` lies outside `hole`, which it meets: at most four rectangles.
-std::vector<CGRect> outside(const CGRect& rect, const CGRect& hole) {
-    const CGRect middle = CGRectIntersection(rect, hole);
-    const CGFloat left = rect.origin.x;
-    const CGFloat right = CGRectGetMaxX(rect);
-    const CGFloat holeTop = middle.origin.y;
-    const CGFloat holeBottom = CGRectGetMaxY(middle);
-    std::vector<CGRect> parts;
-    for (const CGRect& part :
-         {CGRectMake(left, rect.origin.y, right - left, holeTop - rect.origin.y),
-          CGRectMake(left, holeTop, middle.origin.x - left, middle.size.height),
-          CGRectMake(CGRectGetMaxX(middle), holeTop, right - CGRectGetMaxX(middle),
-                     middle.size.height),
-          CGRectMake(left, holeBottom, right - left, CGRectGetMaxY(rect) - holeBottom)})
-        if (!CGRectIsEmpty(part)) parts.push_back(part);
-    return parts;
-}
+constexpr double scrollPauseSeconds = 0.5;
 
 std::set<UIWindow*>& allWindows() {
     // Never destroyed: a window may end with the program's static objects.
     static auto& windows = *std::make_unique<std::set<UIWindow*>>().release();
     return windows;
 }
+
 }  // namespace
 
 std::vector<std::shared_ptr<UIWindow>> UIWindow::windows() {
@@ -72,8 +27,9 @@ std::vector<std::shared_ptr<UIWindow>> UIWindow::windows() {
 }
 
 UIWindow::UIWindow(const CGRect& frame) : UIView(frame) {
+    setTreeRoot(this);
     allWindows().insert(this);
-    addDamage(bounds());
+    damage_.add(bounds(), bounds());
 }
 
 UIWindow::~UIWindow() {
@@ -90,62 +46,24 @@ void UIWindow::setZoom(CGFloat zoom) {
     setNeedsDisplay();
 }
 
+std::shared_ptr<UIWindow> UIWindow::rootWindow() {
+    return strongSelf<UIWindow>();
+}
+
+// Painting
+
 void UIWindow::addDamage(const CGRect& rect) {
-    const CGRect added = CGRectIntersection(roundedOut(rect), bounds());
-    if (CGRectIsEmpty(added)) return;
-    const bool had = !damage_.empty();
-    includeDamage(added);
-    if (had || !damageHandler_) return;
+    const bool had = !damage_.isEmpty();
+    damage_.add(rect, bounds());
+    if (had || damage_.isEmpty() || !damageHandler_) return;
     const auto handler = damageHandler_;  // It may set another.
     handler();
 }
 
-void UIWindow::includeDamage(const CGRect& rect) {
-    const auto other = std::ranges::find_if(
-        damage_, [&](const CGRect& each) { return CGRectIntersectsRect(each, rect); });
-    if (other == damage_.end()) {
-        if (damage_.size() == mostRectangles) return mergeIntoNearest(rect);
-        damage_.push_back(rect);
-        return;
-    }
-    const CGRect met = *other;
-    if (belongTogether(met, rect)) {
-        damage_.erase(other);
-        return includeDamage(CGRectUnion(met, rect));
-    }
-    for (const CGRect& part : outside(rect, met))
-        includeDamage(part);
-}
-
-void UIWindow::mergeIntoNearest(CGRect rect) {
-    auto nearest = damage_.begin();
-    double least = INFINITY;
-    for (auto other = damage_.begin(); other != damage_.end(); ++other) {
-        const double growth = area(CGRectUnion(*other, rect)) - area(*other);
-        if (growth < least) {
-            least = growth;
-            nearest = other;
-        }
-    }
-    rect = CGRectUnion(*nearest, rect);
-    damage_.erase(nearest);
-    rect = absorbed(damage_, rect);
-    damage_.push_back(rect);
-}
-
-void UIWindow::resized() {
-    const bool had = !damage_.empty();
-    damage_.clear();
-    if (had && !CGRectIsEmpty(bounds()))
-        damage_.push_back(bounds());
-    else
-        addDamage(bounds());
-}
-
-std::vector<CGRect> UIWindow::takeDamage() {
-    std::vector<CGRect> taken = damage_;
-    damage_.clear();  // Its room is wanted again.
-    return taken;
+void UIWindow::didResize() {
+    if (damage_.isEmpty()) return addDamage(bounds());
+    damage_.clear();  // Of another size; the handler was called for it.
+    damage_.add(bounds(), bounds());
 }
 
 void UIWindow::setDamageHandler(std::function<void()> handler) {
@@ -164,8 +82,87 @@ void UIWindow::viewsChanged() {
 }
 
 void UIWindow::layoutAndPaint(Canvas& canvas, const CGRect& damage) {
-    const auto self = strong(this);
+    const auto self = strongSelf<UIWindow>();
     viewsChangedSincePaint_ = false;
     layoutIfNeeded();
     paint(canvas, damage);
+}
+
+// Wheel, keys and focus
+
+bool UIWindow::sendScroll(const CGPoint& point, double steps) {
+    const auto self = strongSelf<UIWindow>();
+    if (!std::isfinite(steps) || steps == 0) return false;
+    const double now = NSRunLoop::mainRunLoop().currentTime();
+    const auto former = lastScroll_.taker.lock();
+    const bool goesOn = former && former->window() == self && former->takesInput() &&
+                        lastScroll_.point == point && now - lastScroll_.time < scrollPauseSeconds;
+    for (auto view = goesOn ? former : hitTest(point, nullptr); view; view = view->superview()) {
+        if (!view->scrolled(convertPointToView(point, view.get()), steps)) continue;
+        lastScroll_ = {view, point, now};
+        return true;
+    }
+    return false;
+}
+
+bool UIWindow::sendKey(UIKey key) {
+    const auto self = strongSelf<UIWindow>();
+    setFocusVisible(true);
+    if (key == UIKey::Tab) return moveFocus(Direction::Forward);
+    if (key == UIKey::BackTab) return moveFocus(Direction::Backward);
+    const std::shared_ptr<UIView> view = focusedView();
+    return view && view->takesInput() && view->keyPressed(key);
+}
+
+void UIWindow::setFocusVisible(bool visible) {
+    if (visible == focusVisible_) return;
+    focusVisible_ = visible;
+    if (const auto view = focusedView()) view->paintBoundsChanged();
+}
+
+void UIWindow::setFocusedView(const std::shared_ptr<UIView>& view) {
+    const std::shared_ptr<UIView> former = focusedView();
+    if (view == former) return;
+    if (view && !canFocus(*view)) return;
+    focused_ = view;
+    if (former) former->paintBoundsChanged();
+    if (view) view->paintBoundsChanged();
+}
+
+bool UIWindow::canFocus(const UIView& view) const {
+    return view.window().get() == this && view.takesInput() && view.canBecomeFocused();
+}
+
+void UIWindow::viewWasHidden(const UIView& view) {
+    const auto focused = focusedView();
+    if (focused && focused->isDescendantOfView(view)) setFocusedView(nullptr);
+}
+
+bool UIWindow::moveFocus(Direction direction) {
+    const auto views = focusableViews();
+    if (views.empty()) return false;
+    const auto count = static_cast<std::ptrdiff_t>(views.size());
+    const auto current = std::find(views.begin(), views.end(), focusedView()) - views.begin();
+    const bool none = current == count;
+    std::ptrdiff_t next = 0;
+    if (direction == Direction::Forward)
+        next = none ? 0 : (current + 1) % count;
+    else
+        next = none ? count - 1 : (current + count - 1) % count;
+    setFocusedView(views[static_cast<std::size_t>(next)]);
+    return true;
+}
+
+std::vector<std::shared_ptr<UIView>> UIWindow::focusableViews() {
+    std::vector<std::shared_ptr<UIView>> found;
+    std::vector<std::shared_ptr<UIView>> pending{strongSelf<UIWindow>()};
+    while (!pending.empty()) {
+        const std::shared_ptr<UIView> view = std::move(pending.back());
+        pending.pop_back();
+        if (!view || view->isHidden() || !view->isUserInteractionEnabled()) continue;
+        if (view->canBecomeFocused()) found.push_back(view);
+        const auto subviews = view->subviews();
+        pending.insert(pending.end(), subviews.rbegin(), subviews.rend());
+    }
+    return found;
 }

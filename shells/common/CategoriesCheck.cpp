@@ -1,8 +1,11 @@
 #include "config/CategoryList.hpp"
 #include "config/WidgetIdentifier.hpp"
+#include "platform/celestial/AVSystemController.hpp"
 #include "platform/foundation/PreferencesDirectory.hpp"
 #include "platform/foundation/PrintableText.hpp"
 #include "shells/common/FileCheck.hpp"
+#include "shells/common/NearestName.hpp"
+#include "shells/common/Translation.hpp"
 
 #include <algorithm>
 #include <array>
@@ -15,78 +18,91 @@ using State = PropertyListFile::State;
 
 constexpr std::string_view recordKeys[] = {"categoryName", "prettyCategoryName", "visible"};
 
-constexpr std::string_view categories[] = {"Ringtone",     "Audio/Video", "HeadsetBT",
-                                           "HeadphonesBT", "PhoneCall",   "VideoConference"};
 constexpr std::string_view schemes[] = {"app:", "role:", "sink:", "source:"};
 
 bool isCategory(std::string_view name) {
-    if (std::ranges::find(categories, name) != std::end(categories)) return true;
+    if (std::ranges::find(AudioCategory::all, name) != std::end(AudioCategory::all)) return true;
     return std::ranges::any_of(schemes, [&](std::string_view scheme) {
         return name.size() > scheme.size() && name.starts_with(scheme);
     });
 }
 
-/// One entry of the list while it is looked through.
+/// One entry of the list being checked.
 struct Entry {
     FileCheck& check;
     const PropertyValue& value;
     std::string number;  ///< From 0, as a path has it.
 
-    void add(const char* key, const std::string& what, const char* instead,
-             const std::string& brief) const {
+    /// The texts may name the key, "{key}", and the kind of its value, "{kind}".
+    void add(const char* key, const char* what, const char* instead, const char* brief) const {
         PropertyListPath path{number};
-        if (!value.objectForKey(key).isNil()) path.emplace_back(key);
-        check.add({what, instead, {brief}, std::move(path)});
+        const PropertyValue entry = value.objectForKey(key);
+        if (!entry.isNil()) path.emplace_back(key);
+        check.add({filled(what, {{"key", key}, {"kind", kindOf(entry)}}),
+                   instead,
+                   {filled(brief, {{"key", key}})},
+                   std::move(path)});
     }
 
     void checkText(const char* key, const char* instead) const {
         const PropertyValue text = value.objectForKey(key);
         if (text.string()) return;
-        const std::string quotedKey = "'" + std::string(key) + "'";
+        // TRANSLATORS: {key} is a word of the file, such as categoryName.
         if (text.isNil())
-            add(key, "the entry has no " + quotedKey, instead, "no " + std::string(key));
+            add(key, translated("the entry has no '{key}'"), instead, translated("no {key}"));
         else
-            add(key, quotedKey + " is " + kindOf(text) + ", and not a text", instead,
-                std::string(key) + " is no text");
+            add(key, translated("'{key}' is {kind}, and not a text"), instead,
+                translated("{key} is no text"));
     }
 
     void checkCategory() const {
         const NSString name = value.objectForKey("categoryName").string();
         if (!name || isCategory(*name)) return;
-        add("categoryName", "there is no category " + quoted(*name) + suggestion(*name, categories),
-            "its row stays unknown", "no category " + quoted(*name, Length::Brief));
+        const auto nearest = nearestName(*name, AudioCategory::all);
+        const char* what =
+            nearest ? translated("there is no category {category}; did you mean '{suggestion}'?")
+                    : translated("there is no category {category}");
+        const std::string brief = filled(translated("no category {category}"),
+                                         {{"category", quoted(*name, Length::Brief)}});
+        check.add(
+            {filled(what, {{"category", quoted(*name)}, {"suggestion", nearest.value_or("")}}),
+             translated("its row stays unknown"),
+             {brief},
+             {number, "categoryName"}});
     }
 
     void checkVisible() const {
         const PropertyValue visible = value.objectForKey("visible");
         if (visible.isNil())
-            add("visible", "the entry has no 'visible'", "it has no row", "no visible");
+            add("visible", translated("the entry has no '{key}'"), translated("it has no row"),
+                translated("no {key}"));
         else if (!readsAsBoolean(visible))
-            add("visible", "'visible' is " + kindOf(visible) + ", and not <true/> or <false/>",
-                visible.boolValue() ? "it has a row" : "it has no row",
-                "visible is neither true nor false");
+            add("visible", translated("'{key}' is {kind}, and not <true/> or <false/>"),
+                visible.boolValue() ? translated("it has a row") : translated("it has no row"),
+                translated("{key} is neither true nor false"));
     }
 
     void checkAll() const {
         const PropertyValue::Dictionary* entries = value.dictionary();
         if (!entries) {
-            check.add({"the entry is " + kindOf(value) + ", and not a <dict>",
-                       "it has no row",
-                       {"an entry that is no <dict>"},
+            const char* what = translated("the entry is {kind}, and not a <dict>");
+            check.add({filled(what, {{"kind", kindOf(value)}}),
+                       translated("it has no row"),
+                       {translated("an entry that is no <dict>")},
                        {number}});
             return;
         }
         for (const auto& [key, ignored] : *entries)
             if (std::ranges::find(recordKeys, key) == std::end(recordKeys))
                 check.addUnknownKey({number, key}, recordKeys);
-        checkText("categoryName", "its row stays unknown");
-        checkText("prettyCategoryName", "its row has no name");
+        checkText("categoryName", translated("its row stays unknown"));
+        checkText("prettyCategoryName", translated("its row has no name"));
         checkCategory();
         checkVisible();
     }
 };
 
-/// Whether the mixer wrote that, on whatever machine.
+/// Whether the mixer itself wrote that list, on any kind of machine.
 bool isInitialList(const PropertyValue& root) {
     const auto isOf = [&](const DeviceKind& device) {
         PropertyValue::Array records;
@@ -97,7 +113,7 @@ bool isInitialList(const PropertyValue& root) {
     return isOf({}) || isOf({.isIpad = true});
 }
 
-/// The file that was kept last; empty for none.
+/// The last kept file; empty for none.
 std::string lastKeptList() {
     std::error_code error;
     const std::filesystem::path list =
@@ -124,11 +140,14 @@ void addReplacement(FileCheck& check) {
     const PropertyListFile file = NSPropertyList::fileAt(kept);
     const bool isUnreadable = file.state == State::Unreadable;
     const std::string where = placeText(file.fault.place);
-    FileProblem problem{isUnreadable ? file.fault.reason : "this list could not be read",
-                        "it is kept here, and the list that a new user begins with stands in its "
-                        "place until that is edited or this file removed",
-                        {"Your list can't be read" + (where.empty() ? "" : " (" + where + ")"),
-                         "It is kept as " + shortName(kept)}};
+    const char* brief = where.empty() ? translated("Your list can't be read")
+                                      : translated("Your list can't be read ({place})");
+    FileProblem problem{
+        isUnreadable ? file.fault.reason : translated("this list could not be read"),
+        translated("it is kept here, and the list that a new user begins with stands in its place "
+                   "until that is edited or this file removed"),
+        {filled(brief, {{"place", where}}),
+         filled(translated("It is kept as {file}"), {{"file", shortName(kept)}})}};
     problem.place = file.fault.place;
     check.add(std::move(problem), kept);
 }
@@ -137,23 +156,28 @@ void addReplacement(FileCheck& check) {
 
 std::vector<FileProblem> problemsOfCategories() {
     const std::string path = categoryFilePath();
-    FileCheck check(path, "List of rows");
+    FileCheck check(path, translated("List of rows"));
     const PropertyListFile& file = check.contents();
     const std::string failure = NSPropertyList::writeFailure(path);
-    const std::string inItsPlace = "the list that a new user begins with stands in its place";
     const PropertyValue::Array* list = file.value.array();
     if (list) {
         for (std::size_t i = 0; i < list->size(); ++i)
             Entry{check, (*list)[i], std::to_string(i)}.checkAll();
         if (isInitialList(file.value)) addReplacement(check);
     } else if (file.state != State::Missing) {
-        const std::string kept =
-            failure.empty() ? "" : "; the file stays as it is, since it cannot be kept: " + failure;
-        check.addUnreadable("array", inItsPlace + kept, "Your list can't be read");
+        const char* instead =
+            failure.empty()
+                ? translated("the list that a new user begins with stands in its place")
+                : translated(
+                      "the list that a new user begins with stands in its place; the file "
+                      "stays as it is, since it cannot be kept: {reason}");
+        check.addUnreadable("array", filled(instead, {{"reason", failure}}),
+                            translated("Your list can't be read"));
     } else if (!failure.empty()) {
-        check.add({"the list cannot be written: " + failure,
-                   "it is made anew each time",
-                   {"The list can't be written", failure}});
+        const char* what = translated("the list cannot be written: {reason}");
+        check.add({filled(what, {{"reason", failure}}),
+                   translated("it is made anew each time"),
+                   {translated("The list can't be written"), failure}});
     }
     return check.finish();
 }

@@ -3,6 +3,7 @@
 #include "platform/foundation/PreferencesDirectory.hpp"
 #include "platform/foundation/PrintableText.hpp"
 #include "shells/common/NearestName.hpp"
+#include "shells/common/Translation.hpp"
 
 #include <algorithm>
 #include <array>
@@ -10,7 +11,7 @@
 namespace shell {
 namespace {
 
-// More are those of a file that is something else altogether.
+// A file with more problems than these was written for something else.
 constexpr std::size_t mostTold = 50;
 
 }  // namespace
@@ -30,9 +31,12 @@ void FileCheck::add(FileProblem problem, const std::string& file) {
 void FileCheck::addUnknownKey(const PropertyListPath& path,
                               std::span<const std::string_view> known) {
     const std::string& key = path.back();
-    add({"there is no key " + quoted(key) + suggestion(key, known),
-         "it is passed over",
-         {"no key " + quoted(key, Length::Brief)},
+    const auto nearest = nearestName(key, known);
+    const char* what = nearest ? translated("there is no key {key}; did you mean '{suggestion}'?")
+                               : translated("there is no key {key}");
+    add({filled(what, {{"key", quoted(key)}, {"suggestion", nearest.value_or("")}}),
+         translated("it is passed over"),
+         {filled(translated("no key {key}"), {{"key", quoted(key, Length::Brief)}})},
          path});
 }
 
@@ -41,9 +45,12 @@ void FileCheck::addUnreadable(const std::string& root, const std::string& instea
     const bool isReadable = contents_.state == PropertyListFile::State::Readable;
     const TextPlace& place = contents_.fault.place;
     const std::string where = placeText(place);
-    FileProblem problem{isReadable ? "the root is no <" + root + ">" : contents_.fault.reason,
-                        instead,
-                        {brief + (where.empty() ? "" : ": " + where)}};
+    const char* located = translated("{problem}: {place}");
+    FileProblem problem{
+        isReadable ? filled(translated("the root is no <{element}>"), {{"element", root}})
+                   : contents_.fault.reason,
+        instead,
+        {where.empty() ? brief : filled(located, {{"problem", brief}, {"place", where}})}};
     problem.place = place;
     add(std::move(problem));
 }
@@ -58,9 +65,12 @@ std::vector<FileProblem> FileCheck::finish() {
     for (FileProblem& problem : problems_) {
         if (problem.path.empty()) continue;
         problem.place = *place++;
-        const std::string line =
-            problem.place.line > 0 ? ", line " + std::to_string(problem.place.line) : "";
-        problem.brief.front() = name_ + line + ": " + problem.brief.front();
+        // TRANSLATORS: {file} is "Settings" or "List of rows".
+        const char* text = problem.place.line > 0 ? translated("{file}, line {line}: {problem}")
+                                                  : translated("{file}: {problem}");
+        problem.brief.front() = filled(text, {{"file", name_},
+                                              {"line", std::to_string(problem.place.line)},
+                                              {"problem", problem.brief.front()}});
     }
     const auto orderOf = [](const FileProblem& problem) {
         return std::pair(problem.place.line, problem.place.column);
@@ -69,9 +79,13 @@ std::vector<FileProblem> FileCheck::finish() {
         return orderOf(one) < orderOf(other);
     });
     if (untold_ > 0) {
-        const std::string count = std::to_string(untold_) + " more";
+        // TRANSLATORS: Of the problems in a file.
+        const std::string count = filled(translatedCount("{count} more", "{count} more", untold_),
+                                         {{"count", std::to_string(untold_)}});
+        const std::string brief =
+            filled(translated("{file}: {problem}"), {{"file", name_}, {"problem", count}});
         const PropertyListPath behind = problems_.back().path;
-        problems_.push_back({count, "they are not listed", {name_ + ": " + count}, behind});
+        problems_.push_back({count, translated("they are not listed"), {brief}, behind});
         problems_.back().file = resolvedPath(path_);
     }
     return std::move(problems_);
@@ -79,16 +93,28 @@ std::vector<FileProblem> FileCheck::finish() {
 
 std::string placeText(const TextPlace& place) {
     if (place.line == 0) return "";
-    return "line " + std::to_string(place.line) + ", column " + std::to_string(place.column);
+    return filled(translated("line {line}, column {column}"),
+                  {{"line", std::to_string(place.line)}, {"column", std::to_string(place.column)}});
 }
 
 std::string kindOf(const PropertyValue& value) {
-    constexpr std::array<const char*, 10> kinds = {
-        "nothing", "a boolean", "a number", "a number", "a number",
-        "a text",  "a date",    "data",     "an array", "a dictionary"};
+    // TRANSLATORS: These kinds, up to "the text {text}", stand where other texts say {kind}:
+    // "'visible' is a date, and not <true/> or <false/>".
+    constexpr const char* number = translatable("a number");
+    constexpr std::array<const char*, 10> kinds = {translatable("nothing"),
+                                                   translatable("a boolean"),
+                                                   number,
+                                                   number,
+                                                   number,
+                                                   translatable("a text"),
+                                                   translatable("a date"),
+                                                   translatable("data"),
+                                                   translatable("an array"),
+                                                   translatable("a dictionary")};
     static_assert(kinds.size() == std::variant_size_v<PropertyValue::Storage>);
     const NSString text = value.string();
-    return text ? "the text " + quoted(*text) : kinds[value.storage().index()];
+    return text ? filled(translated("the text {text}"), {{"text", quoted(*text)}})
+                : translated(kinds[value.storage().index()]);
 }
 
 bool readsAsBoolean(const PropertyValue& value) {
@@ -105,11 +131,6 @@ bool readsAsBoolean(const PropertyValue& value) {
     return !value.isNil() && value.storage().index() <= lastNumber;
 }
 
-std::string suggestion(const std::string& word, std::span<const std::string_view> known) {
-    const auto nearest = nearestName(word, known);
-    return nearest ? "; did you mean '" + *nearest + "'?" : "";
-}
-
 std::string quoted(const std::string& text, Length length) {
     const std::string line = printableLine(text);
     const std::size_t longest = length == Length::Brief ? 20 : 60;  // Bytes.
@@ -123,19 +144,28 @@ std::string quoted(const std::string& text, Length length) {
     return "'" + line.substr(0, end) + "...'";
 }
 
+bool isQuestion(std::string_view text) {
+    constexpr std::string_view marks[] = {"?", "\u061f", "\uff1f"};  // Also in Arabic and Chinese.
+    return std::ranges::any_of(marks, [&](std::string_view mark) { return text.ends_with(mark); });
+}
+
 std::string lineOf(const FileProblem& problem) {
     std::string line = problem.file;
     if (problem.place.line > 0)
         line +=
             ":" + std::to_string(problem.place.line) + ":" + std::to_string(problem.place.column);
-    return line + ": " + problem.what + (problem.what.ends_with('?') ? " " : "; ") +
-           problem.instead;
+    // TRANSLATORS: A problem of a file and its consequence; the first with the problem as a
+    // question.
+    const char* both = isQuestion(problem.what) ? translated("{problem} {consequence}")
+                                                : translated("{problem}; {consequence}");
+    return line + ": " +
+           filled(both, {{"problem", problem.what}, {"consequence", problem.instead}});
 }
 
 std::vector<FileProblem> problemsOfFiles() {
     std::vector<FileProblem> all = problemsOfSettings();
     std::ranges::move(problemsOfCategories(), std::back_inserter(all));
-    // Who finds another list than the own wants to know of that first.
+    // First the ones that explain why the whole list or all settings differ from the user's.
     const auto isOfWholeFile = [](const FileProblem& problem) { return problem.path.empty(); };
     std::stable_partition(all.begin(), all.end(), isOfWholeFile);
     return all;

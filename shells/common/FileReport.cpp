@@ -1,6 +1,7 @@
 #include "shells/common/FileReport.hpp"
 
-#include "shells/common/FileProblem.hpp"
+#include "shells/common/FileCheck.hpp"
+#include "shells/common/Translation.hpp"
 
 namespace shell {
 namespace {
@@ -19,8 +20,10 @@ NSString noticeOf(const std::vector<FileProblem>& problems) {
             notice = joinedNotices(notice, line);
     }
     if (untold == 0) return notice;
-    const std::string them = untold == 1 ? "it" : "them";
-    return joinedNotices(notice, std::to_string(untold) + " more: tarnwickctl check lists " + them);
+    // TRANSLATORS: The last line of a notice, when there are more problems than it has room for.
+    const char* more = translatedCount("{count} more: tarnwickctl check lists it",
+                                       "{count} more: tarnwickctl check lists them", untold);
+    return joinedNotices(notice, filled(more, {{"count", std::to_string(untold)}}));
 }
 
 }  // namespace

@@ -8,17 +8,23 @@
 
 namespace shell {
 
-/// What a shell tells its user of the mixer's two files: all of it, line by line, where the user
-/// reads what programs say, and the beginning of it on the panel. Main thread.
+/// A shell's report on the mixer's two files: all problems line by line for standard error, and the
+/// first ones for the panel.
+///
+///     FileReport files([](const std::string& line) { complain(line); });
+///     files.refresh();
+///     panel.setNotice(files.notice());
+///
+/// Main thread.
 class FileReport {
  public:
     explicit FileReport(std::function<void(const std::string& line)> tell)
         : tell_(std::move(tell)) {}
 
-    /// Looks through both files, as they are read at each presentation, and tells each problem that
-    /// was not there the last time.
+    /// Checks both files, as each presentation reads them, and reports each problem that was not
+    /// there the last time.
     void refresh();
-    /// For the panel, in a few lines; nil for none.
+    /// The panel's notice, in a few lines; nil for none.
     const NSString& notice() const { return notice_; }
 
  private:
@@ -27,7 +33,7 @@ class FileReport {
     NSString notice_;
 };
 
-/// Both, one below the other; nil where both are.
+/// Both notices, one below the other; nil if both are.
 NSString joinedNotices(const NSString& above, const NSString& below);
 
 }  // namespace shell

@@ -8,14 +8,14 @@
 namespace shell {
 namespace {
 
-// Longer ones are nobody's slip, and cost the square of their length.
+// Longer words are no typing errors, and the cost grows with the square of the length.
 constexpr std::size_t longestWord = 64;
 
 char lowerCase(char letter) {
     return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
 }
 
-/// Letters to insert, remove or exchange, two that have changed places counting once.
+/// The number of letters to insert, remove or replace; two swapped letters count as one.
 std::size_t distance(std::string_view left, std::string_view right) {
     std::vector<std::size_t> beforeLast(right.size() + 1);
     std::vector<std::size_t> last(right.size() + 1);
@@ -45,7 +45,7 @@ std::optional<std::string> nearestName(std::string_view word,
     std::size_t least = 0;
     for (const std::string_view name : names) {
         const std::size_t changes = distance(word, name);
-        // A third of the letters: more have nothing to do with each other.
+        // At most a third of the letters: names that differ more are unrelated.
         const bool isNear = 3 * changes <= std::max(word.size(), name.size());
         if (!isNear || (nearest && changes >= least)) continue;
         nearest = name;

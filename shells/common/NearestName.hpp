@@ -7,8 +7,8 @@
 
 namespace shell {
 
-/// The name that somebody meant who wrote `word`: the one with the fewest letters to change, whose
-/// case does not count; nullopt when none is near.
+/// The name that was probably meant by `word`: the one that takes the fewest changed letters,
+/// regardless of case; nullopt if none is near.
 std::optional<std::string> nearestName(std::string_view word,
                                        std::span<const std::string_view> names);
 

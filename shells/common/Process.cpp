@@ -1,5 +1,8 @@
 #include "shells/common/Process.hpp"
 
+#include "platform/foundation/NSLog.hpp"
+#include "shells/common/Translation.hpp"
+
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -9,8 +12,12 @@
 #include <cstring>
 
 namespace shell {
-
 namespace {
+
+std::string& nameOfProgram() {
+    static std::string name = "tarnwick";
+    return name;
+}
 
 bool holdStandardDescriptors() {
     bool hasOutput = true;
@@ -33,10 +40,24 @@ void ignoreRelativeFolders() {
 
 }  // namespace
 
-bool prepareProcess() {
+bool prepareProcess(std::string_view program) {
+    nameOfProgram() = program;
     std::signal(SIGPIPE, SIG_IGN);
     ignoreRelativeFolders();
     return holdStandardDescriptors();
+}
+
+const std::string& programName() {
+    return nameOfProgram();
+}
+
+void complain(std::string_view what) {
+    ::complain(programName(), what);
+}
+
+int complain(int status, std::string_view what) {
+    complain(what);
+    return status;
 }
 
 int writeToStandardOutput(std::string_view text) {
@@ -51,8 +72,8 @@ int writeToStandardOutput(std::string_view text) {
 }
 
 std::string outputComplaint(int error) {
-    if (error == EBADF) return "standard output is closed";
-    return std::string("standard output: ") + std::strerror(error);
+    if (error == EBADF) return translated("standard output is closed");
+    return filled(translated("standard output: {reason}"), {{"reason", std::strerror(error)}});
 }
 
 }  // namespace shell

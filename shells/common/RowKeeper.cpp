@@ -1,7 +1,9 @@
 #include "shells/common/RowKeeper.hpp"
 
+#include "config/CategoryList.hpp"
 #include "platform/celestial/AVSystemController.hpp"
-#include "platform/uikit/UIAccessibility.hpp"
+#include "platform/uikit/UISlider.hpp"
+#include "platform/uikit/UIView.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -10,7 +12,24 @@
 namespace shell {
 namespace {
 
-// What a server makes of a volume differs from it by less than its own smallest step.
+// A mixer's tags: these and the category's number.
+constexpr NSInteger firstSlider = 2000;
+constexpr NSInteger firstCaption = 1000;
+
+bool mayBeRow(const std::shared_ptr<UISlider>& slider) {
+    return slider->tag() >= firstSlider;
+}
+
+/// Whether the caption in the slider's row begins with the record's name: other widgets may use the
+/// same tags, and the file may have changed.
+bool isRowOf(const UISlider& slider, NSInteger number, const CategoryRecord& record) {
+    const std::shared_ptr<UIView> row = slider.superview();
+    const std::shared_ptr<UIView> caption = row ? row->viewWithTag(firstCaption + number) : nullptr;
+    const NSString text = caption ? caption->accessibilityLabel() : std::nullopt;
+    return text && text->starts_with(describe(record.prettyCategoryName()));
+}
+
+// A server's rounding changes a volume by less than its smallest step.
 constexpr double smallestStep = 1.0 / 65536;
 
 std::optional<float> volumeOf(const NSString& category) {
@@ -35,6 +54,21 @@ std::vector<std::shared_ptr<UISlider>> slidersIn(const std::shared_ptr<UIView>& 
 }
 
 }  // namespace
+
+std::vector<VolumeRow> volumeRows(const std::vector<std::shared_ptr<UISlider>>& sliders) {
+    if (std::ranges::none_of(sliders, mayBeRow)) return {};
+    const CategoryList categories = presentCategoryList();
+    std::vector<VolumeRow> rows;
+    for (const auto& slider : sliders) {
+        if (!mayBeRow(slider)) continue;
+        const NSInteger number = slider->tag() - firstSlider;
+        if (number >= static_cast<NSInteger>(categories.size())) continue;
+        const CategoryRecord& record = categories[static_cast<std::size_t>(number)];
+        if (isRowOf(*slider, number, record)) rows.push_back({slider, record.categoryName()});
+    }
+    std::ranges::stable_sort(rows, {}, &VolumeRow::category);
+    return rows;
+}
 
 RowKeeper::~RowKeeper() {
     end();
@@ -74,7 +108,7 @@ void RowKeeper::end() {
     sliders_.clear();
     rows_.clear();
     moved_.clear();
-    isReadingPut_ = false;
+    isReadingPostponed_ = false;
     settling_.cancel();
 }
 
@@ -87,24 +121,24 @@ bool RowKeeper::isAnyHeld() const {
 
 void RowKeeper::readAgain() {
     tellWhetherKnown();
-    isReadingPut_ = isAnyHeld();
-    if (isReadingPut_) return;
+    isReadingPostponed_ = isAnyHeld();
+    if (isReadingPostponed_) return;
     moved_.clear();
     settling_.cancel();
     readRows_();
 }
 
-/// While it is held, its end is to come.
+/// A held slider is handled at its release.
 void RowKeeper::moved(const std::shared_ptr<UISlider>& slider) {
     if (slider->isTracking()) return;
     moved_.emplace_back(slider);
     settling_.start(0, [this] { settleNext(); });
 }
 
-// One in each turn, the next one prepared before: an observer may end this by an exception, and
-// may destroy it.
+// Settles one slider in each turn of the main loop and schedules the next one first, because an
+// observer may throw or destroy this object.
 void RowKeeper::settleNext() {
-    if (isReadingPut_ && !isAnyHeld()) return readAgain();
+    if (isReadingPostponed_ && !isAnyHeld()) return readAgain();
     const auto slider = moved_.front().lock();
     moved_.pop_front();
     if (!moved_.empty()) settling_.start(0, [this] { settleNext(); });
@@ -120,7 +154,7 @@ void RowKeeper::settle(const UISlider& slider) {
     if (volume && stands(slider, *volume)) return;
     const std::weak_ptr<Observer> alive = observer_;
     if (volume) postEffectiveVolumeDidChange(category, *volume);
-    // A second row of a category hears of nothing.
+    // A second row of the same category gets no notification.
     if (!alive.expired() && !(volume && stands(slider, *volume))) readAgain();
 }
 

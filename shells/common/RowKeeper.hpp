@@ -1,34 +1,49 @@
 #pragma once
 
 #include "platform/foundation/NSNotificationCenter.hpp"
-#include "platform/foundation/OneShotTimer.hpp"
-#include "shells/common/VolumeRows.hpp"
+#include "platform/foundation/NSRunLoop.hpp"
+#include "platform/uikit/UISlider.hpp"
 
 #include <deque>
 #include <functional>
+#include <memory>
+#include <vector>
 
 namespace shell {
 
-/// Keeps the rows of a mixer true where the mixer alone cannot: it follows notifications, leaves a
-/// slider alone that the user holds, and shows what the user sets without asking what became of it.
-/// So a slider that was let go, or was moved without being held, is compared with the volume that
-/// the category has then. If that is another, it is announced once more; if there is none, all rows
-/// are read again. They are never read while a finger holds one of them: that waits until it is
-/// lifted. A row whose volume cannot be read is told to its slider.
+/// One row of a mixer, as its host sees it.
+struct VolumeRow {
+    std::weak_ptr<UISlider> slider;
+    NSString category;  ///< The volume service's name; nil where the list names none.
+};
+
+/// The widget's sliders that are rows of a mixer, by category, with their entries in the category
+/// file, or in the default list if no file can be read. The file is read if there are sliders that
+/// may be rows, so call this when the sliders are new. Main thread.
+std::vector<VolumeRow> volumeRows(const std::vector<std::shared_ptr<UISlider>>& sliders);
+
+/// Keeps a mixer's rows correct where the widget alone cannot: the widget follows notifications,
+/// leaves a held slider alone, and does not check what became of a volume that it sent. So a slider
+/// that was let go, or moved without being held, is compared with its category's volume. If they
+/// differ, the volume is announced again; if the category has none, all rows are read again, once
+/// no row is held. The keeper also tells a slider whether its row's volume can be read.
 ///
-/// Works for any widget: one with other sliders than a mixer's has nothing compared. Main thread.
+///     RowKeeper keeper([&] { sendUpdateValues(); });
+///     keeper.follow(widgetView);
+///
+/// Works for any widget: sliders that are not a mixer's rows are left alone. Main thread.
 class RowKeeper {
  public:
-    /// `readRows` lets the widget read all its rows; it may follow other rows from inside.
+    /// `readRows` makes the widget read all its rows; it may call follow() from inside.
     explicit RowKeeper(std::function<void()> readRows) : readRows_(std::move(readRows)) {}
     ~RowKeeper();
     RowKeeper(const RowKeeper&) = delete;
     RowKeeper& operator=(const RowKeeper&) = delete;
 
-    /// From now on the sliders in that view, once a widget has assembled itself; nullptr for none.
-    /// The same as before are only asked anew whether they can be read.
+    /// Follows the sliders in that view from now on; call when a widget has assembled itself.
+    /// nullptr for none. For the same sliders it only checks again whether they can be read.
     void follow(const std::shared_ptr<UIView>& view);
-    /// Volumes may be known, or not be known any more, without a notification.
+    /// Reads the rows again: volumes may have become readable or unreadable without a notification.
     void readAgain();
 
     const std::vector<VolumeRow>& rows() const { return rows_; }
@@ -49,11 +64,11 @@ class RowKeeper {
     void tellWhetherKnown();
 
     std::function<void()> readRows_;
-    std::shared_ptr<Observer> observer_;  ///< As long as the sliders are followed.
+    std::shared_ptr<Observer> observer_;  ///< Exists while sliders are followed.
     std::vector<std::weak_ptr<UISlider>> sliders_;
     std::vector<VolumeRow> rows_;  ///< By category.
     std::deque<std::weak_ptr<UISlider>> moved_;
-    bool isReadingPut_ = false;  ///< Off, until no slider is held.
+    bool isReadingPostponed_ = false;  ///< Until no slider is held.
     OneShotTimer settling_;
 };
 

@@ -2,6 +2,7 @@
 #include "config/WidgetIdentifier.hpp"
 #include "shells/common/FileCheck.hpp"
 #include "shells/common/NearestName.hpp"
+#include "shells/common/Translation.hpp"
 
 #include <algorithm>
 #include <array>
@@ -13,33 +14,49 @@ namespace {
 
 constexpr std::string_view skins[] = {"Default iOS", "Cream", "Cream Round", "Metal"};
 
-constexpr const char* colorNames[] = {"red",  "black",  "gray",   "white",  "green",
-                                      "blue", "yellow", "orange", "purple", "brown"};
+constexpr const char* colorNames[] = {
+    translatableIn("colour", "red"),    translatableIn("colour", "black"),
+    translatableIn("colour", "gray"),   translatableIn("colour", "white"),
+    translatableIn("colour", "green"),  translatableIn("colour", "blue"),
+    translatableIn("colour", "yellow"), translatableIn("colour", "orange"),
+    translatableIn("colour", "purple"), translatableIn("colour", "brown")};
+constexpr NSInteger white = 3;
+
+std::string takenFor(const char* value) {
+    // TRANSLATORS: {value} is a colour, or "true" or "false" as they stand in the file.
+    return filled(translated("it is taken for {value}"), {{"value", value}});
+}
 
 void checkBoolean(FileCheck& check, const std::string& key, const PropertyValue& value) {
     if (readsAsBoolean(value)) return;
-    check.add({"'" + key + "' is " + kindOf(value) + ", and not <true/> or <false/>",
-               std::string("it is taken for ") + (value.boolValue() ? "true" : "false"),
-               {key + " is neither true nor false"},
+    const char* what = translated("'{key}' is {kind}, and not <true/> or <false/>");
+    check.add({filled(what, {{"key", key}, {"kind", kindOf(value)}}),
+               takenFor(value.boolValue() ? "true" : "false"),
+               {filled(translated("{key} is neither true nor false"), {{"key", key}})},
                {key}});
 }
 
 void checkSkin(FileCheck& check, const std::string& key, const PropertyValue& value) {
     const NSString name = value.string();
     if (!name) {
-        check.add({"'" + key + "' is " + kindOf(value) + ", and not the name of a skin",
-                   "the rows have no skin",
-                   {key + " is no name"},
+        const char* what = translated("'{key}' is {kind}, and not the name of a skin");
+        check.add({filled(what, {{"key", key}, {"kind", kindOf(value)}}),
+                   translated("the rows have no skin"),
+                   {filled(translated("{key} is no name"), {{"key", key}})},
                    {key}});
         return;
     }
-    // Whatever begins like these two is drawn as they are.
+    // Every name that begins with one of these two words selects that skin.
     if (*name == skins[0] || name->starts_with("Cream") || name->starts_with("Metal")) return;
-    check.add(
-        {"there is no skin " + quoted(*name) + suggestion(*name, skins),
-         "the rows have no skin; those that there are: Default iOS, Cream, Cream Round, Metal",
-         {"no skin " + quoted(*name, Length::Brief)},
-         {key}});
+    const auto nearest = nearestName(*name, skins);
+    const char* what = nearest ? translated("there is no skin {skin}; did you mean '{suggestion}'?")
+                               : translated("there is no skin {skin}");
+    check.add({filled(what, {{"skin", quoted(*name)}, {"suggestion", nearest.value_or("")}}),
+               // TRANSLATORS: The skins' names are words of the file, and stay as they are.
+               translated("the rows have no skin; those that there are: Default iOS, Cream, Cream "
+                          "Round, Metal"),
+               {filled(translated("no skin {skin}"), {{"skin", quoted(*name, Length::Brief)}})},
+               {key}});
 }
 
 /// Whether the value, or a text as a whole, is a whole number.
@@ -59,9 +76,10 @@ void checkColor(FileCheck& check, const std::string& key, const PropertyValue& v
     const bool isInRange = code >= 0 && code < std::ssize(colorNames);
     if (isWholeNumber(value) && isInRange) return;
     const std::string shown = isWholeNumber(value) ? std::to_string(code) : kindOf(value);
-    check.add({"'" + key + "' is " + shown + ", and not a colour's code from 0 to 9",
-               std::string("it is taken for ") + (isInRange ? colorNames[code] : "white"),
-               {key + " is no code from 0 to 9"},
+    const char* what = translated("'{key}' is {kind}, and not a colour's code from 0 to 9");
+    check.add({filled(what, {{"key", key}, {"kind", shown}}),
+               takenFor(translatedIn("colour", colorNames[isInRange ? code : white])),
+               {filled(translated("{key} is no code from 0 to 9"), {{"key", key}})},
                {key}});
 }
 
@@ -85,12 +103,14 @@ constexpr auto keyNames = [] {
 }  // namespace
 
 std::vector<FileProblem> problemsOfSettings() {
-    FileCheck check(settingsFilePath(), "Settings");
+    // TRANSLATORS: The file of the settings.
+    FileCheck check(settingsFilePath(), translated("Settings"));
     const PropertyListFile& file = check.contents();
     if (file.state == PropertyListFile::State::Missing) return {};
     const PropertyValue::Dictionary* settings = file.value.dictionary();
     if (!settings) {
-        check.addUnreadable("dict", "every setting has its default", "The settings can't be read");
+        check.addUnreadable("dict", translated("every setting has its default"),
+                            translated("The settings can't be read"));
         return check.finish();
     }
     for (const auto& [name, value] : *settings) {

@@ -1,58 +1,81 @@
 #include "shells/common/WidgetBundle.hpp"
 
+#include "backends/cairo/CairoImageDecoder.hpp"
+#include "backends/plist/PlistCodec.hpp"
 #include "platform/foundation/NSClassRegistry.hpp"
+#include "shells/common/Translation.hpp"
 
 namespace shell {
 namespace {
 
-CreatedObject instantiate(const Class& cls) {
-    auto object = cls.create();
-    if (object == nullptr) return {nullptr, cls.name + " could not be initialised"};
-    return {std::move(object), ""};
+using Object = std::shared_ptr<NSObject>;
+
+Result<Object> instantiate(const Class& cls) {
+    Object object = cls.create();
+    if (!object)
+        return Failure{
+            filled(translated("{class} could not be initialised"), {{"class", cls.name}})};
+    return object;
 }
 
 }  // namespace
 
-LoadedBundle loadBundle(const std::string& path) {
-    auto bundle = NSBundle::bundleWithPath(path);
-    if (bundle == nullptr) return {nullptr, "there is no bundle at " + path};
-    if (!bundle->load()) return {nullptr, "cannot load " + path + ": " + bundle->loadError()};
-    return {std::move(bundle), ""};
+void installBackends() {
+    NSPropertyList::setCodec(std::make_shared<PlistCodec>());
+    UIImageDecoder::setDecoder(std::make_shared<painting::CairoImageDecoder>());
 }
 
-CreatedObject createPrincipalObject(NSBundle& bundle) {
+Result<std::shared_ptr<NSBundle>> loadBundle(const std::string& path) {
+    auto bundle = NSBundle::bundleWithPath(path);
+    if (!bundle)
+        return Failure{filled(translated("there is no bundle at {path}"), {{"path", path}})};
+    if (!bundle->load())
+        return Failure{filled(translated("cannot load {path}: {reason}"),
+                              {{"path", path}, {"reason", bundle->loadError()}})};
+    return bundle;
+}
+
+Result<Object> createPrincipalObject(NSBundle& bundle) {
     const Class* principal = bundle.principalClass();
-    if (principal == nullptr) return {nullptr, bundle.bundlePath() + " has no principal class"};
+    if (!principal)
+        return Failure{
+            filled(translated("{path} has no principal class"), {{"path", bundle.bundlePath()}})};
     return instantiate(*principal);
 }
 
-CreatedObject createObject(const std::string& className) {
+Result<Object> createObject(const std::string& className) {
     const Class* cls = NSClassFromString(className);
-    if (cls == nullptr) return {nullptr, "there is no class " + className};
+    if (!cls)
+        return Failure{filled(translated("there is no class {class}"), {{"class", className}})};
     return instantiate(*cls);
 }
 
-CreatedController createController(const std::string& bundlePath) {
-    const auto [bundle, loadError] = loadBundle(bundlePath);
-    if (bundle == nullptr) return {nullptr, loadError};
-    const auto [object, error] = createPrincipalObject(*bundle);
-    if (object == nullptr) return {nullptr, error};
-    auto controller = std::dynamic_pointer_cast<_SBUIWidgetViewController>(object);
-    if (controller == nullptr)
-        return {nullptr, std::string(object->className()) + " is not a widget's controller"};
-    return {std::move(controller), ""};
+Result<std::shared_ptr<_SBUIWidgetViewController>> createController(const std::string& bundlePath) {
+    const auto bundle = loadBundle(bundlePath);
+    if (!bundle) return Failure{bundle.error()};
+    const auto object = createPrincipalObject(**bundle);
+    if (!object) return Failure{object.error()};
+    auto controller = std::dynamic_pointer_cast<_SBUIWidgetViewController>(*object);
+    if (!controller)
+        return Failure{filled(translated("{class} is not a widget's controller"),
+                              {{"class", (*object)->className()}})};
+    return controller;
 }
 
-CreatedLegacyController createLegacyController(const std::string& bundlePath) {
-    const auto [bundle, loadError] = loadBundle(bundlePath);
-    if (bundle == nullptr) return {nullptr, loadError};
-    const NSString name = bundle->infoDictionary().objectForKey("LegacyPrincipalClass").string();
-    if (!name) return {nullptr, bundlePath + " has no class for the legacy host"};
-    const auto [object, error] = createObject(*name);
-    if (object == nullptr) return {nullptr, error};
-    auto controller = std::dynamic_pointer_cast<BBWeeAppController>(object);
-    if (controller == nullptr) return {nullptr, *name + " is not a legacy widget's controller"};
-    return {std::move(controller), ""};
+Result<std::shared_ptr<BBWeeAppController>> createLegacyController(const std::string& bundlePath) {
+    const auto bundle = loadBundle(bundlePath);
+    if (!bundle) return Failure{bundle.error()};
+    const NSString name = (*bundle)->infoDictionary().objectForKey("LegacyPrincipalClass").string();
+    if (!name)
+        return Failure{
+            filled(translated("{path} has no class for the legacy host"), {{"path", bundlePath}})};
+    const auto object = createObject(*name);
+    if (!object) return Failure{object.error()};
+    auto controller = std::dynamic_pointer_cast<BBWeeAppController>(*object);
+    if (!controller)
+        return Failure{
+            filled(translated("{class} is not a legacy widget's controller"), {{"class", *name}})};
+    return controller;
 }
 
 }  // namespace shell

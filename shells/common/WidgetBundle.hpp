@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/foundation/NSBundle.hpp"
+#include "platform/foundation/Result.hpp"
 #include "platform/uikit/BBWeeAppController.hpp"
 #include "platform/uikit/SBUIWidgetViewController.hpp"
 
@@ -9,37 +10,25 @@
 
 namespace shell {
 
-/// A bundle whose module is loaded, or the reason why there is none.
-struct LoadedBundle {
-    std::shared_ptr<NSBundle> bundle;
-    std::string error;
-};
-LoadedBundle loadBundle(const std::string& path);
+/// Installs the property-list codec and the image decoder that all shells use. Call once, before
+/// the widget's bundle is loaded.
+void installBackends();
 
-/// An object made from a class, or the reason why there is none.
-struct CreatedObject {
-    std::shared_ptr<NSObject> object;
-    std::string error;
-};
+// Pointers in these results are never nullptr.
+
+/// The bundle in that folder, its module loaded.
+Result<std::shared_ptr<NSBundle>> loadBundle(const std::string& path);
+
 /// An instance of the bundle's principal class.
-CreatedObject createPrincipalObject(NSBundle& bundle);
+Result<std::shared_ptr<NSObject>> createPrincipalObject(NSBundle& bundle);
 /// An instance of the registered class of that name.
-CreatedObject createObject(const std::string& className);
+Result<std::shared_ptr<NSObject>> createObject(const std::string& className);
 
-/// The widget's controller, or the reason why there is none.
-struct CreatedController {
-    std::shared_ptr<_SBUIWidgetViewController> controller;
-    std::string error;
-};
-/// Loads the bundle in that folder and makes its principal class's controller.
-CreatedController createController(const std::string& bundlePath);
+/// Loads the bundle in that folder and creates its principal class's controller.
+Result<std::shared_ptr<_SBUIWidgetViewController>> createController(const std::string& bundlePath);
 
-/// The same for the legacy host: the class that Info.plist names as LegacyPrincipalClass. Bundles
-/// for processors of 64 bits have none.
-struct CreatedLegacyController {
-    std::shared_ptr<BBWeeAppController> controller;
-    std::string error;
-};
-CreatedLegacyController createLegacyController(const std::string& bundlePath);
+/// The same for the legacy host: the class that Info.plist names as LegacyPrincipalClass. 64-bit
+/// bundles do not contain it.
+Result<std::shared_ptr<BBWeeAppController>> createLegacyController(const std::string& bundlePath);
 
 }  // namespace shell

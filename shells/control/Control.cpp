@@ -1,11 +1,11 @@
 #include "shells/control/Control.hpp"
 
-#include "platform/foundation/NSLog.hpp"
 #include "platform/foundation/PrintableText.hpp"
-#include "shells/common/FileProblem.hpp"
+#include "shells/common/FileCheck.hpp"
 #include "shells/common/Process.hpp"
+#include "shells/common/Translation.hpp"
 #include "shells/control/Categories.hpp"
-#include "shells/control/LoopUntilEnd.hpp"
+#include "shells/control/Outputs.hpp"
 #include "shells/control/Watcher.hpp"
 
 #include <algorithm>
@@ -15,14 +15,11 @@
 namespace control {
 namespace {
 
-constexpr int exitCannot = 1;
+using shell::filled;
+using shell::translated;
+
 constexpr int exitMisuse = 2;
 constexpr int exitWillNotLast = 3;
-
-int complain(int status, const std::string& what) {
-    ::complain("tarnwickctl", what);
-    return status;
-}
 
 std::vector<CategoryReport> reportsOf(const CategoryList& categories, AVSystemController& service) {
     std::vector<CategoryReport> reports;
@@ -70,22 +67,27 @@ shell::Json jsonFrom(const shell::FileProblem& problem) {
             {"consequence", problem.instead}};
 }
 
-/// Why there is no volume of that category.
+/// Explains why the category has no volume.
 std::string unreadable(const CategoryRecord& record) {
-    const std::string name = "'" + describe(record.categoryName()) + "'";
     const CategoryList categories = mixerCategories();
     const bool isListed = std::ranges::any_of(categories, [&](const CategoryRecord& listed) {
         return listed.categoryName() == record.categoryName();
     });
-    if (isListed) return name + " has no volume now: what it stands for is not there";
-    return name + " is not among the mixer's categories, and the sound server knows none of it";
+    const char* text =
+        isListed
+            ? translated("'{category}' cannot be read: it has no device or stream at the moment")
+            : translated(
+                  "'{category}' is not one of the mixer's categories, and the sound "
+                  "server does not know it");
+    return filled(text, {{"category", describe(record.categoryName())}});
 }
 
 std::string willNotLast(const CategoryRecord& record) {
-    return "'" + describe(record.categoryName()) +
-           "' is set, but the next sound of it will not get that: this sound server keeps the "
-           "volume "
-           "and does not use it. A mixer that runs does; \"tarnwick --background\" is one.";
+    const char* text = translated(
+        "'{category}' is set, but its next sound will not use that: this sound server stores the "
+        "volume without applying it. A running mixer applies it, such as "
+        "\"tarnwick --background\".");
+    return filled(text, {{"category", describe(record.categoryName())}});
 }
 
 }  // namespace
@@ -95,7 +97,7 @@ Control::Control(const Request& request) : request_(request), service_(request.s
 int Control::run() {
     if (request_.verb == Verb::Check) return check();  // Needs no server.
     if (!service_.waitUntilReady(request_.timeoutSeconds, request_.waitSeconds))
-        return complain(exitCannot, noServer());
+        return shell::complain(exitCannot, noServer());
     switch (request_.verb) {
         case Verb::List:
             return list();
@@ -109,6 +111,8 @@ int Control::run() {
             return withCategory(&Control::mute);
         case Verb::Watch:
             return watch();
+        case Verb::Outputs:
+            return outputs();
         case Verb::Check:
             break;
     }
@@ -116,20 +120,24 @@ int Control::run() {
 }
 
 std::string Control::noServer() {
-    std::string text = "no sound server answers";
-    if (request_.server) text += " at " + *request_.server;
-    if (const NSString reason = service_.volumes().refusal()) text += ": " + *reason;
-    return text;
+    const NSString reason = service_.volumes().whyUnavailable();
+    const std::string server = request_.server.value_or("");
+    const char* text = request_.server
+                           ? reason ? translated("no sound server answers at {server}: {reason}")
+                                    : translated("no sound server answers at {server}")
+                       : reason ? translated("no sound server answers: {reason}")
+                                : translated("no sound server answers");
+    return filled(text, {{"server", server}, {"reason", reason.value_or("")}});
 }
 
 int Control::withCategory(int (Control::*action)(const CategoryRecord&)) {
-    const auto [record, error] = categoryCalled(request_.category, mixerCategories());
-    return record ? (this->*action)(*record) : complain(exitMisuse, error);
+    const auto record = categoryCalled(request_.category, mixerCategories());
+    return record ? (this->*action)(*record) : shell::complain(exitMisuse, record.error());
 }
 
 int Control::list() {
     for (const shell::FileProblem& problem : shell::problemsOfFiles())
-        complain(exitCannot, lineOf(problem));
+        shell::complain(lineOf(problem));
     const auto reports = reportsOf(mixerCategories(), service_.volumes());
     output_.write(request_.form == Form::Json ? jsonText(reports) : tableText(reports));
     return finish();
@@ -141,7 +149,7 @@ int Control::get(const CategoryRecord& record) {
         output_.write(shell::lineFrom(jsonFrom(report)) + "\n");
     else if (report.level)
         output_.write(volumeText(report) + "\n");
-    if (!report.level) return complain(exitCannot, unreadable(record));
+    if (!report.level) return shell::complain(exitCannot, unreadable(record));
     return finish();
 }
 
@@ -149,7 +157,7 @@ int Control::set(const CategoryRecord& record) {
     AVSystemController& volumes = service_.volumes();
     const NSString& name = record.categoryName();
     const double fraction = request_.change->fraction();
-    if (!volumes.levelOf(name)) return complain(exitCannot, unreadable(record));
+    if (!volumes.levelOf(name)) return shell::complain(exitCannot, unreadable(record));
     const bool isSet = request_.change->isStep()
                            ? volumes.stepVolumeBy(fraction, name)
                            : volumes.setVolumeTo(static_cast<float>(fraction), name);
@@ -159,7 +167,7 @@ int Control::set(const CategoryRecord& record) {
 int Control::mute(const CategoryRecord& record) {
     AVSystemController& volumes = service_.volumes();
     const NSString& name = record.categoryName();
-    if (!volumes.levelOf(name)) return complain(exitCannot, unreadable(record));
+    if (!volumes.levelOf(name)) return shell::complain(exitCannot, unreadable(record));
     using Mute = AVSystemController::Mute;
     const Mute wanted = request_.verb == Verb::Mute ? Mute::On : Mute::Off;
     const bool isSet =
@@ -168,14 +176,19 @@ int Control::mute(const CategoryRecord& record) {
 }
 
 int Control::endOfSetting(const CategoryRecord& record, bool isSent) {
-    const std::string cannot = "'" + describe(record.categoryName()) + "' cannot be set";
-    if (!isSent) return complain(exitCannot, cannot + " now");
+    const std::string category = describe(record.categoryName());
+    if (!isSent)
+        return shell::complain(exitCannot, filled(translated("'{category}' cannot be set now"),
+                                                  {{"category", category}}));
     if (!service_.waitUntilWritten(request_.timeoutSeconds))
-        return complain(exitCannot, "the sound server did not confirm the volume");
+        return shell::complain(exitCannot,
+                               translated("the sound server did not confirm the volume"));
     if (const NSString reason = service_.refusal())
-        return complain(exitCannot, cannot + ": " + *reason);
+        return shell::complain(exitCannot,
+                               filled(translated("'{category}' cannot be set: {reason}"),
+                                      {{"category", category}, {"reason", *reason}}));
     if (!service_.volumes().lasts(record.categoryName()))
-        return complain(exitWillNotLast, willNotLast(record));
+        return shell::complain(exitWillNotLast, willNotLast(record));
     return EXIT_SUCCESS;
 }
 
@@ -212,9 +225,14 @@ int Control::check() {
     return problems.empty() ? status : exitCannot;
 }
 
+int Control::outputs() {
+    const int status = executeOutputs(request_, service_, output_);
+    return status == EXIT_SUCCESS ? finish() : status;
+}
+
 int Control::finish() {
     if (output_.error() == 0) return EXIT_SUCCESS;
-    return complain(exitCannot, shell::outputComplaint(output_.error()));
+    return shell::complain(exitCannot, shell::outputComplaint(output_.error()));
 }
 
 }  // namespace control

@@ -1,14 +1,15 @@
 #pragma once
 
-#include "config/CategoryRecord.hpp"
+#include "config/CategoryList.hpp"
 #include "shells/control/Output.hpp"
 #include "shells/control/Request.hpp"
 #include "shells/control/Service.hpp"
 
 namespace control {
 
-/// Carries out one request. Text for people goes to standard error, what was asked for to standard
-/// output.
+/// Executes one request. Messages go to standard error, results to standard output.
+///
+///     return Control(request).run();
 class Control {
  public:
     explicit Control(const Request& request);
@@ -24,6 +25,7 @@ class Control {
     int endOfSetting(const CategoryRecord& record, bool isSent);
     int watch();
     int check();
+    int outputs();
     std::string noServer();
     int withCategory(int (Control::*action)(const CategoryRecord&));
     int finish();

@@ -1,15 +1,16 @@
 #include "shells/control/Service.hpp"
 
-#include "platform/foundation/OneShotTimer.hpp"
+#include "backends/pulse/PulseServer.hpp"
+#include "platform/foundation/NSRunLoop.hpp"
 
 #include <algorithm>
 
 namespace control {
 namespace {
 
-using State = PulseAudioController::State;
+using State = SoundServer::State;
 
-/// Wakes the loop when so many seconds are over.
+/// Wakes the main loop after that many seconds.
 class Alarm {
  public:
     explicit Alarm(double seconds) {
@@ -24,8 +25,7 @@ class Alarm {
 
 }  // namespace
 
-Service::Service(const NSString& server)
-    : volumes_(std::make_shared<PulseAudioController>(server)) {
+Service::Service(const NSString& server) : volumes_(pulse::connectToServer(server)) {
     volumes_->setRefusalHandler(
         [this](const std::string& /*category*/, const std::string& reason) { refusal_ = reason; });
 }
@@ -33,13 +33,13 @@ Service::Service(const NSString& server)
 bool Service::waitUntilReady(double timeout, double patience) {
     const Alarm impatience(patience);
     const auto isReady = [this] { return volumes_->state() == State::Ready; };
-    waitUntil([&] { return isReady() || (impatience.isOver() && volumes_->refusal()); },
+    waitUntil([&] { return isReady() || (impatience.isOver() && volumes_->whyUnavailable()); },
               std::max(timeout, patience));
     return isReady();
 }
 
 bool Service::waitUntilWritten(double seconds) {
-    // What is on its way when the connection ends is lost, whoever answers afterwards.
+    // Pending writes are lost when the connection ends, even if another server answers afterwards.
     const auto isLost = [this] { return volumes_->state() != State::Ready; };
     waitUntil([&] { return isLost() || !volumes_->isWriting(); }, seconds);
     return !isLost() && !volumes_->isWriting();

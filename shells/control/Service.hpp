@@ -1,33 +1,33 @@
 #pragma once
 
 #include "backends/glib/GLibRunLoop.hpp"
-#include "backends/pulse/PulseAudioController.hpp"
+#include "platform/celestial/SoundServer.hpp"
 
 #include <functional>
 #include <memory>
 
 namespace control {
 
-/// The sound server's volumes, and the loop on which they are waited for.
+/// The sound server's volumes, with the loop that waits for them.
 class Service {
  public:
-    /// Begins to connect. `server` is an address as libpulse takes it; nil: where it finds one.
+    /// Starts connecting. `server` is an address for libpulse; nil for the default.
     explicit Service(const NSString& server);
 
-    PulseAudioController& volumes() { return *volumes_; }
-    /// False when no server answers. One that is there has `timeout` seconds for it; one that is
-    /// not is waited for `patience` seconds, 0 for none.
+    SoundServer& volumes() { return *volumes_; }
+    /// Waits for the server; false if none answers. A server that accepts the connection has
+    /// `timeout` seconds to answer, and one that does not exist has `patience` seconds to appear.
     bool waitUntilReady(double timeout, double patience);
-    /// False when the server has not answered what was set within that many seconds.
+    /// Waits for the server to confirm what was set; false if it has not within that many seconds.
     bool waitUntilWritten(double seconds);
-    /// Why the server did not change what was set, in its words; nil where it did.
+    /// Runs the loop until the condition holds; false if it does not within that many seconds.
+    static bool waitUntil(const std::function<bool()>& condition, double seconds);
+    /// The server's reason for refusing a change, in its words; nil if it did not.
     const NSString& refusal() const { return refusal_; }
 
  private:
-    static bool waitUntil(const std::function<bool()>& condition, double seconds);
-
-    GLibRunLoop runLoop_;
-    std::shared_ptr<PulseAudioController> volumes_;
+    glib::GLibRunLoop runLoop_;
+    std::shared_ptr<SoundServer> volumes_;
     NSString refusal_;
 };
 

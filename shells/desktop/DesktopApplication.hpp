@@ -9,36 +9,41 @@
 #include <memory>
 #include <string>
 
-// The library's own name for it, declared without its header.
-// NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+// GDK's type, declared here without its header.
 typedef struct _GdkDisplay GdkDisplay;
 
-/// The program: the sound service, the widget, and the window or the picture that shows it.
+namespace desktop {
+
+/// The program: owns the sound service, the widget, and the window or picture that shows it.
+///
+///     return DesktopApplication(options).run();
 class DesktopApplication {
  public:
     explicit DesktopApplication(const DesktopOptions& options) : options_(options) {}
 
-    /// Runs until the window is closed or the picture is written; answers the exit status.
+    /// Runs until the window is closed or the picture is written; returns the exit status.
     int run();
 
  private:
     void loadAhead();
-    /// Says what could not be loaded; answers whether anything could.
+    /// Reports what could not be loaded; returns whether anything could.
     bool openWidget();
     int runWindow(GdkDisplay* display);
-    /// Whether another one runs, which then has been told what to do.
+    /// Whether another mixer runs; if so, it has been told what to do.
     bool isTakenOver();
-    /// Tells the one that runs to end.
+    /// Tells the running mixer to end.
     int quitOther();
-    /// Without a display: the rows as text, and where there is a place for it a picture in the
-    /// user's cache folder.
+    /// Without a display: prints the rows as text and, if possible, writes a picture to the user's
+    /// cache folder.
     int reportRows();
     int paint(const std::string& path);
     void waitForSound();
 
     const DesktopOptions& options_;
-    GLibRunLoop runLoop_;
+    glib::GLibRunLoop runLoop_;
     SingleInstance instance_;
-    std::unique_ptr<SoundService> sound_;
-    std::unique_ptr<PanelWidget> widget_;
+    std::unique_ptr<shell::SoundService> sound_;
+    std::unique_ptr<shell::PanelWidget> widget_;
 };
+
+}  // namespace desktop

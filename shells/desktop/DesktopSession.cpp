@@ -1,23 +1,28 @@
 #include "shells/desktop/DesktopSession.hpp"
 
-#include "backends/gdk/GdkWindowAt.hpp"
-#include "platform/foundation/NSLog.hpp"
+#include "backends/gdk/X11Windows.hpp"
 #include "platform/foundation/NSRunLoop.hpp"
-#include "shells/common/ApplicationId.hpp"
-#include "shells/common/BundleLocation.hpp"
-#include "shells/desktop/EndSignals.hpp"
+#include "shells/common/Installation.hpp"
+#include "shells/common/Process.hpp"
+#include "shells/common/Translation.hpp"
+#include "shells/desktop/OpenSettings.hpp"
 #include "shells/desktop/PopupPlace.hpp"
+
+#include <glib-unix.h>
 
 #ifdef GDK_WINDOWING_X11
 #include <gdk/gdkx.h>
 #endif
 
+#include <array>
+#include <csignal>
 #include <utility>
 
+namespace desktop {
 namespace {
 
-// Seconds, two frames: rows that fill before the window is seen do not flicker, and nobody notices
-// that it came later. A server that is there answers within two milliseconds.
+// Seconds, two frames: rows that fill before the window is visible do not flicker, and the delay is
+// not noticeable. A running server answers within two milliseconds.
 constexpr double firstPicturePatience = 0.033;
 
 bool isX11(GdkDisplay* display) {
@@ -28,28 +33,55 @@ bool isX11(GdkDisplay* display) {
 #endif
 }
 
-void say(const std::string& what) {
-    complain("tarnwick", what);
-}
+/// Calls back when the program is asked to end (Ctrl-C, the session's end), so that it can dismiss
+/// the widget and let the last volume arrive.
+class EndSignals {
+ public:
+    explicit EndSignals(std::function<void()> end) : end_(std::move(end)) {
+        const auto tell = +[](gpointer self) -> gboolean {
+            static_cast<EndSignals*>(self)->end_();
+            return G_SOURCE_CONTINUE;
+        };
+        for (std::size_t i = 0; i < signals.size(); ++i)
+            sources_[i] = g_unix_signal_add(signals[i], tell, this);
+    }
+    ~EndSignals() {
+        for (const guint source : sources_)
+            g_source_remove(source);
+    }
+    EndSignals(const EndSignals&) = delete;
+    EndSignals& operator=(const EndSignals&) = delete;
+
+ private:
+    static constexpr std::array signals = {SIGINT, SIGTERM, SIGHUP};
+
+    std::function<void()> end_;
+    std::array<guint, signals.size()> sources_{};
+};
 
 }  // namespace
 
-NSString soundNotice(const SoundService& sound) {
-    return sound.isSilent() ? NSString("No sound server answers") : std::nullopt;
+NSString soundNotice(const shell::SoundService& sound) {
+    if (sound.isSilent()) return shell::translated("No sound server answers");
+    const NSString failure = sound.outputs() ? sound.outputs()->failure() : std::nullopt;
+    if (!failure) return std::nullopt;
+    // TRANSLATORS: Why the outputs for each kind of sound could not be switched on or off.
+    const char* text = shell::translated("Outputs: {reason}");
+    return shell::wrapped(shell::filled(text, {{"reason", *failure}}));
 }
 
 DesktopSession::DesktopSession(GdkDisplay* display, const DesktopOptions& options,
-                               PanelWidget& widget, SoundService& sound, SingleInstance& instance,
-                               const std::string& accessibilityModule)
+                               shell::PanelWidget& widget, shell::SoundService& sound,
+                               SingleInstance& instance, const std::string& accessibilityModule)
     : display_(display),
       options_(options),
       widget_(widget),
       sound_(sound),
       instance_(instance),
       loop_(g_main_loop_new(nullptr, FALSE)),
-      files_(say),
+      files_([](const std::string& line) { shell::complain(line); }),
       window_(display, events_, widget, accessibilityModule) {
-    if (!isX11(display) && GdkLayerShell::isOffered(display)) layers_.emplace(display);
+    if (!isX11(display) && windowing::LayerShell::isOffered(display)) layers_.emplace(display);
 }
 
 DesktopSession::~DesktopSession() {
@@ -58,6 +90,7 @@ DesktopSession::~DesktopSession() {
     sound_.setChangeHandler({});
     sound_.setAvailabilityHandler({});
     sound_.setSilenceHandler({});
+    sound_.setOutputsHandler({});
 }
 
 void DesktopSession::run() {
@@ -80,7 +113,9 @@ void DesktopSession::begin() {
     if (options_.background && instance_.standing() != SingleInstance::Standing::Alone &&
         !options_.standsAlone())
         return beginHidden();
-    if (options_.background) say("there is no session bus to be called by: an ordinary start");
+    if (options_.background)
+        shell::complain(shell::translated(
+            "there is no session bus that could call the mixer: it starts with its window"));
     sound_.connect();
     sound_.whenSettled(firstPicturePatience, [this] { show(); });
 }
@@ -97,20 +132,32 @@ void DesktopSession::observeSound() {
         widget_.readAgain();
         if (tray_) tray_->refresh();
     });
-    sound_.setSilenceHandler([this] { showNotices(); });
+    sound_.setSilenceHandler([this] { showFooter(); });
+    sound_.setOutputsHandler([this] { outputsChanged(); });
 }
 
-/// They were read when the widget was presented. After its picture: a user waits for that.
+/// Checks the files that the widget read when it was presented. Runs after the picture, which the
+/// user waits for.
 void DesktopSession::lookThroughFiles() {
     files_.refresh();
-    showNotices();
+    showFooter();
 }
 
-void DesktopSession::showNotices() {
-    window_.setNotice(shell::joinedNotices(soundNotice(sound_), files_.notice()));
+void DesktopSession::showFooter() {
+    window_.setFooter(shell::joinedNotices(soundNotice(sound_), files_.notice()), sound_.outputs());
 }
 
-/// The widget asks for the service when it is assembled.
+void DesktopSession::outputsChanged() {
+    const RoleOutputs* outputs = sound_.outputs();
+    const NSString failure = outputs ? outputs->failure() : std::nullopt;
+    if (failure && failure != toldFailure_)
+        shell::complain(
+            shell::filled(shell::translated("outputs: {reason}"), {{"reason", *failure}}));
+    toldFailure_ = failure;
+    showFooter();
+}
+
+/// The widget gets the service when it is assembled, so it must be assembled again.
 void DesktopSession::serviceChanged() {
     if (window_.isShown()) {
         widget_.dismiss();
@@ -120,17 +167,18 @@ void DesktopSession::serviceChanged() {
     if (tray_) tray_->refresh();
 }
 
-/// What need not be there for the first picture.
+/// Does what the first picture does not need.
 void DesktopSession::afterFirstFrame() {
-    window_.setIcon(shell::iconPaths(applicationId, shell::programDirectory()));
+    window_.setIcon(shell::iconPaths(shell::applicationId, shell::programDirectory()));
     if (!options_.standsAlone()) instance_.connect();
     instance_.setStandingHandler([this] { standingChanged(); });
     instance_.setRequestHandler([this](InstanceRequest request) { requested(request); });
     standingChanged();
+    sound_.followOutputs();
 }
 
 void DesktopSession::standingChanged() {
-    // Another way of writing the bus's address, or a bus that was slow, hid that another one runs.
+    // A different spelling of the bus address, or a slow bus, hid that another mixer runs.
     const auto wanted = options_.background ? InstanceRequest::Nothing : InstanceRequest::Show;
     if (instance_.standing() == SingleInstance::Standing::Later && instance_.ask(wanted))
         return quit();
@@ -152,6 +200,11 @@ void DesktopSession::openTray() {
                           },
                       .menuOpened = [this] { menuOpened(); },
                       .show = [this] { showFromMenu(); },
+                      .settings =
+                          [this] {
+                              if (const auto problem = openSettings(options_.common, display_))
+                                  shell::complain(*problem);
+                          },
                       .quit = [this] { quit(); },
                       .presenceChanged = [this] { trayChanged(); },
                   });
@@ -163,7 +216,8 @@ void DesktopSession::trayChanged() {
 
 void DesktopSession::sayWhereItIs() {
     if (layers_ || std::exchange(saidWhereItIs_, true)) return;
-    say("there is neither a tray nor a layer shell here: the mixer is an ordinary window");
+    shell::complain(shell::translated(
+        "there is neither a tray nor a layer shell here: the mixer is an ordinary window"));
 }
 
 void DesktopSession::requested(InstanceRequest request) {
@@ -187,7 +241,7 @@ void DesktopSession::show() {
         window_.show(std::make_unique<LayerPlace>(display_, events_, *layers_, options_.anchor));
     else
         window_.show();
-    if (tray_) tray_->refresh();  // The rows have been read anew.
+    if (tray_) tray_->refresh();  // The rows have been read again.
 }
 
 void DesktopSession::iconPressed(const CGPoint& point) {
@@ -195,14 +249,14 @@ void DesktopSession::iconPressed(const CGPoint& point) {
     toggle([this] { showBeside(*icon_.place()); });
 }
 
-/// A menu does not say where it is. Some hosts ask for it long before they show it.
+/// A menu does not report its place, and some hosts request it long before they show it.
 void DesktopSession::menuOpened() {
-    const auto pointer = pointerOnScreen(display_);
+    const auto pointer = windowing::pointerOnScreen(display_);
     if (pointer && PopupPlace::isOnPanel(display_, *pointer)) icon_.pressed(*pointer);
 }
 
 void DesktopSession::showFromMenu() {
-    const auto place = icon_.place() ? icon_.place() : pointerOnScreen(display_);
+    const auto place = icon_.place() ? icon_.place() : windowing::pointerOnScreen(display_);
     if (window_.isShown() || !place) return show();
     showBeside(*place);
 }
@@ -230,16 +284,19 @@ void DesktopSession::closed() {
 bool DesktopSession::canBeCalled() const {
     if (!instance_.bus()) return false;
     const bool hasTray = tray_ && tray_->presence() == TrayHost::Presence::Present;
-    // The bus starts a service again when it is called.
+    // The bus restarts a service when it is called.
     return hasTray || layers_ || (options_.background && !options_.service);
 }
 
-/// A server may lose what is on its way when the connection ends.
+/// A server may lose pending writes when the connection ends, and a switch of the outputs that is
+/// left half-way keeps some sounds quiet until the next start finishes it.
 void DesktopSession::letVolumesArrive() const {
-    constexpr double patienceSeconds = 0.5;
+    const double patienceSeconds = sound_.isSwitchingOutputs() ? 3 : 0.5;
     NSRunLoop& loop = NSRunLoop::mainRunLoop();
     const double end = loop.currentTime() + patienceSeconds;
     loop.performAfterDelay(patienceSeconds, [] {});
     while (sound_.isWriting() && loop.currentTime() < end)
         g_main_context_iteration(nullptr, TRUE);
 }
+
+}  // namespace desktop

@@ -11,22 +11,24 @@
 #include <optional>
 #include <string>
 
-/// What the panel says of the sound server; nil for nothing.
-NSString soundNotice(const SoundService& sound);
+namespace desktop {
 
-/// The mixer while it runs on a desktop: shown by its start, its icon or another start, hidden
-/// again, and ended when nobody could call it back. Main thread.
+/// The panel's notice about the sound server; nil for none.
+NSString soundNotice(const shell::SoundService& sound);
+
+/// The mixer while it runs on a desktop. It is shown by a start, by its icon or by another start,
+/// hidden again, and ends when nothing could show it again. Main thread.
 class DesktopSession {
  public:
-    /// All of them outlive the session.
-    DesktopSession(GdkDisplay* display, const DesktopOptions& options, PanelWidget& widget,
-                   SoundService& sound, SingleInstance& instance,
+    /// All arguments must outlive the session.
+    DesktopSession(GdkDisplay* display, const DesktopOptions& options, shell::PanelWidget& widget,
+                   shell::SoundService& sound, SingleInstance& instance,
                    const std::string& accessibilityModule);
     ~DesktopSession();
     DesktopSession(const DesktopSession&) = delete;
     DesktopSession& operator=(const DesktopSession&) = delete;
 
-    /// Until it is ended.
+    /// Runs until the mixer ends.
     void run();
 
  private:
@@ -38,7 +40,8 @@ class DesktopSession {
     void beginHidden();
     void observeSound();
     void lookThroughFiles();
-    void showNotices();
+    void showFooter();
+    void outputsChanged();
     void serviceChanged();
     void afterFirstFrame();
     void standingChanged();
@@ -53,22 +56,25 @@ class DesktopSession {
     void showBeside(const CGPoint& icon);
     void toggle(const std::function<void()>& showIt);
     void closed();
-    /// Whether there is a way back to a hidden mixer.
+    /// Whether something could show a hidden mixer again.
     bool canBeCalled() const;
     void quit() { g_main_loop_quit(loop_.get()); }
     void letVolumesArrive() const;
 
     GdkDisplay* display_;
     const DesktopOptions& options_;
-    PanelWidget& widget_;
-    SoundService& sound_;
+    shell::PanelWidget& widget_;
+    shell::SoundService& sound_;
     SingleInstance& instance_;
     std::unique_ptr<GMainLoop, LoopEnd> loop_;
     shell::FileReport files_;
-    GdkEvents events_;
-    std::optional<GdkLayerShell> layers_;
+    windowing::EventDispatcher events_;
+    std::optional<windowing::LayerShell> layers_;
     DesktopWindow window_;
     std::optional<Tray> tray_;
     IconSpot icon_;
     bool saidWhereItIs_ = false;
+    NSString toldFailure_;  ///< Of the outputs.
 };
+
+}  // namespace desktop

@@ -1,25 +1,26 @@
 #include "shells/desktop/DesktopWindow.hpp"
 
-#include "backends/gdk/GdkDesktopSettings.hpp"
-#include "backends/gdk/GdkFrameSync.hpp"
-#include "backends/gdk/GdkKeys.hpp"
-#include "backends/gdk/GdkWindowIcon.hpp"
+#include "backends/gdk/DesktopSettings.hpp"
+#include "backends/gdk/InputTranslator.hpp"
+#include "backends/gdk/X11Windows.hpp"
 #include "platform/celestial/AVSystemController.hpp"
-#include "shells/common/ApplicationId.hpp"
-#include "shells/desktop/OrdinaryPlace.hpp"
+#include "shells/common/Installation.hpp"
+#include "shells/desktop/WindowPlace.hpp"
 
 #include <gdk/gdkkeysyms.h>
 
 #include <utility>
 
-DesktopWindow::DesktopWindow(GdkDisplay* display, GdkEvents& events, PanelWidget& widget,
-                             std::string accessibilityModule)
+namespace desktop {
+
+DesktopWindow::DesktopWindow(GdkDisplay* display, windowing::EventDispatcher& events,
+                             shell::PanelWidget& widget, std::string accessibilityModule)
     : display_(display),
       screen_(gdk_display_get_default_screen(display)),
       events_(events),
       widget_(widget),
       content_(std::make_shared<UIWindow>()),
-      panel_(std::make_shared<PanelView>()),
+      panel_(std::make_shared<shell::PanelView>()),
       accessibilityModule_(std::move(accessibilityModule)) {
     readDesktopSettings();
     content_->addSubview(panel_);
@@ -48,8 +49,7 @@ DesktopWindow::~DesktopWindow() {
 void DesktopWindow::makeWindow() {
     painted_ = false;
     window_.reset(place_->newWindow(wantedLayout().window));
-    skipFrameSyncIfUnmanaged(window_.get());
-    host_ = std::make_unique<GdkViewHost>(content_, window_.get());
+    host_ = std::make_unique<windowing::ViewHost>(content_, window_.get());
     events_.setHandler(window_.get(), [this](const GdkEvent& event) { handleEvent(event); });
     if (accessibility_) tellOfFrames();
 }
@@ -64,7 +64,7 @@ void DesktopWindow::show() {
     show(std::make_unique<OrdinaryPlace>(display_));
 }
 
-/// In a new window: one that was shown before would be mapped in its former size first.
+/// Uses a new window: one that was shown before would be mapped in its old size first.
 void DesktopWindow::show(std::unique_ptr<WindowPlace> place) {
     if (isShown()) return;
     dropWindow();
@@ -86,13 +86,15 @@ void DesktopWindow::close() {
     place_->hide(window_.get());
     panel_->setCloseHandler({});
     widget_.dismiss();
-    if (accessibility_) accessibility_->contentMayHaveChanged();  // No frame will come to tell it.
+    if (accessibility_) accessibility_->contentMayHaveChanged();  // No frame will follow.
     // A copy: the handler may destroy this window.
     if (const std::function<void()> handler = closeHandler_) handler();
 }
 
-void DesktopWindow::setNotice(const NSString& text) {
-    panel_->setNotice(text);
+/// Together, so that the window changes its size once.
+void DesktopWindow::setFooter(const NSString& notice, RoleOutputs* outputs) {
+    panel_->setNotice(notice);
+    panel_->setOutputs(outputs);
     layoutIfShown();
 }
 
@@ -107,9 +109,9 @@ void DesktopWindow::handleEvent(const GdkEvent& event) {
             if (handleKey(event.key)) return;
             break;
         case GDK_FOCUS_CHANGE:
-            muteKeyIsDown_ = false;  // It may be let go elsewhere.
-            activity_ =
-                event.focus_change.in != 0 ? WindowActivity::Active : WindowActivity::Inactive;
+            muteKeyIsDown_ = false;  // Its release may go to another window.
+            activity_ = event.focus_change.in != 0 ? windowing::WindowActivity::Active
+                                                   : windowing::WindowActivity::Inactive;
             if (accessibility_) accessibility_->activityChanged(activity_);
             break;
         case GDK_CONFIGURE:
@@ -124,7 +126,7 @@ void DesktopWindow::handleEvent(const GdkEvent& event) {
     if (event.type == GDK_EXPOSE) framePainted();
 }
 
-/// What can wait until the window is on the screen, waits.
+/// Does what can wait until the window is visible.
 void DesktopWindow::framePainted() {
     if (std::exchange(painted_, true)) return;
     const auto after = +[](gpointer window) -> gboolean {
@@ -148,7 +150,7 @@ void DesktopWindow::setIcon(std::vector<std::string> files) {
 }
 
 void DesktopWindow::showIcon() {
-    if (isShown() && place_->isAmongOthers()) setWindowIcon(window_.get(), iconFiles_);
+    if (isShown() && place_->isAmongOthers()) windowing::setWindowIcon(window_.get(), iconFiles_);
 }
 
 void DesktopWindow::watchForAccessibility() {
@@ -158,8 +160,9 @@ void DesktopWindow::watchForAccessibility() {
         gdk_window_get_origin(window_.get(), &x, &y);
         return {static_cast<CGFloat>(x), static_cast<CGFloat>(y)};
     };
-    accessibility_ = std::make_unique<AccessibilityLoader>(
-        accessibilityModule_, AccessibleWindow{content_, applicationName, origin});
+    accessibility_ = std::make_unique<windowing::AccessibilityLoader>(
+        accessibilityModule_,
+        windowing::AccessibleWindow{content_, shell::applicationName, origin});
     accessibility_->activityChanged(activity_);
     tellOfFrames();
 }
@@ -169,24 +172,25 @@ void DesktopWindow::tellOfFrames() {
 }
 
 void DesktopWindow::handleOtherEvent(const GdkEvent& event) {
-    if (event.type == GDK_SETTING && applyDesktopSettings(screen_, &event.setting)) screenChanged();
+    if (event.type == GDK_SETTING && windowing::applyDesktopSettings(screen_, &event.setting))
+        screenChanged();
 }
 
 void DesktopWindow::screenChanged() {
-    readDesktopSettings();  // How text is smoothed depends on what shows through.
+    readDesktopSettings();  // Text smoothing depends on whether the window is translucent.
     if (isShown()) place_->screenChanged();
     content_->setNeedsDisplay();
     layoutIfShown();
 }
 
 void DesktopWindow::readDesktopSettings() {
-    applyDesktopSettings(screen_);
-    textScale_ = static_cast<CGFloat>(desktopTextScale(screen_));
+    windowing::applyDesktopSettings(screen_);
+    textScale_ = static_cast<CGFloat>(windowing::desktopTextScale(screen_));
 }
 
 bool DesktopWindow::handleKey(const GdkEventKey& event) {
     if (accessibility_ && accessibility_->takesKey(event)) return true;
-    if (gdk_keyval_to_lower(event.keyval) == GDK_KEY_m && isTypedAlone(event)) {
+    if (gdk_keyval_to_lower(event.keyval) == GDK_KEY_m && windowing::isTypedAlone(event)) {
         handleMuteKey(event);
         return true;
     }
@@ -195,7 +199,7 @@ bool DesktopWindow::handleKey(const GdkEventKey& event) {
     return true;
 }
 
-/// Held down, which comes as many presses, it mutes once.
+/// A held key repeats its press event; only the first one mutes.
 void DesktopWindow::handleMuteKey(const GdkEventKey& event) {
     const bool isDown = event.type == GDK_KEY_PRESS;
     if (std::exchange(muteKeyIsDown_, isDown) || !isDown) return;
@@ -208,18 +212,21 @@ void DesktopWindow::handleMuteKey(const GdkEventKey& event) {
 void DesktopWindow::showFocus() {
     const std::shared_ptr<UIView> focused = content_->focusedView();
     if (!focused || !content_->isFocusVisible()) return;
-    // The row around the slider, so that its caption is seen too.
+    shell::ScrollingView& scroller = panel_->scroller();
+    if (!focused->isDescendantOfView(scroller)) return;
+    // The whole row, so that its caption is visible too.
     const std::shared_ptr<UIView> row = focused->superview();
     const UIView& shown = row ? *row : *focused;
-    ScrollingView& scroller = panel_->scroller();
     scroller.scrollToShow(shown.convertRectToView(shown.bounds(), &scroller));
 }
 
 void DesktopWindow::beginMove() {
-    const GdkPress& press = host_->lastPress();
+    const windowing::Press& press = host_->lastPress();
     if (press.device == nullptr || !place_->isAmongOthers()) return;
     // The window manager has the pointer from here on: no release will come.
     content_->cancelTouches();
     gdk_window_begin_move_drag_for_device(window_.get(), press.device, press.button, press.rootX,
                                           press.rootY, press.time);
 }
+
+}  // namespace desktop

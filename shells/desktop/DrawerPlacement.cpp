@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <cmath>
 
+namespace desktop {
 namespace {
 
-/// How far an icon reaches from the point that its tray tells of, which is somewhere in it. Points.
+/// The distance in points that an icon reaches from the reported point, which is anywhere inside
+/// it.
 constexpr CGFloat iconReach = 20;
 
 CGFloat distance(const CGPoint& point, const CGRect& rect) {
@@ -18,7 +20,7 @@ CGFloat distance(const CGPoint& point, const CGRect& rect) {
 
 enum class Side { Below, Above, RightOf, LeftOf };
 
-/// Away from the panel that keeps the icon's place for itself.
+/// Away from the panel that reserves the icon's space.
 std::optional<Side> sideOfReserved(const CGPoint& icon, const CGRect& work) {
     if (icon.y < work.origin.y) return Side::Below;
     if (icon.y >= CGRectGetMaxY(work)) return Side::Above;
@@ -27,7 +29,8 @@ std::optional<Side> sideOfReserved(const CGPoint& icon, const CGRect& work) {
     return std::nullopt;
 }
 
-/// Away from the nearest edge; in a corner from the horizontal one, since most panels lie along it.
+/// Away from the nearest edge; in a corner, from the horizontal one, since most panels are
+/// horizontal.
 Side sideOfNearestEdge(const CGPoint& icon, const CGRect& monitor) {
     constexpr CGFloat thickestPanel = 64;  // points
     const CGFloat top = icon.y - monitor.origin.y;
@@ -55,8 +58,8 @@ CGPoint beside(const CGPoint& icon, const CGSize& drawer, Side side, CGFloat awa
     return {icon.x - away - drawer.width, icon.y - drawer.height / 2};
 }
 
-/// As wanted, and in a corner where that is not far off: most icons lie near the end of their
-/// panel, and a drawer that is nearly in the corner looks as if it had missed it.
+/// The wanted position, moved into a corner that is near: most icons are close to the end of their
+/// panel, and a drawer that just misses the corner looks misplaced.
 CGFloat towardsCorner(CGFloat wanted, CGFloat length, CGFloat begin, CGFloat room) {
     const CGFloat latest = begin + room - length;
     const CGFloat near = length / 2;  // The icon still is beside the drawer then.
@@ -136,3 +139,5 @@ void IconSpot::pressed(const CGPoint& point) {
     const bool isNear = place_ && std::hypot(point.x - place_->x, point.y - place_->y) <= widest;
     if (!isNear) place_ = point;
 }
+
+}  // namespace desktop

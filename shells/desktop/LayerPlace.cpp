@@ -3,31 +3,32 @@
 #include <algorithm>
 #include <utility>
 
+namespace desktop {
 namespace {
 
-LayerEdges edgesOf(ScreenEdge edge) {
+windowing::LayerEdges edgesOf(ScreenEdge edge) {
     switch (edge) {
         case ScreenEdge::Top:
-            return LayerEdges::Top;
+            return windowing::LayerEdges::Top;
         case ScreenEdge::Bottom:
-            return LayerEdges::Bottom;
+            return windowing::LayerEdges::Bottom;
         case ScreenEdge::Left:
-            return LayerEdges::Left;
+            return windowing::LayerEdges::Left;
         case ScreenEdge::Right:
-            return LayerEdges::Right;
+            return windowing::LayerEdges::Right;
         case ScreenEdge::TopLeft:
-            return LayerEdges::Top | LayerEdges::Left;
+            return windowing::LayerEdges::Top | windowing::LayerEdges::Left;
         case ScreenEdge::TopRight:
-            return LayerEdges::Top | LayerEdges::Right;
+            return windowing::LayerEdges::Top | windowing::LayerEdges::Right;
         case ScreenEdge::BottomLeft:
-            return LayerEdges::Bottom | LayerEdges::Left;
+            return windowing::LayerEdges::Bottom | windowing::LayerEdges::Left;
         case ScreenEdge::BottomRight:
             break;
     }
-    return LayerEdges::Bottom | LayerEdges::Right;
+    return windowing::LayerEdges::Bottom | windowing::LayerEdges::Right;
 }
 
-/// On Wayland nobody says on which monitor a window will come, nor what panels leave of it.
+/// Wayland reports neither the monitor that a window will be on nor the space that panels leave.
 CGSize smallestMonitor(GdkDisplay* display) {
     GdkRectangle least = {0, 0, 1024, 768};  // A display may have lost its last monitor.
     for (int i = 0; i < gdk_display_get_n_monitors(display); ++i) {
@@ -41,14 +42,14 @@ CGSize smallestMonitor(GdkDisplay* display) {
 
 }  // namespace
 
-LayerPlace::LayerPlace(GdkDisplay* display, GdkEvents& events, GdkLayerShell& shell,
-                       const DrawerAnchor& anchor)
+LayerPlace::LayerPlace(GdkDisplay* display, windowing::EventDispatcher& events,
+                       windowing::LayerShell& shell, const DrawerAnchor& anchor)
     : WindowPlace(display), events_(events), shell_(shell), anchor_(anchor) {}
 
-/// Of both edges that meet in a corner, too.
+/// In a corner, the margins of both edges.
 int LayerPlace::margin() const {
     const CGSize screen = smallestMonitor(display());
-    return static_cast<int>(gapWithin(static_cast<CGFloat>(anchor_.margin), screen));
+    return static_cast<int>(shell::gapWithin(static_cast<CGFloat>(anchor_.margin), screen));
 }
 
 LayerPlace::~LayerPlace() {
@@ -57,22 +58,23 @@ LayerPlace::~LayerPlace() {
 
 GdkWindow* LayerPlace::newWindow(const CGSize& size) {
     GdkWindow* window = newWindowOfKind(GDK_WINDOW_TOPLEVEL, GDK_WINDOW_TYPE_HINT_POPUP_MENU, size);
-    GdkLayerSurface::prepare(window);
+    windowing::LayerSurface::prepare(window);
     return window;
 }
 
-/// The panel keeps within the screen; its shadow need not.
-CGSize LayerPlace::availableSize(GdkWindow* /*window*/, const PanelLook& look) const {
+/// The panel stays on the screen; its shadow may leave it.
+CGSize LayerPlace::availableSize(GdkWindow* /*window*/, const shell::PanelLook& look) const {
     const CGSize screen = smallestMonitor(display());
-    const UIEdgeInsets shadow = panelMargins(look);
+    const UIEdgeInsets shadow = shell::panelMargins(look);
     const CGFloat gaps = 2 * static_cast<CGFloat>(margin());
     return {screen.width - gaps + shadow.left + shadow.right,
             screen.height - gaps + shadow.top + shadow.bottom};
 }
 
-void LayerPlace::arrange(GdkWindow* window, const PanelLayout& layout, const PanelLook& look) {
+void LayerPlace::arrange(GdkWindow* window, const shell::PanelLayout& layout,
+                         const shell::PanelLook& look) {
     size_ = layout.window;
-    shadow_ = panelMargins(look);
+    shadow_ = shell::panelMargins(look);
     const auto width = static_cast<int>(size_.width);
     const auto height = static_cast<int>(size_.height);
     if (surface_)
@@ -81,14 +83,14 @@ void LayerPlace::arrange(GdkWindow* window, const PanelLayout& layout, const Pan
         gdk_window_resize(window, width, height);
 }
 
-/// The shadow may reach beyond the edge: what keeps the margin is the panel.
-LayerSetting LayerPlace::setting() const {
+/// The margin is the panel's; the shadow may reach beyond the edge.
+windowing::LayerSetting LayerPlace::setting() const {
     const auto beyond = [margin = margin()](CGFloat shadow) {
         return margin - static_cast<int>(shadow);
     };
-    LayerSetting setting;
+    windowing::LayerSetting setting;
     setting.edges = edgesOf(anchor_.edge);
-    setting.keys = LayerKeys::All;
+    setting.keys = windowing::LayerKeys::All;
     setting.top = beyond(shadow_.top);
     setting.right = beyond(shadow_.right);
     setting.bottom = beyond(shadow_.bottom);
@@ -105,7 +107,7 @@ void LayerPlace::show(GdkWindow* window) {
             static_cast<LayerPlace*>(place)->watchOutside();
             return G_SOURCE_REMOVE;
         };
-        idle_ = g_idle_add(painted, this);  // After the first picture, which is not to wait.
+        idle_ = g_idle_add(painted, this);  // After the first picture, without delaying it.
     });
 }
 
@@ -119,3 +121,5 @@ void LayerPlace::hide(GdkWindow* /*window*/) {
     outside_.reset();
     surface_.reset();
 }
+
+}  // namespace desktop

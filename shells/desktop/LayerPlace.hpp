@@ -1,13 +1,15 @@
 #pragma once
 
-#include "backends/gdk/GdkEvents.hpp"
-#include "backends/gdk/GdkLayerSurface.hpp"
-#include "shells/desktop/OutsidePresses.hpp"
+#include "backends/gdk/EventDispatcher.hpp"
+#include "backends/gdk/LayerSurface.hpp"
+#include "shells/desktop/OutsidePress.hpp"
 #include "shells/desktop/WindowPlace.hpp"
 
 #include <optional>
 
-/// What of the screen a drawer hangs from: the middle of an edge, or a corner.
+namespace desktop {
+
+/// Where a drawer hangs: the middle of an edge of the screen, or a corner.
 enum class ScreenEdge { Top, Bottom, Left, Right, TopLeft, TopRight, BottomLeft, BottomRight };
 
 struct DrawerAnchor {
@@ -15,33 +17,36 @@ struct DrawerAnchor {
     int margin = 8;  ///< Between the edges and the drawer, points.
 };
 
-/// Hanging from an edge or a corner of the screen, above all windows. A press anywhere else
-/// dismisses it.
+/// A drawer at an edge or corner of the screen, above all windows. A press anywhere else dismisses
+/// it.
 class LayerPlace final : public WindowPlace {
  public:
     /// Display, events and shell outlive this.
-    LayerPlace(GdkDisplay* display, GdkEvents& events, GdkLayerShell& shell,
-               const DrawerAnchor& anchor);
+    LayerPlace(GdkDisplay* display, windowing::EventDispatcher& events,
+               windowing::LayerShell& shell, const DrawerAnchor& anchor);
     ~LayerPlace() override;
 
     GdkWindow* newWindow(const CGSize& size) override;
-    CGSize availableSize(GdkWindow* window, const PanelLook& look) const override;
-    void arrange(GdkWindow* window, const PanelLayout& layout, const PanelLook& look) override;
+    CGSize availableSize(GdkWindow* window, const shell::PanelLook& look) const override;
+    void arrange(GdkWindow* window, const shell::PanelLayout& layout,
+                 const shell::PanelLook& look) override;
     void show(GdkWindow* window) override;
     void hide(GdkWindow* window) override;
 
  private:
-    /// What there is room for, of the one that is wanted.
+    /// The wanted margin, reduced to what fits.
     int margin() const;
-    LayerSetting setting() const;
+    windowing::LayerSetting setting() const;
     void watchOutside();
 
-    GdkEvents& events_;
-    GdkLayerShell& shell_;
+    windowing::EventDispatcher& events_;
+    windowing::LayerShell& shell_;
     DrawerAnchor anchor_;
     CGSize size_;
     UIEdgeInsets shadow_;
-    std::optional<GdkLayerSurface> surface_;
+    std::optional<windowing::LayerSurface> surface_;
     std::optional<OutsidePresses> outside_;
     guint idle_ = 0;  ///< The source that waits until the drawer is painted.
 };
+
+}  // namespace desktop

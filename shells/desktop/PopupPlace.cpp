@@ -1,9 +1,10 @@
 #include "shells/desktop/PopupPlace.hpp"
 
-#include "backends/gdk/GdkWindowAt.hpp"
+#include "backends/gdk/X11Windows.hpp"
 
 #include <vector>
 
+namespace desktop {
 namespace {
 
 CGRect rectOf(const GdkRectangle& rect) {
@@ -24,14 +25,14 @@ std::vector<MonitorArea> monitorsOf(GdkDisplay* display) {
     return monitors;
 }
 
-/// Around that point, without the panel that may lie there.
+/// The area around that point, without a panel that may be there.
 MonitorArea monitorAround(GdkDisplay* display, const CGPoint& point) {
     const std::vector<MonitorArea> monitors = monitorsOf(display);
     // A display may have lost its last monitor.
     const MonitorArea* found = monitorAt(point, monitors);
     const MonitorArea monitor =
         found ? *found : MonitorArea{{{0, 0}, {1024, 768}}, {{0, 0}, {1024, 768}}};
-    const auto window = topmostWindowAt(display, point);
+    const auto window = windowing::topmostWindowAt(display, point);
     return window ? withoutPanel(monitor, *window) : monitor;
 }
 
@@ -52,7 +53,7 @@ PopupPlace::PopupPlace(GdkDisplay* display, const CGPoint& icon, CGFloat gap)
 
 void PopupPlace::screenChanged() {
     monitor_ = monitorAround(display(), icon_);
-    gap_ = gapWithin(wantedGap_, monitor_.work.size);
+    gap_ = shell::gapWithin(wantedGap_, monitor_.work.size);
 }
 
 bool PopupPlace::isOnPanel(GdkDisplay* display, const CGPoint& point) {
@@ -64,14 +65,15 @@ GdkWindow* PopupPlace::newWindow(const CGSize& size) {
     return newWindowOfKind(GDK_WINDOW_TEMP, GDK_WINDOW_TYPE_HINT_POPUP_MENU, size);
 }
 
-/// The panel keeps within the work area; its shadow need not.
-CGSize PopupPlace::availableSize(GdkWindow* /*window*/, const PanelLook& look) const {
-    const UIEdgeInsets shadow = panelMargins(look);
+/// The panel stays in the work area; its shadow may leave it.
+CGSize PopupPlace::availableSize(GdkWindow* /*window*/, const shell::PanelLook& look) const {
+    const UIEdgeInsets shadow = shell::panelMargins(look);
     const CGSize room = roomForDrawer(monitor_, gap_);
     return {room.width + shadow.left + shadow.right, room.height + shadow.top + shadow.bottom};
 }
 
-void PopupPlace::arrange(GdkWindow* window, const PanelLayout& layout, const PanelLook& /*look*/) {
+void PopupPlace::arrange(GdkWindow* window, const shell::PanelLayout& layout,
+                         const shell::PanelLook& /*look*/) {
     panel_ = layout.panel;
     const CGPoint origin = drawerOrigin(icon_, panel_.size, monitor_, gap_);
     gdk_window_move_resize(window, static_cast<int>(origin.x - panel_.origin.x),
@@ -96,3 +98,5 @@ bool PopupPlace::takesEvent(const GdkEvent& event) {
     if (step == OutsidePress::Step::End) dismiss();
     return step != OutsidePress::Step::None;
 }
+
+}  // namespace desktop

@@ -1,25 +1,28 @@
 #pragma once
 
-#include "backends/gdk/GdkPopupInput.hpp"
+#include "backends/gdk/PopupGrab.hpp"
 #include "shells/desktop/DrawerPlacement.hpp"
 #include "shells/desktop/OutsidePress.hpp"
 #include "shells/desktop/WindowPlace.hpp"
 
 #include <optional>
 
-/// Beside an icon on an X11 screen, out of the window manager's hands. A press anywhere else
-/// dismisses it.
+namespace desktop {
+
+/// A drawer beside an icon on X11, as a popup that the window manager does not control. A press
+/// anywhere else dismisses it.
 class PopupPlace final : public WindowPlace {
  public:
-    /// `icon` is on the screen, `gap` what is kept between the drawer and what is around it;
-    /// points.
+    /// `icon` is in screen coordinates; `gap` is the distance between the drawer and its
+    /// surroundings. Points.
     PopupPlace(GdkDisplay* display, const CGPoint& icon, CGFloat gap);
     /// Whether that point of the screen lies on a panel.
     static bool isOnPanel(GdkDisplay* display, const CGPoint& point);
 
     GdkWindow* newWindow(const CGSize& size) override;
-    CGSize availableSize(GdkWindow* window, const PanelLook& look) const override;
-    void arrange(GdkWindow* window, const PanelLayout& layout, const PanelLook& look) override;
+    CGSize availableSize(GdkWindow* window, const shell::PanelLook& look) const override;
+    void arrange(GdkWindow* window, const shell::PanelLayout& layout,
+                 const shell::PanelLook& look) override;
     void show(GdkWindow* window) override;
     void hide(GdkWindow* window) override;
     bool takesEvent(const GdkEvent& event) override;
@@ -29,8 +32,10 @@ class PopupPlace final : public WindowPlace {
     MonitorArea monitor_;
     CGPoint icon_;
     CGFloat wantedGap_;
-    CGFloat gap_ = 0;  ///< What there is room for.
+    CGFloat gap_ = 0;  ///< The wanted gap, reduced to what fits.
     CGRect panel_;     ///< In the window.
     OutsidePress outside_;
-    std::optional<GdkPopupInput> input_;
+    std::optional<windowing::PopupGrab> input_;
 };
+
+}  // namespace desktop

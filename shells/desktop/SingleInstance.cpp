@@ -1,12 +1,24 @@
 #include "shells/desktop/SingleInstance.hpp"
 
-#include "backends/bus/BusCall.hpp"
-#include "shells/common/ApplicationId.hpp"
+#include "backends/bus/Bus.hpp"
+#include "shells/common/Installation.hpp"
 
+#include <cstdlib>
+#include <functional>
 #include <string_view>
 #include <utility>
 
+namespace desktop {
 namespace {
+
+/// The address contains the bus's identifier only for programs that the bus has started.
+std::string withoutIdentifiers(std::string address) {
+    for (std::size_t begin = 0; (begin = address.find(",guid=", begin)) != std::string::npos;) {
+        const std::size_t end = address.find_first_of(",;", begin + 1);
+        address.erase(begin, end == std::string::npos ? end : end - begin);
+    }
+    return address;
+}
 
 constexpr const char* objectPath = "/org/tarnwick/mixer";
 constexpr const char* applicationInterface = "org.freedesktop.Application";
@@ -33,52 +45,62 @@ std::optional<InstanceRequest> requestOf(std::string_view method, GVariant* argu
     return std::nullopt;
 }
 
+/// The lock of the session with that bus: it tells a start without asking the bus that it is the
+/// first. nullopt without a runtime folder.
+std::optional<std::string> lockPath(const std::string& busAddress) {
+    const char* folder = std::getenv("XDG_RUNTIME_DIR");
+    if (folder == nullptr || *folder == '\0') return std::nullopt;
+    const std::size_t session = std::hash<std::string>()(withoutIdentifiers(busAddress));
+    return std::string(folder) + "/tarnwick-" + std::to_string(session) + ".lock";
+}
+
 }  // namespace
 
 SingleInstance::~SingleInstance() {
     cancellable_.reset();
     if (!bus_) return;
     g_signal_handler_disconnect(bus_.get(), closedHandler_);
-    // Who asked it to end waits for the answer.
+    // The caller that requested the end waits for the answer.
     if (standing_ == Standing::First) g_dbus_connection_flush_sync(bus_.get(), nullptr, nullptr);
 }
 
 void SingleInstance::begin() {
-    const std::optional<std::string> address = sessionBusAddress();
+    const std::optional<std::string> address = bus::sessionBusAddress();
     if (!address) return setStanding(Standing::Alone);
-    lockState_ = lock_.take(*address);
-    if (lockState_ != InstanceLock::State::Ours) connect();
+    if (const auto path = lockPath(*address)) lockState_ = lock_.take(*path);
+    if (lockState_ != FileLock::State::Ours) connect();
 }
 
 void SingleInstance::connect() {
     if (standing_ != Standing::Undecided || std::exchange(isConnecting_, true)) return;
-    openSessionBus(cancellable_.get(), [this](BusConnection bus) { connected(std::move(bus)); });
+    bus::openSessionBus(cancellable_.get(),
+                        [this](bus::BusConnection bus) { connected(std::move(bus)); });
 }
 
-void SingleInstance::connected(BusConnection bus) {
+void SingleInstance::connected(bus::BusConnection bus) {
     if (!bus) return setStanding(Standing::Alone);
     bus_ = std::move(bus);
     const auto closed = +[](GDBusConnection*, gboolean, GError*, gpointer instance) {
         static_cast<SingleInstance*>(instance)->setStanding(Standing::Alone);
     };
     closedHandler_ = g_signal_connect(bus_.get(), "closed", G_CALLBACK(closed), this);
-    // Who holds the lock may not have come to the bus yet: the name is left to it.
-    if (lockState_ == InstanceLock::State::Taken)
+    // The holder of the lock may not be on the bus yet: leave the name to it.
+    if (lockState_ == FileLock::State::Taken)
         setStanding(Standing::Later);
     else
         requestName();
 }
 
 void SingleInstance::requestName() {
-    // Before the name: who finds the name finds the object.
+    // Before the name, so that whoever finds the name finds the object.
     static const GDBusInterfaceVTable table = {answerCall, nullptr, nullptr, {}};
     object_.emplace(bus_.get(), objectPath, description, table, this);
     constexpr guint32 doNotQueue = 4;
-    callOnBus(
+    bus::callOnBus(
         bus_.get(),
         {"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "RequestName"},
-        g_variant_new("(su)", applicationId, doNotQueue), G_VARIANT_TYPE("(u)"), cancellable_.get(),
-        [this](GVariant* answer) { nameAnswered(answer); });
+        g_variant_new("(su)", shell::applicationId, doNotQueue), G_VARIANT_TYPE("(u)"),
+        cancellable_.get(), [this](GVariant* answer) { nameAnswered(answer); });
 }
 
 void SingleInstance::nameAnswered(GVariant* answer) {
@@ -120,17 +142,17 @@ bool SingleInstance::ask(InstanceRequest request) {
     if (standing_ != Standing::Later) return false;
     for (int attempt = 0; attempt < attempts; ++attempt) {
         GError* error = nullptr;
-        const BusValue answer(call(request, &error));
-        const BusError owned(error);
+        const bus::BusValue answer(call(request, &error));
+        const bus::BusError owned(error);
         if (answer) return true;
         if (!g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_NAME_HAS_NO_OWNER) &&
             !g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN)) {
-            standing_ = Standing::Alone;  // Not asked a second time: that took seconds.
+            standing_ = Standing::Alone;  // Do not ask again: the wait took seconds.
             return false;
         }
         g_usleep(pauseMicroseconds);
     }
-    // The lock's holder never came to the bus: this one is the first on it.
+    // The holder of the lock never came to the bus, so this one is the first there.
     standing_ = Standing::Undecided;
     requestName();
     return false;
@@ -157,8 +179,8 @@ GVariant* SingleInstance::call(InstanceRequest request, GError** error) const {
             arguments = g_variant_new("(sava{sv})", quitAction, nullptr, nullptr);
             break;
     }
-    return g_dbus_connection_call_sync(bus_.get(), applicationId, objectPath, interface, method,
-                                       arguments, nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START,
+    return g_dbus_connection_call_sync(bus_.get(), shell::applicationId, objectPath, interface,
+                                       method, arguments, nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START,
                                        patience, nullptr, error);
 }
 
@@ -186,7 +208,9 @@ void SingleInstance::answerCall(GDBusConnection* /*bus*/, const char* /*sender*/
             invocation, G_DBUS_ERROR, G_DBUS_ERROR_INVALID_ARGS, "there is no such action");
         return;
     }
-    // Answered first: who asks the program to end should hear of it.
+    // Answer first, so that a caller that ends the program gets its reply.
     g_dbus_method_invocation_return_value(invocation, nullptr);
     static_cast<SingleInstance*>(instance)->request(*asked);
 }
+
+}  // namespace desktop

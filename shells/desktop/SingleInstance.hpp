@@ -1,27 +1,35 @@
 #pragma once
 
 #include "backends/bus/Bus.hpp"
-#include "shells/desktop/InstanceLock.hpp"
+#include "platform/foundation/FileLock.hpp"
 
 #include <functional>
 #include <optional>
+#include <string>
 #include <vector>
 
-/// What one start of the program asks of the one that runs already.
+namespace desktop {
+
+/// What one start of the program requests from the running mixer.
 enum class InstanceRequest { Nothing, Show, Toggle, Quit };
 
-/// The program's name on the session bus, which one program of a session has: the others find it
-/// there. Everything goes on while the main loop runs, so that a slow bus holds nobody up. Main
-/// thread.
+/// Makes the program the only mixer of its session. It owns a name on the session bus, by which
+/// later starts find it. Everything happens while the main loop runs, so a slow bus delays nothing.
+///
+///     instance.begin();
+///     if (instance.waitForStanding() == SingleInstance::Standing::Later)
+///         instance.ask(InstanceRequest::Toggle);
+///
+/// Main thread.
 class SingleInstance {
  public:
     enum class Standing {
         Undecided,
-        Alone,  ///< There is no session bus, none that lets us be known on it, or no answer there.
+        Alone,  ///< No session bus, no name on it, or no answer from it.
         First,
         Later,  ///< Another one runs.
     };
-    /// A bus that takes longer is not waited for, seconds.
+    /// The longest wait for the bus, in seconds.
     static constexpr double patienceSeconds = 0.25;
 
     SingleInstance() : cancellable_(g_cancellable_new()) {}
@@ -29,33 +37,34 @@ class SingleInstance {
     SingleInstance(const SingleInstance&) = delete;
     SingleInstance& operator=(const SingleInstance&) = delete;
 
-    /// Returns at once. Without a session bus the standing is known then; and where no other start
-    /// holds the lock, nothing else is done before connect().
+    /// Returns at once. Without a session bus the standing is known immediately. If no other start
+    /// holds the lock, nothing else happens before connect().
     void begin();
-    /// Goes onto the bus, if begin() has not and there is one. Returns at once.
+    /// Connects to the bus, if there is one and begin() has not. Returns at once.
     void connect();
     Standing standing() const { return standing_; }
-    /// Whether another start holds the lock: most likely this one only asks it for something.
-    bool isLockTaken() const { return lockState_ == InstanceLock::State::Taken; }
-    /// Runs the main loop until the standing is known, for as long as that at most; not at all
-    /// where the lock is ours.
+    /// Whether another start holds the lock, so that this one most likely only calls it.
+    bool isLockTaken() const { return lockState_ == FileLock::State::Taken; }
+    /// Runs the main loop until the standing is known, for at most that many seconds; not at all if
+    /// the lock is ours.
     Standing waitForStanding(double seconds = patienceSeconds);
-    /// Called when the standing has changed: by a slow bus, or one that has ended.
+    /// Called when the standing changes: a slow bus answered, or the bus ended.
     void setStandingHandler(std::function<void()> handler) {
         standingHandler_ = std::move(handler);
     }
 
-    /// For a later one: asks the first, and waits for its answer. False when there is none, as
-    /// where the first has not come to the bus; then this goes on by itself.
+    /// For a later start: sends the first one a request and waits for the answer. False without an
+    /// answer, for example because the first is not on the bus; then this start continues alone.
     bool ask(InstanceRequest request);
-    /// For the first one: what the later ones ask, also before the handler was set.
+    /// For the first start: receives the requests of later ones, including those from before this
+    /// call.
     void setRequestHandler(std::function<void(InstanceRequest)> handler);
 
     /// nullptr unless this is the first one.
     GDBusConnection* bus() const { return standing_ == Standing::First ? bus_.get() : nullptr; }
 
  private:
-    void connected(BusConnection bus);
+    void connected(bus::BusConnection bus);
     void requestName();
     void nameAnswered(GVariant* answer);
     /// The answer is the caller's.
@@ -66,15 +75,17 @@ class SingleInstance {
                            const char* interface, const char* method, GVariant* arguments,
                            GDBusMethodInvocation* invocation, gpointer instance);
 
-    InstanceLock lock_;
-    InstanceLock::State lockState_ = InstanceLock::State::Unknown;
+    FileLock lock_;  ///< In the user's runtime folder, held by one mixer of a session at a time.
+    FileLock::State lockState_ = FileLock::State::Unknown;
     bool isConnecting_ = false;
     Standing standing_ = Standing::Undecided;
-    BusCancellable cancellable_;
-    BusConnection bus_;
+    bus::BusCancellable cancellable_;
+    bus::BusConnection bus_;
     gulong closedHandler_ = 0;
-    std::optional<BusObject> object_;
+    std::optional<bus::BusObject> object_;
     std::function<void()> standingHandler_;
     std::function<void(InstanceRequest)> requestHandler_;
     std::vector<InstanceRequest> waiting_;
 };
+
+}  // namespace desktop

@@ -6,8 +6,10 @@
 
 #include <functional>
 
-/// How the panel's window comes onto the screen: as one window among others, beside the tray's
-/// icon, or on a layer of its own. One for each showing. Main thread.
+namespace desktop {
+
+/// How the panel's window is shown: as an ordinary window, beside the tray's icon, or on a layer.
+/// One object for each showing. Main thread.
 class WindowPlace {
  public:
     explicit WindowPlace(GdkDisplay* display) : display_(display) {}
@@ -15,31 +17,32 @@ class WindowPlace {
     WindowPlace(const WindowPlace&) = delete;
     WindowPlace& operator=(const WindowPlace&) = delete;
 
-    /// A hidden window, in the size that it will be shown in: some displays map a window in the
-    /// size it began with. The caller owns it.
+    /// Creates a hidden window in the size that it will be shown in, since some displays map a
+    /// window in its initial size. The caller owns it.
     virtual GdkWindow* newWindow(const CGSize& size) = 0;
-    /// What the window may take at most with a panel that looks so, in points of the screen.
-    /// `window` is nullptr while there is none.
-    virtual CGSize availableSize(GdkWindow* window, const PanelLook& look) const = 0;
-    /// Gives the window the size, and the place, of that layout.
-    virtual void arrange(GdkWindow* window, const PanelLayout& layout, const PanelLook& look) = 0;
+    /// The maximum size of the window for a panel with that look, in screen points. `window` is
+    /// nullptr while there is none.
+    virtual CGSize availableSize(GdkWindow* window, const shell::PanelLook& look) const = 0;
+    /// Applies the layout's size and place to the window.
+    virtual void arrange(GdkWindow* window, const shell::PanelLayout& layout,
+                         const shell::PanelLook& look) = 0;
     virtual void show(GdkWindow* window) = 0;
     virtual void hide(GdkWindow* window) = 0;
-    /// Whether it is one window among others, which the user may move and must be able to close;
-    /// the others stay where they are and end by a press beside them.
+    /// Whether it is an ordinary window, which the user may move and must be able to close. The
+    /// others stay in place and close at a press beside them.
     virtual bool isAmongOthers() const { return false; }
-    /// Takes an event of the window that is about its place, and is for nobody else then.
+    /// Handles an event that concerns the window's place, and returns whether it did.
     virtual bool takesEvent(const GdkEvent& /*event*/) { return false; }
 
-    /// Monitors, or what panels leave of them, may be others than before.
+    /// Monitors or their work areas may have changed.
     virtual void screenChanged() {}
 
-    /// Called when the user has turned to something else. It may end this.
+    /// Called when the user has turned to another window. It may destroy this object.
     void setDismissHandler(std::function<void()> handler) { dismissHandler_ = std::move(handler); }
 
  protected:
     GdkDisplay* display() const { return display_; }
-    /// Nothing of this may be used afterwards.
+    /// This object may be destroyed by the call.
     void dismiss() const {
         if (const auto handler = dismissHandler_) handler();
     }
@@ -50,3 +53,18 @@ class WindowPlace {
     GdkDisplay* display_;
     std::function<void()> dismissHandler_;
 };
+
+/// An ordinary window: the window manager and the user decide its place.
+class OrdinaryPlace final : public WindowPlace {
+ public:
+    using WindowPlace::WindowPlace;
+    GdkWindow* newWindow(const CGSize& size) override;
+    CGSize availableSize(GdkWindow* window, const shell::PanelLook& look) const override;
+    void arrange(GdkWindow* window, const shell::PanelLayout& layout,
+                 const shell::PanelLook& look) override;
+    void show(GdkWindow* window) override { gdk_window_show(window); }
+    void hide(GdkWindow* window) override { gdk_window_hide(window); }
+    bool isAmongOthers() const override { return true; }
+};
+
+}  // namespace desktop

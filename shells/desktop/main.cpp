@@ -1,5 +1,6 @@
-#include "shells/common/Backends.hpp"
 #include "shells/common/Process.hpp"
+#include "shells/common/Translation.hpp"
+#include "shells/common/WidgetBundle.hpp"
 #include "shells/desktop/DesktopApplication.hpp"
 
 #if __has_include(<malloc.h>)
@@ -12,8 +13,8 @@ namespace {
 
 constexpr int exitBadArguments = 2;
 
-/// The libraries' threads are few and do little: with a heap for each, most of it would be room
-/// that nobody uses.
+/// The libraries' threads are few and allocate little: a heap for each would be mostly unused
+/// memory.
 void shareHeaps() {
 #ifdef M_ARENA_MAX
     mallopt(M_ARENA_MAX, 2);
@@ -24,18 +25,18 @@ void shareHeaps() {
 
 int main(int argc, char* argv[]) {
     shareHeaps();
-    shell::prepareProcess();
-    DesktopOptions options;
-    const std::vector<shell::Option> known = desktopOptions(options);
+    shell::prepareProcess("tarnwick");
+    shell::beginTranslations();
+    desktop::DesktopOptions options;
+    const std::vector<shell::Option> known = desktop::desktopOptions(options);
     const std::vector<const char*> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
     if (const auto error = shell::readOptions(known, arguments)) {
-        shell::complainOfMisuse("tarnwick", *error);
+        shell::complainOfMisuse(*error);
         return exitBadArguments;
     }
-    if (const auto status =
-            shell::answerQuestions(options.common, "tarnwick", "tarnwick [OPTION ...]", known))
+    if (const auto status = shell::answerQuestions(options.common, "tarnwick [OPTION ...]", known))
         return *status;
     shell::applyOptions(options.common);
     shell::installBackends();
-    return DesktopApplication(options).run();
+    return desktop::DesktopApplication(options).run();
 }

@@ -1,14 +1,19 @@
 #pragma once
 
-#include "shells/headless/Json.hpp"
+#include "shells/common/Json.hpp"
+#include "shells/common/Options.hpp"
 
 #include <optional>
 #include <string>
 
 namespace headless {
 
-/// Why something could not be done; nullopt when it was.
-using Failure = std::optional<std::string>;
+using shell::Json;
+using shell::jsonNumber;
+using shell::jsonText;
+using shell::jsonValue;
+using shell::lineFrom;
+using shell::Problem;
 
 /// The result line of one command.
 class Answer {
@@ -18,7 +23,7 @@ class Answer {
     static Answer failed(const std::string& reason) {
         return Answer(Json::object({{"ok", false}, {"error", reason}}));
     }
-    static Answer from(const Failure& failure) { return failure ? failed(*failure) : done(); }
+    static Answer from(const Problem& problem) { return problem ? failed(*problem) : done(); }
 
     Answer with(const char* key, Json value) && {
         fields_[key] = std::move(value);

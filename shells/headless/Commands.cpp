@@ -35,7 +35,7 @@ Answer answerTo(Session& session, Arguments words) {
         return misuseOf(*command);
     try {
         return command->run(session, arguments).value_or(misuseOf(*command));
-    } catch (const std::out_of_range& error) {  // The one error that the widget lets out.
+    } catch (const std::out_of_range& error) {  // The only exception that the widget throws.
         return Answer::failed(error.what());
     }
 }

@@ -15,10 +15,10 @@ using Arguments = std::span<const Word>;
 /// One word of the command language.
 struct Command {
     std::string_view name;
-    std::string_view parameters;  ///< As the reference shows them, for the answer to a misuse.
+    std::string_view parameters;  ///< As in the reference; part of the answer to a misuse.
     std::size_t fewestArguments;
     std::size_t mostArguments;
-    /// nullopt when the arguments are not of the kind that the command takes.
+    /// nullopt if the arguments do not fit the command.
     std::optional<Answer> (*run)(Session& session, Arguments arguments);
 };
 
@@ -27,13 +27,13 @@ std::span<const Command> deviceCommands();
 std::span<const Command> inputCommands();
 std::span<const Command> reportCommands();
 std::span<const Command> timeCommands();
-/// The one command that sees what came of the command before it.
+/// The only command that considers the events of the command before it.
 inline constexpr std::string_view waitCommand = "wait";
 
 /// nullptr when there is no command of that name.
 const Command* commandNamed(std::string_view name);
 
-/// Carries out one line's words. An answer in any case.
+/// Executes the words of one line. Always returns an answer.
 Answer answerTo(Session& session, Arguments words);
 
 }  // namespace headless

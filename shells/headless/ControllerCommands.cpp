@@ -1,6 +1,6 @@
 #include "platform/foundation/MachineModel.hpp"
+#include "shells/headless/Events.hpp"
 #include "shells/headless/Session.hpp"
-#include "shells/headless/TouchReport.hpp"
 
 #include <algorithm>
 #include <limits>
@@ -30,7 +30,7 @@ std::optional<PropertyValue> propertyPointFrom(const std::string& text) {
     return propertyPointFrom({text.substr(0, comma)}, {text.substr(comma + 1)});
 }
 
-/// A bare number, point, yes, no or nil is what it says; everything else is a text.
+/// An unquoted number, point, yes, no or nil has its own type; everything else is a text.
 PropertyValue argumentFrom(const Word& word) {
     if (word.quoted) return PropertyValue(word.text);
     if (word.text == "nil") return {};

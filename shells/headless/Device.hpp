@@ -1,57 +1,44 @@
 #pragma once
 
-#include "platform/celestial/AVSystemController.hpp"
+#include "platform/celestial/SimulatedAudioDevice.hpp"
 #include "shells/headless/Answer.hpp"
 #include "shells/headless/Waiter.hpp"
 #include "shells/headless/Words.hpp"
 
-#include <functional>
 #include <memory>
 #include <string>
 
-class SoundServer;
-
 namespace headless {
 
-/// The device behind the volume service, as the commands handle it. A device that cannot do one of
-/// these says so by a failure.
+/// The device behind the volume service, for the commands: the platform's simulated one, or a sound
+/// server in real time. A server cannot do everything that the simulated device can, and answers
+/// that with a failure.
 class Device {
  public:
-    virtual ~Device() = default;
+    static Device simulated();
+    static Device on(std::shared_ptr<SoundServer> server);
 
-    virtual std::shared_ptr<AVSystemController> service() = 0;
-    using SetVolumeObserver = std::function<void(const NSString& category, float volume)>;
-    /// Called for every volume that the widget sends, with the volume as it was given.
-    virtual void observeSetVolume(SetVolumeObserver observer) = 0;
+    SoundServer& server() { return *server_; }
+    const std::shared_ptr<SoundServer>& shared() const { return server_; }
+    /// The way to wait while the device runs. Valid as long as the device.
+    Waiter& waiter() { return *waiter_; }
 
-    enum class ServerEvent {
-        BeganToAnswer,
-        CeasedToAnswer,
-        AvailabilityChanged,  ///< Rows have to be read again and no notification says so.
-    };
-    using ServerObserver = std::function<void(ServerEvent)>;
-    /// Told of a server behind the device, from the main loop.
-    virtual void observeServer(ServerObserver observer) = 0;
-    /// How to wait while the device goes on. As long as the device.
-    virtual Waiter& waiter() = 0;
-    /// Whether its volumes are known.
-    virtual bool isReady() const = 0;
-    /// Whether what was set has not reached it yet.
-    virtual bool isWriting() const = 0;
+    /// A command named the category: it is created, or followed from now on.
+    void nameCategory(const std::string& category);
+    /// A change from outside the widget: the state and the notification. A sound server is changed
+    /// through its own service, as another program's change would need another connection.
+    Problem changeVolume(const std::string& category, float volume);
+    /// Changes the state without a notification.
+    Problem setReadable(const std::string& category, YesNo readable);
+    Problem setRoute(const std::string& category, const NSString& route);
 
-    /// A command spoke of the category: from now on there is one.
-    virtual void nameCategory(const std::string& category) = 0;
-    /// A change by someone else: the state and the notification.
-    virtual Failure changeVolume(const std::string& category, float volume) = 0;
-    /// The state without a notification.
-    virtual Failure setReadable(const std::string& category, YesNo readable) = 0;
-    virtual Failure setRoute(const std::string& category, const NSString& route) = 0;
+ private:
+    Device(std::shared_ptr<SoundServer> server, std::shared_ptr<SimulatedAudioDevice> simulated,
+           std::unique_ptr<Waiter> waiter);
+
+    std::shared_ptr<SoundServer> server_;
+    std::shared_ptr<SimulatedAudioDevice> simulated_;  // The same, or nullptr.
+    std::unique_ptr<Waiter> waiter_;
 };
-
-/// The platform's simulated device.
-std::unique_ptr<Device> makeSimulatedDevice();
-/// A sound server's volumes, in real time. "volume" goes through the server's own service, as
-/// another program's change would be another connection's.
-std::unique_ptr<Device> makeServerDevice(std::unique_ptr<SoundServer> server);
 
 }  // namespace headless

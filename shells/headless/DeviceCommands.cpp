@@ -59,7 +59,7 @@ std::optional<Answer> service(Session& session, Arguments arguments) {
     const auto isThere = yesNoFrom(arguments[0]);
     if (!isThere) return std::nullopt;
     AVSystemController::setSharedAVSystemController(
-        *isThere == YesNo::Yes ? session.device().service() : nullptr);
+        *isThere == YesNo::Yes ? session.device().shared() : nullptr);
     return Answer::done();
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/foundation/NSString.hpp"
-#include "shells/common/CommonOptions.hpp"
+#include "shells/common/Options.hpp"
 #include "shells/headless/Answer.hpp"
 #include "shells/headless/Timeline.hpp"
 
@@ -12,7 +12,7 @@ namespace headless {
 
 enum class ServerKind { Simulated, Pulse };
 
-/// What the user of the headless program chose.
+/// The choices on the headless program's command line.
 struct HeadlessOptions {
     shell::CommonOptions common;
     std::optional<double> parentWidth;  ///< Points; nullopt: no parent view controller.
@@ -20,14 +20,14 @@ struct HeadlessOptions {
     ServerKind server = ServerKind::Simulated;
     NSString serverAddress;  ///< As libpulse takes it; nil: where it finds one.
 
-    /// A server goes by the system's clock, a simulated device by the manual one unless told.
+    /// A server uses the system's clock, a simulated device the manual one unless told otherwise.
     ClockKind clock() const;
 };
 
 /// The program's options; they write into `target`, which must outlive them.
 std::vector<shell::Option> headlessOptions(HeadlessOptions& target);
 
-/// What does not fit together among the options.
-Failure contradictionIn(const HeadlessOptions& options);
+/// The error of options that exclude each other.
+Problem contradictionIn(const HeadlessOptions& options);
 
 }  // namespace headless

@@ -33,7 +33,7 @@ std::optional<T> named(const std::array<Named<T>, count>& table, const Word& wor
     return std::nullopt;
 }
 
-/// As far out as coordinates go, where the number lies farther.
+/// Limits a number to the range of coordinates.
 CGFloat coordinateFrom(double number) {
     constexpr double farthest = std::numeric_limits<CGFloat>::max();
     return static_cast<CGFloat>(std::clamp(number, -farthest, farthest));

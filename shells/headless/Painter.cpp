@@ -2,19 +2,21 @@
 
 namespace headless {
 
-Painted Painter::paint(UIWindow& window, const std::string& file, double scale) {
+Result<std::vector<CGRect>> Painter::paint(UIWindow& window, const std::string& file,
+                                           double scale) {
     window.layoutIfNeeded();
     const CGSize size = window.frame().size;
-    if (CGRectIsEmpty(window.bounds())) return {{}, "there is no view to paint"};
+    if (CGRectIsEmpty(window.bounds())) return Failure{"there is no view to paint"};
     std::vector<CGRect> damage = window.takeDamage();
     if (!fits(window, scale)) {
-        picture_ = CairoWindowPicture::create(size, static_cast<CGFloat>(scale));
+        picture_ = painting::CairoWindowPicture::create(size, static_cast<CGFloat>(scale));
         damage = {window.bounds()};
     }
-    if (!picture_) return {{}, "the picture would be too large"};
+    if (!picture_) return Failure{"the picture would be too large"};
     picture_->paint(window, damage);
-    const Failure failure = files_ == PaintFiles::Written ? picture_->writePNG(file) : std::nullopt;
-    return {std::move(damage), failure};
+    if (files_ == PaintFiles::Written)
+        if (const auto problem = picture_->writePNG(file)) return Failure{*problem};
+    return damage;
 }
 
 bool Painter::fits(const UIWindow& window, double scale) const {

@@ -7,70 +7,70 @@ constexpr double finishingSeconds = 1;
 
 }  // namespace
 
-Session::Session(const SessionOptions& options, std::unique_ptr<Device> device,
-                 EventSink::Writer writer)
+Session::Session(const SessionOptions& options, Device device, EventSink::Writer writer)
     : events_(std::move(writer)),
       device_(std::move(device)),
-      timeline_(options.clock, device_->waiter()),
+      isReady_(device_.server().state() == SoundServer::State::Ready),
+      timeline_(options.clock, device_.waiter()),
       painter_(options.paintFiles),
       stage_(events_, options.bundlePath) {
     events_.setObserver([this](const Json& object) {
         if (object.contains("event")) recent_.add(object);
     });
-    watchServer();
-    AVSystemController::setSharedAVSystemController(device_->service());
-    device_->observeSetVolume([this](const NSString& category, float volume) {
-        events_.write({{"event", "set-volume"},
-                       {"category", jsonText(category)},
-                       {"volume", jsonNumber(volume)}});
-    });
+    watchDevice();
+    AVSystemController::setSharedAVSystemController(device_.shared());
     stage_.setParentWidth(options.parentWidth);
 }
 
 Session::~Session() {
     events_.mute();
-    device_->observeServer({});
-    device_->observeSetVolume({});
+    device_.server().setStateHandler({});
+    device_.server().setAvailabilityHandler({});
+    device_.server().setVolumeObserver({});
     AVSystemController::setSharedAVSystemController(nullptr);
 }
 
 void Session::execute(std::string_view line) {
-    const Words read = splitWords(line);
-    if (!read.error.empty()) {
-        refuse(read.error);
-        return;
-    }
-    if (read.words.empty() || read.words.front().text != waitCommand) recent_.forget();
-    Answer answer = answerTo(*this, read.words);
+    const auto words = splitWords(line);
+    if (!words) return refuse(words.error());
+    if (words->empty() || words->front().text != waitCommand) recent_.forget();
+    Answer answer = answerTo(*this, *words);
     stage_.updateWindow();
-    const Failure failure = timeline_.settle();
+    const Problem problem = timeline_.settle();
     stage_.updateWindow();
-    if (failure && answer.isOk()) answer = Answer::failed(*failure);
+    if (problem && answer.isOk()) answer = Answer::failed(*problem);
     events_.write(answer.fields());
 }
 
 void Session::runDueCalls() {
     timeline_.showFrame();
-    const Failure failure = timeline_.settle();
+    const Problem problem = timeline_.settle();
     stage_.updateWindow();
-    if (failure) events_.write({{"event", "error"}, {"error", *failure}});
+    if (problem) events_.write({{"event", "error"}, {"error", *problem}});
 }
 
 void Session::finish() {
-    if (!device_->isWriting()) return;
-    timeline_.advance(finishingSeconds, [this] { return !device_->isWriting(); });
+    if (!device_.server().isWriting()) return;
+    timeline_.advance(finishingSeconds, [this] { return !device_.server().isWriting(); });
 }
 
-void Session::watchServer() {
-    device_->observeServer([this](Device::ServerEvent event) {
-        if (event == Device::ServerEvent::AvailabilityChanged) {
-            events_.write({{"event", "availability"}});
-            stage_.readAgain();
-            return;
-        }
-        const bool answers = event == Device::ServerEvent::BeganToAnswer;
-        events_.write({{"event", "server"}, {"answers", answers}});
+void Session::watchDevice() {
+    SoundServer& server = device_.server();
+    server.setVolumeObserver([this](const NSString& category, float volume) {
+        events_.write({{"event", "set-volume"},
+                       {"category", jsonText(category)},
+                       {"volume", jsonNumber(volume)}});
     });
+    server.setStateHandler([this](SoundServer::State state) { serverIs(state); });
+    server.setAvailabilityHandler([this] {
+        events_.write({{"event", "availability"}});
+        stage_.readAgain();
+    });
+}
+
+void Session::serverIs(SoundServer::State state) {
+    isReady_ = state == SoundServer::State::Ready;
+    events_.write({{"event", "server"}, {"answers", isReady_}});
 }
 
 void Session::refuse(const std::string& reason) {

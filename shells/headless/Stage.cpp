@@ -11,21 +11,21 @@ Stage::~Stage() {
     release();
 }
 
-Failure Stage::create(const std::optional<std::string>& className) {
+Problem Stage::create(const std::optional<std::string>& className) {
     if (controller_) return "there is a controller: release it first";
-    const auto [bundle, loadError] = shell::loadBundle(bundlePath_);
-    if (!bundle) return loadError;
-    auto [object, error] =
-        className ? shell::createObject(*className) : shell::createPrincipalObject(*bundle);
-    if (!object) return error;
-    controller_ = std::move(object);
+    const auto bundle = shell::loadBundle(bundlePath_);
+    if (!bundle) return bundle.error();
+    const auto object =
+        className ? shell::createObject(*className) : shell::createPrincipalObject(**bundle);
+    if (!object) return object.error();
+    controller_ = *object;
     if (const auto widget = std::dynamic_pointer_cast<_SBUIWidgetViewController>(controller_))
         widget->setWidgetHost(host_);
     adopt();
     return std::nullopt;
 }
 
-Failure Stage::release() {
+Problem Stage::release() {
     if (!controller_) return "there is no controller";
     if (const auto controller = viewController()) controller->removeFromParentViewController();
     if (shown_) shown_->removeFromSuperview();
@@ -38,7 +38,7 @@ Failure Stage::release() {
 
 void Stage::readRows() {
     constexpr const char* selector = "updateValues";
-    const auto controller = controller_;  // It may be released on the way.
+    const auto controller = controller_;  // The call may release it.
     if (controller && controller->respondsToSelector(selector))
         controller->performSelector(selector, {});
 }

@@ -12,24 +12,24 @@
 
 namespace headless {
 
-/// The widget's surroundings: the bundle, the controller made from it, the window with its view,
-/// the host that it talks to and the parent view controller. One controller at a time.
+/// The widget's environment: the bundle, its controller, the window with the view, the host and the
+/// parent view controller. One controller at a time.
 class Stage {
  public:
     Stage(EventSink& events, std::string bundlePath);
     ~Stage();
 
-    /// Makes the bundle's principal class, or the registered class of that name.
-    Failure create(const std::optional<std::string>& className);
-    /// Drops the only reference that is held here.
-    Failure release();
+    /// Creates an object of the bundle's principal class, or of the registered class of that name.
+    Problem create(const std::optional<std::string>& className);
+    /// Drops the only reference to the controller.
+    Problem release();
     /// nullptr when there is none.
     const std::shared_ptr<NSObject>& controller() const { return controller_; }
 
-    /// Sends the controller "updateValues", if there is one that responds to it: at once, or when
-    /// no slider is held any more.
+    /// Sends the controller "updateValues" if it responds to that: at once, or when no slider is
+    /// held.
     void readAgain() { rows_.readAgain(); }
-    /// The controller was sent something, of which its rows may be others.
+    /// A message was sent to the controller, and its rows may have changed.
     void followRows() { rows_.follow(viewToShow()); }
 
     /// Points; nullopt: no parent view controller.
@@ -37,13 +37,12 @@ class Stage {
     WidgetHost& host() { return *host_; }
     UIWindow& window() { return *window_; }
 
-    /// What a legacy host does with the view that its controller hands it. Nothing for another
-    /// kind of controller.
+    /// Puts a legacy controller's view into the window. Has no effect for other controllers.
     void takeLegacyView();
 
-    /// Brings the window in line with the controller's view, without making the controller load
-    /// it: the view at the window's origin, the window as large as the view. A legacy controller's
-    /// view stays until the controller takes it out.
+    /// Updates the window for the controller's view without making the controller load it: the view
+    /// at the window's origin, the window as large as the view. A legacy controller's view stays
+    /// until the controller removes it.
     void updateWindow();
 
  private:

@@ -25,8 +25,8 @@ Timeline::~Timeline() {
     if (kind_ == ClockKind::Manual) loop().setClock({});
 }
 
-Failure Timeline::settle() {
-    Failure first;
+Problem Timeline::settle() {
+    Problem first;
     for (;;) {
         try {
             if (!loop().runDue()) return first;
@@ -36,14 +36,14 @@ Failure Timeline::settle() {
     }
 }
 
-Failure Timeline::advance(double seconds, const std::function<bool()>& isEnough) {
+Problem Timeline::advance(double seconds, const std::function<bool()>& isEnough) {
     const double target = now() + seconds;
-    Failure first = settle();
+    Problem first = settle();
     showFrame();
     while (!(isEnough && isEnough()) && now() < target) {
         moveTo(nextStop(target));
-        const Failure failure = settle();
-        if (!first) first = failure;
+        const Problem problem = settle();
+        if (!first) first = problem;
         showFrame();
     }
     return first;

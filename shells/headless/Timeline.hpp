@@ -13,31 +13,34 @@ enum class ClockKind {
     Real,    ///< The system's.
 };
 
-/// Drives the main loop and the animations by the clock of the session's choice. Seconds.
+/// Drives the main loop and the animations with the session's clock. Seconds.
+///
+///     Timeline timeline(ClockKind::Manual, waiter);
+///     timeline.advance(0.25);
 class Timeline {
  public:
-    /// The waiter is how the real clock's time passes; it outlives this.
+    /// `waiter` lets time pass with the real clock; it outlives this object.
     Timeline(ClockKind kind, Waiter& waiter);
     ~Timeline();
     Timeline(const Timeline&) = delete;
     Timeline& operator=(const Timeline&) = delete;
 
-    /// Calls what is due now and what becomes due by it, all of it even when a call fails; answers
-    /// the first failure.
-    Failure settle();
-    /// Moves the clock on, or waits with the real one, and runs what comes due on the way, the
-    /// animations in steps of a frame. Ends before its time as soon as it is enough.
-    Failure advance(double seconds, const std::function<bool()>& isEnough = {});
-    /// With the real clock: how long nothing will be due; nullopt when nothing is to come, and
+    /// Calls what is due now and what becomes due because of it, all of it even if a call fails;
+    /// returns the first failure.
+    Problem settle();
+    /// Advances the clock, or waits with the real one, and runs what becomes due on the way,
+    /// animations frame by frame. Ends early when `isEnough` returns true.
+    Problem advance(double seconds, const std::function<bool()>& isEnough = {});
+    /// With the real clock: the time until something is due; nullopt if nothing is scheduled, and
     /// with the manual clock.
     std::optional<double> timeUntilDue() const;
-    /// One frame of the animations, if there are any.
+    /// Advances the animations by one frame, if any run.
     void showFrame();
 
  private:
     double now() const;
     double nextStop(double target) const;
-    /// The real clock's may end before that time, when something has happened.
+    /// With the real clock it may end early, when something has happened.
     void moveTo(double time);
 
     ClockKind kind_;

@@ -6,21 +6,21 @@
 namespace headless {
 
 inline constexpr double millisecondsPerSecond = 1000;
-/// Seconds; what waits counts in milliseconds, and an int must hold them.
+/// The longest wait in seconds: polling counts milliseconds in an int.
 inline constexpr double longestWait = 3600;
 
-/// How the host waits: for its input, for time to pass, and for what its device lives on.
+/// How the host waits for its input, for time to pass, and for its device.
 class Waiter {
  public:
     enum class Woken {
-        Input,  ///< There is something to read.
-        Other,  ///< The time is over, or something else has happened.
+        Input,  ///< Input is available.
+        Other,  ///< The time is over, or something else happened.
         Failed,
     };
 
     virtual ~Waiter() = default;
-    /// Waits until `input` can be read (-1: there is none), that many seconds are over (nullopt:
-    /// no end) or the device had something to do.
+    /// Waits until `input` is readable (-1: no input), that many seconds have passed (nullopt: no
+    /// limit) or the device had work to do.
     virtual Woken wait(int input, std::optional<double> seconds) = 0;
 };
 
@@ -28,9 +28,9 @@ class Waiter {
 /// no end.
 int timeoutFor(const std::optional<double>& seconds);
 
-/// For a device that does nothing by itself.
+/// For a device without activity of its own.
 std::unique_ptr<Waiter> makePollingWaiter();
-/// For a device that lives on GLib's default main context, which runs meanwhile.
+/// For a device on GLib's default main context, which runs during the wait.
 std::unique_ptr<Waiter> makeGLibWaiter();
 
 }  // namespace headless

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/uikit/SBUIWidgetViewController.hpp"
-#include "shells/headless/EventSink.hpp"
+#include "shells/headless/Events.hpp"
 #include "shells/headless/Words.hpp"
 
 #include <memory>
@@ -25,7 +25,7 @@ class WidgetHostDelegate : public SBUIWidgetHostDelegate {
     YesNo responds_ = YesNo::Yes;
 };
 
-/// The host that the controller talks to. Responds to both optional messages until told otherwise.
+/// The host that the controller talks to. Responds to both optional messages by default.
 class WidgetHost : public SBUIWidgetHost {
  public:
     static constexpr std::string_view invalidateSelector = "invalidatePreferredViewSize";
@@ -37,7 +37,7 @@ class WidgetHost : public SBUIWidgetHost {
     std::shared_ptr<SBUIWidgetHostDelegate> delegate() override { return delegate_; }
     void invalidatePreferredViewSize() override;
 
-    /// False when neither the host nor its delegate knows that selector.
+    /// False if neither the host nor its delegate knows the selector.
     bool setResponds(std::string_view selector, YesNo responds);
 
  private:

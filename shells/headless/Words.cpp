@@ -15,8 +15,7 @@ bool isBlank(char c) {
     return blanks.find(c) != std::string_view::npos;
 }
 
-/// Takes a quoted word, its opening mark first, from the front of `rest`; false when no mark
-/// closes it.
+/// Removes a quoted word from the front of `rest`; false if the closing mark is missing.
 bool takeQuoted(std::string_view& rest, std::string& text) {
     rest.remove_prefix(1);
     while (!rest.empty()) {
@@ -33,24 +32,24 @@ bool takeQuoted(std::string_view& rest, std::string& text) {
 
 }  // namespace
 
-Words splitWords(std::string_view line) {
-    if (line.find('\0') != std::string_view::npos) return {{}, "a line cannot hold a null byte"};
+Result<std::vector<Word>> splitWords(std::string_view line) {
+    if (line.find('\0') != std::string_view::npos) return Failure{"a line cannot hold a null byte"};
     std::vector<Word> words;
     std::string_view rest = line;
     for (;;) {
         rest.remove_prefix(std::min(rest.find_first_not_of(blanks), rest.size()));
-        if (rest.empty()) return {std::move(words), ""};
+        if (rest.empty()) return words;
 
         Word& word = words.emplace_back();
         if (rest.front() == mark) {
             word.quoted = true;
-            if (!takeQuoted(rest, word.text)) return {{}, "a quotation mark is not closed"};
+            if (!takeQuoted(rest, word.text)) return Failure{"a quotation mark is not closed"};
             if (!rest.empty() && !isBlank(rest.front()))
-                return {{}, "a blank is missing after a quoted word"};
+                return Failure{"a blank is missing after a quoted word"};
         } else {
             word.text = rest.substr(0, rest.find_first_of(blanks));
             if (word.text.find(mark) != std::string::npos)
-                return {{}, "a quotation mark inside a word"};
+                return Failure{"a quotation mark inside a word"};
             rest.remove_prefix(word.text.size());
         }
     }

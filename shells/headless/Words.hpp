@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/foundation/Result.hpp"
+
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -8,11 +10,11 @@
 
 namespace headless {
 
-/// Longer lines are refused, bytes.
+/// The maximum length of a line, in bytes.
 inline constexpr std::size_t maximumLineBytes = 1024 * 1024;
 
-/// One word of a command line. A quoted word is always a plain text: "-" in quotes is a category
-/// of that name, without them a missing one.
+/// One word of a command line. A quoted word is always plain text: quoted, "-" is the name of a
+/// category; unquoted, it stands for a missing one.
 struct Word {
     std::string text;
     bool quoted = false;
@@ -21,19 +23,13 @@ struct Word {
     bool operator==(const Word&) const = default;
 };
 
-/// The words of a line, or why it has none.
-struct Words {
-    std::vector<Word> words;
-    std::string error;  ///< Empty when the line could be read.
-};
-
-/// Splits a line at its blanks (space, tab, carriage return). A word may stand in quotation marks,
-/// with blanks in it and a doubled mark for a mark.
-Words splitWords(std::string_view line);
+/// Splits a line at blanks (space, tab, carriage return). A word in quotation marks may contain
+/// blanks, and a quotation mark as two. Fails if the quotation marks do not fit.
+Result<std::vector<Word>> splitWords(std::string_view line);
 
 enum class YesNo { No, Yes };
 
-/// A finite decimal number and nothing else; nullopt for any other text.
+/// Reads a finite decimal number; nullopt for any other text.
 std::optional<double> numberFrom(const Word& word);
 /// The width of a parent's view: a number from 0 to 100000 points.
 std::optional<double> parentWidthFrom(const Word& word);

@@ -1,30 +1,25 @@
-#include "platform/foundation/NSLog.hpp"
-#include "shells/common/Backends.hpp"
-#include "shells/common/BundleLocation.hpp"
+#include "shells/common/Installation.hpp"
 #include "shells/common/Process.hpp"
+#include "shells/common/WidgetBundle.hpp"
 #include "shells/headless/HeadlessOptions.hpp"
 #include "shells/headless/InputLoop.hpp"
-#include "shells/sound/SoundServer.hpp"
+#include "shells/sound/SoundModule.hpp"
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 namespace {
 
 using namespace headless;
 
-constexpr const char* program = "tarnwick-headless";
 constexpr const char* usage =
     "tarnwick-headless [OPTION ...] < COMMANDS\n"
     "Hosts the widget without a screen: commands on standard input, JSON lines on standard output.";
 constexpr int exitMisuse = 2;
-
-int complain(int status, const std::string& what) {
-    ::complain(program, what);
-    return status;
-}
 
 /// Writes lines to standard output, each at once.
 class LineWriter {
@@ -38,7 +33,7 @@ class LineWriter {
     bool good_ = true;
 };
 
-int converse(const SessionOptions& options, std::unique_ptr<Device> device) {
+int converse(const SessionOptions& options, Device device) {
     LineWriter output;
     Session session(options, std::move(device),
                     [&output](const std::string& line) { output.write(line); });
@@ -46,10 +41,10 @@ int converse(const SessionOptions& options, std::unique_ptr<Device> device) {
         case LoopEnd::Finished:
             return EXIT_SUCCESS;
         case LoopEnd::InputFailed:
-            std::perror("tarnwick-headless: standard input");
-            return EXIT_FAILURE;
+            return shell::complain(EXIT_FAILURE,
+                                   std::string("standard input: ") + std::strerror(errno));
         case LoopEnd::OutputFailed:
-            return complain(EXIT_FAILURE, "standard output was closed");
+            return shell::complain(EXIT_FAILURE, "standard output was closed");
     }
     return EXIT_FAILURE;
 }
@@ -61,26 +56,25 @@ int host(const HeadlessOptions& chosen) {
         bundles.empty() ? shell::bundlePath(shell::programDirectory()) : bundles.back();
     options.parentWidth = chosen.parentWidth;
     options.clock = chosen.clock();
-    if (chosen.server == ServerKind::Simulated) return converse(options, makeSimulatedDevice());
-    const LoadedSoundServer module =
-        loadSoundServer(shell::modulePath(soundServerModule, shell::programDirectory()));
-    auto [server, error] = openSoundServer(module, chosen.serverAddress);
-    if (!server) return complain(EXIT_FAILURE, error);
-    return converse(options, makeServerDevice(std::move(server)));
+    if (chosen.server == ServerKind::Simulated) return converse(options, Device::simulated());
+    const auto module = shell::loadSoundModule(
+        shell::modulePath(shell::soundServerModule, shell::programDirectory()));
+    const auto server = shell::openSoundServer(module, chosen.serverAddress);
+    if (!server) return shell::complain(EXIT_FAILURE, server.error());
+    return converse(options, Device::on(*server));
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    shell::prepareProcess();
+    shell::prepareProcess("tarnwick-headless");
     HeadlessOptions options;
     const auto table = headlessOptions(options);
     const std::span<const char* const> arguments(argv + 1, argv + std::max(argc, 1));
     auto error = shell::readOptions(table, arguments);
     if (!error) error = contradictionIn(options);
-    if (error) return complain(exitMisuse, *error);
-    if (const auto status = shell::answerQuestions(options.common, program, usage, table))
-        return *status;
+    if (error) return shell::complain(exitMisuse, *error);
+    if (const auto status = shell::answerQuestions(options.common, usage, table)) return *status;
 
     shell::installBackends();
     shell::applyOptions(options.common);

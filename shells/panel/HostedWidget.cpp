@@ -6,17 +6,45 @@
 #include <cmath>
 #include <utility>
 
+namespace shell {
+
+bool ControllerWidget::becomesDismissed() {
+    rows_.follow(nullptr);
+    return std::exchange(presented_, false);
+}
+
+void ControllerWidget::readAgain() {
+    if (isPresented()) rows_.readAgain();
+}
+
+NSString ControllerWidget::categoryOf(const UIView& view) const {
+    const auto row = std::ranges::find_if(
+        rows_.rows(), [&](const auto& each) { return each.slider.lock().get() == &view; });
+    return row == rows_.rows().end() ? std::nullopt : row->category;
+}
+
+void ControllerWidget::readRows() {
+    constexpr const char* selector = "updateValues";
+    if (controller().respondsToSelector(selector)) {
+        controller().performSelector(selector, {});
+        return;
+    }
+    dismiss();
+    present();
+}
+
 CGFloat parentWidthForModel(const std::string& model, CGFloat room) {
     constexpr CGFloat handheld = 320;
     constexpr CGFloat larger = 768;
-    // What a widget makes of the larger one: it is not to be wider on a screen between the two.
+    // The mixer's width under the larger parent. On a screen between the two it is no wider.
     constexpr CGFloat comfortable = 560;
     const bool isHandheld = model.starts_with("iPhone") || model.starts_with("iPod");
     if (!isHandheld && room >= larger) return larger;
     return std::max<CGFloat>(1, std::min(std::floor(room), isHandheld ? handheld : comfortable));
 }
 
-/// What the widget talks to. The widget may outlive its shell, so it can be told to fall silent.
+/// The host that the widget talks to. The widget may outlive its shell, so this can be
+/// disconnected.
 class HostedWidget::Host : public SBUIWidgetHost {
  public:
     explicit Host(HostedWidget& owner)
@@ -74,7 +102,7 @@ HostedWidget::~HostedWidget() {
 
 CGSize HostedWidget::preferredSize() {
     if (!size_) {
-        view();  // The widget learns on what machine it runs while it loads its view.
+        view();  // The widget reads the machine model while it loads its view.
         size_ = controller_->preferredViewSize();
     }
     return *size_;
@@ -90,7 +118,7 @@ void HostedWidget::setParentWidth(CGFloat width) {
 void HostedWidget::present() {
     if (!becomesPresented()) return;
     view();
-    // It says its size before it has its rows: who is told wants to see both.
+    // The widget reports its size before it has its rows: wait until it has both.
     const std::optional<CGSize> before = size_;
     presenting_ = true;
     controller_->hostWillPresent();
@@ -118,3 +146,5 @@ void HostedWidget::askForSizeLater() {
         if (owner) owner->preferredSizeIs(owner->controller_->preferredViewSize());
     });
 }
+
+}  // namespace shell

@@ -1,11 +1,65 @@
 #include "shells/panel/LegacyHostedWidget.hpp"
 
+#include <algorithm>
+#include <cmath>
 #include <utility>
 
+namespace shell {
 namespace {
-// Points. Such a widget's height counts its rows alone, and the last one reaches past it.
+
+constexpr CGFloat farthestForATap = 10;  // Points.
+
+// Points. Such a widget's height covers only its rows, and the last one extends below it.
 constexpr CGFloat roomBelow = 20;
+
 }  // namespace
+
+std::shared_ptr<UIView> TapView::hitTest(const CGPoint& point, const UIEvent* event) {
+    if (telling_) return UIView::hitTest(point, event);
+    const bool takes = !isHidden() && isUserInteractionEnabled() && pointInside(point);
+    return takes ? strongSelf<UIView>() : nullptr;
+}
+
+void TapView::touchesBegan(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event) {
+    if (telling_) return;
+    UIView::touchesBegan(touches, event);  // What is not a tap may be a drag of the panel.
+    if (!touch_.expired() || touches.empty()) return;  // One finger at a time.
+    touch_ = touches.front();
+    began_ = touches.front()->locationInView(this);
+}
+
+void TapView::touchesMoved(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event) {
+    if (telling_) return;
+    forgetIfFar(touches);
+    UIView::touchesMoved(touches, event);
+}
+
+void TapView::forgetIfFar(const UITouchSet& touches) {
+    const auto touch = touch_.lock();
+    if (!touch || std::ranges::count(touches, touch) == 0) return;
+    const CGPoint now = touch->locationInView(this);
+    if (std::hypot(now.x - began_.x, now.y - began_.y) > farthestForATap) touch_.reset();
+}
+
+void TapView::touchesEnded(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event) {
+    if (telling_) return;
+    forgetIfFar(touches);
+    UIView::touchesEnded(touches, event);
+    const auto touch = touch_.lock();
+    if (!touch || std::ranges::count(touches, touch) == 0) return;
+    touch_.reset();
+    if (!tapHandler_) return;
+    const auto self = strongSelf<TapView>();
+    const auto handler = tapHandler_;
+    telling_ = true;
+    handler(touch->locationInView(this));
+    telling_ = false;
+}
+
+void TapView::touchesCancelled(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event) {
+    UIView::touchesCancelled(touches, event);
+    if (std::ranges::count(touches, touch_.lock()) > 0) touch_.reset();
+}
 
 LegacyHostedWidget::LegacyHostedWidget(std::shared_ptr<BBWeeAppController> controller)
     : controller_(std::move(controller)) {
@@ -33,7 +87,7 @@ CGSize LegacyHostedWidget::preferredSize() {
     return view()->frame().size;
 }
 
-// The view says how wide it is, the controller how tall.
+// The view has the width, the controller the height.
 void LegacyHostedWidget::measure() {
     const auto loaded = controller_->view();
     const CGFloat height = responds("viewHeight") ? static_cast<CGFloat>(controller_->viewHeight())
@@ -63,3 +117,5 @@ void LegacyHostedWidget::dismiss() {
     for (const auto& shown : container_->subviews())
         shown->removeFromSuperview();
 }
+
+}  // namespace shell

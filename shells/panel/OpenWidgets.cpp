@@ -3,29 +3,27 @@
 #include "shells/common/WidgetBundle.hpp"
 #include "shells/panel/HostedWidget.hpp"
 #include "shells/panel/LegacyHostedWidget.hpp"
-#include "shells/panel/MissingWidget.hpp"
+#include "shells/panel/Notices.hpp"
 #include "shells/panel/WidgetStack.hpp"
 
 #include <filesystem>
 #include <utility>
 
+namespace shell {
 namespace {
 
-struct OpenedWidget {
-    std::unique_ptr<PanelWidget> widget;
-    std::string error;
-};
+using Opened = Result<std::unique_ptr<PanelWidget>>;
 
-OpenedWidget openCurrent(const std::string& bundlePath, CGFloat parentWidth) {
-    auto [controller, error] = shell::createController(bundlePath);
-    if (!controller) return {nullptr, error};
-    return {std::make_unique<HostedWidget>(std::move(controller), parentWidth), ""};
+Opened openCurrent(const std::string& bundlePath, CGFloat parentWidth) {
+    auto controller = createController(bundlePath);
+    if (!controller) return Failure{controller.error()};
+    return Opened(std::make_unique<HostedWidget>(*std::move(controller), parentWidth));
 }
 
-OpenedWidget openLegacy(const std::string& bundlePath) {
-    auto [controller, error] = shell::createLegacyController(bundlePath);
-    if (!controller) return {nullptr, error};
-    return {std::make_unique<LegacyHostedWidget>(std::move(controller)), ""};
+Opened openLegacy(const std::string& bundlePath) {
+    auto controller = createLegacyController(bundlePath);
+    if (!controller) return Failure{controller.error()};
+    return Opened(std::make_unique<LegacyHostedWidget>(*std::move(controller)));
 }
 
 /// "Tarnwick" for "/usr/lib/tarnwick/Tarnwick.bundle/".
@@ -42,17 +40,18 @@ OpenedWidgets openWidgets(std::span<const std::string> bundlePaths, HostKind kin
     OpenedWidgets opened;
     std::vector<std::unique_ptr<PanelWidget>> widgets;
     for (const std::string& path : bundlePaths) {
-        auto [widget, error] =
-            kind == HostKind::Legacy ? openLegacy(path) : openCurrent(path, parentWidth);
-        if (widget) {
+        Opened one = kind == HostKind::Legacy ? openLegacy(path) : openCurrent(path, parentWidth);
+        if (one) {
             opened.anyLoaded = true;
+            widgets.push_back(*std::move(one));
         } else {
-            opened.complaints.push_back(error);
-            widget = std::make_unique<MissingWidget>(nameOf(path));
+            opened.complaints.push_back(one.error());
+            widgets.push_back(std::make_unique<MissingWidget>(nameOf(path)));
         }
-        widgets.push_back(std::move(widget));
     }
     opened.widget = widgets.size() == 1 ? std::move(widgets.front())
                                         : std::make_unique<WidgetStack>(std::move(widgets));
     return opened;
 }
+
+}  // namespace shell

@@ -3,16 +3,17 @@
 #include <algorithm>
 #include <cmath>
 
+namespace shell {
 namespace {
 
-/// Without what calculating leaves behind the point.
+/// Removes rounding errors of earlier calculations.
 CGFloat exact(CGFloat length) {
     constexpr CGFloat least = 1e-6;
     const CGFloat whole = std::round(length);
     return std::abs(length - whole) < least ? whole : length;
 }
 
-/// A widget asks for nonsense only by mistake; the panel then is a small one.
+/// Invalid sizes of a widget give a small panel.
 CGFloat panelLength(CGFloat wanted, CGFloat smallest, CGFloat available) {
     const CGFloat whole = std::isfinite(wanted) ? std::ceil(exact(wanted)) : smallest;
     return std::max<CGFloat>(1, std::min(std::max(whole, std::ceil(exact(smallest))), available));
@@ -75,3 +76,5 @@ CGFloat gapWithin(CGFloat wanted, const CGSize& area) {
     const CGFloat most = std::min(area.width - someRows.width, area.height - someRows.height) / 2;
     return std::max<CGFloat>(0, std::min(wanted, std::floor(most)));
 }
+
+}  // namespace shell

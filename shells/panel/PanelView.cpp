@@ -1,32 +1,66 @@
 #include "shells/panel/PanelView.hpp"
 
+#include "shells/common/Translation.hpp"
+
 #include <algorithm>
 #include <cmath>
 
+namespace shell {
 namespace {
 
-// Below this a finger that taps is not quite still. Points.
+// Points. The plate lies in the margin that rows keep at the right.
+constexpr CGFloat pressWidth = 44;
+constexpr CGFloat plateSide = 16;
+constexpr CGFloat plateMargin = 4;
+constexpr CGFloat crossSize = 15;
+constexpr UIColor crossColor = {1, 1, 1, 0.5};
+constexpr UIColor pressedCrossColor = {1, 1, 1, 0.95};
+constexpr UIColor pressedPlateColor = {1, 1, 1, 0.2};
+
+// A tapping finger moves less than this. Points.
 constexpr CGFloat dragThreshold = 4;
 
-// Opaque: through a translucent one its own shadow would be seen.
-constexpr UIColor panelColor = {28.0 / 255, 28.0 / 255, 30.0 / 255, 1};
+// Opaque: a translucent panel would show its own shadow.
 constexpr UIColor borderColor = {1, 1, 1, 0.09};
 constexpr UIColor shadowColor = {0, 0, 0, 0.45};
 constexpr CGFloat shadowBlur = 18;  // points, on both sides of the edge
 constexpr CGFloat shadowDrop = 10;  // points downwards
 constexpr CGFloat shadowInset = 6;  // points; it comes out below the panel, hardly beside it
 
-// Points. The widget's own margin is above the text, so it lies a little high in its room.
+// Points. The widget's own margin is above the text, so the text is placed slightly high.
 constexpr CGFloat noticeLineHeight = 14;
 constexpr CGFloat noticeMarginBelow = 8;
 constexpr CGFloat noticeMargin = 20;
 constexpr CGFloat noticeSize = 11;
 constexpr UIColor noticeColor = {1, 1, 1, 0.55};
 
+// Points: the height of two rows, which an offer leaves to a widget that is taller.
+constexpr CGFloat leastRows = 100;
+
 }  // namespace
 
+CloseButton::CloseButton() {
+    // TRANSLATORS: The button with the cross in the window's corner, for screen readers.
+    setAccessibilityLabel(translated("Close"));
+}
+
+void CloseButton::placeOn(const CGRect& panel) {
+    setFrame(CGRectMake(CGRectGetMaxX(panel) - pressWidth, panel.origin.y, pressWidth, height));
+}
+
+void CloseButton::drawRect(Canvas& canvas) {
+    const CGRect plate = CGRectMake(bounds().size.width - plateMargin - plateSide, plateMargin,
+                                    plateSide, plateSide);
+    if (isHighlighted()) canvas.fillRounded(plate, plateSide / 2, pressedPlateColor);
+    canvas.drawText("\u00d7", UIFont::systemFontOfSize(crossSize),
+                    isHighlighted() ? pressedCrossColor : crossColor, plate,
+                    NSTextAlignment::Center);
+}
+
 PanelView::PanelView()
-    : scroller_(std::make_shared<ScrollingView>()), notice_(std::make_shared<CentredLabel>()) {
+    : scroller_(std::make_shared<ScrollingView>()),
+      notice_(std::make_shared<CentredLabel>()),
+      offer_(std::make_shared<OutputsOffer>()) {
     notice_->setFont(UIFont::systemFontOfSize(noticeSize));
     notice_->setAnnounced(true);
     notice_->setTextColor(noticeColor);
@@ -36,6 +70,13 @@ void PanelView::setNotice(const NSString& text) {
     notice_->setText(text);
     if (!text) notice_->removeFromSuperview();
     if (text && !notice_->superview()) addSubview(notice_);
+}
+
+void PanelView::setOutputs(RoleOutputs* outputs) {
+    if (!scroller_->superview()) addSubview(scroller_);  // The Tab key comes to the rows first.
+    offer_->follow(outputs);
+    if (!offer_->isOpen()) offer_->removeFromSuperview();
+    if (offer_->isOpen() && !offer_->superview()) addSubview(offer_);
 }
 
 void PanelView::setCloseHandler(std::function<void()> handler) {
@@ -50,6 +91,10 @@ void PanelView::setCloseHandler(std::function<void()> handler) {
                             });
 }
 
+CGFloat PanelView::footerHeight(CGFloat width) const {
+    return offer_->heightFor(std::max(width, smallestPanel.width)) + noticeHeight();
+}
+
 CGFloat PanelView::noticeHeight() const {
     return notice_->text() ? noticeTextHeight() + noticeMarginBelow : 0;
 }
@@ -62,7 +107,7 @@ void PanelView::setLayout(const PanelLayout& layout, PanelEdge edge) {
     if (scroller_->superview() == nullptr) addSubview(scroller_);
     setFrame({{0, 0}, layout.window});
     CGRect viewport = layout.viewport;
-    viewport.size.height = std::max<CGFloat>(0, viewport.size.height - noticeHeight());
+    placeFooter(viewport);
     if (closeButton_) {
         closeButton_->placeOn(layout.panel);
         addSubview(closeButton_);
@@ -72,13 +117,28 @@ void PanelView::setLayout(const PanelLayout& layout, PanelEdge edge) {
         }
     }
     scroller_->setFrame(viewport);
-    notice_->setFrame(CGRectMake(viewport.origin.x + noticeMargin, CGRectGetMaxY(viewport),
-                                 viewport.size.width - 2 * noticeMargin, noticeTextHeight()));
     scroller_->setNeedsLayout();
     if (panel_ == layout.panel && edge_ == edge) return;
     panel_ = layout.panel;
     edge_ = edge;
     setNeedsDisplay();
+}
+
+/// Takes the room for the offer and the notice from the lower end of the widget's viewport. On a
+/// screen with no room for the rows and an offer, the rows come first.
+void PanelView::placeFooter(CGRect& viewport) {
+    const CGFloat bottom = CGRectGetMaxY(viewport);
+    const CGFloat room = std::max<CGFloat>(0, viewport.size.height - noticeHeight());
+    const CGFloat wanted = offer_->heightFor(viewport.size.width);
+    const bool fits = room - wanted >= std::min(scroller_->contentHeight(), leastRows);
+    offer_->setHidden(!fits);
+    viewport.size.height = fits ? room - wanted : room;
+    offer_->setFrame(
+        CGRectMake(viewport.origin.x, CGRectGetMaxY(viewport), viewport.size.width, wanted));
+    offer_->setNeedsLayout();
+    notice_->setFrame(CGRectMake(viewport.origin.x + noticeMargin,
+                                 std::max(viewport.origin.y, bottom - noticeHeight()),
+                                 viewport.size.width - 2 * noticeMargin, noticeTextHeight()));
 }
 
 void PanelView::drawRect(Canvas& canvas) {
@@ -92,7 +152,7 @@ void PanelView::drawRect(Canvas& canvas) {
     canvas.strokeRounded(panel_, cornerRadius(edge_), hairline, borderColor);
 }
 
-/// The shadow is nothing at all.
+/// The shadow takes no touches.
 bool PanelView::pointInside(const CGPoint& point) const {
     return CGRectContainsPoint(panel_, point);
 }
@@ -125,10 +185,12 @@ void PanelView::touchesMoved(const UITouchSet& touches, const std::shared_ptr<UI
 }
 
 void PanelView::touchesEnded(const UITouchSet& touches, const std::shared_ptr<UIEvent>& /*event*/) {
-    // Another finger's end leaves the one that drags alone.
+    // The end of another finger's touch does not end the drag.
     if (!touches.empty() && touches.front() == dragging_.lock()) dragging_.reset();
 }
 
 void PanelView::touchesCancelled(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event) {
     touchesEnded(touches, event);
 }
+
+}  // namespace shell

@@ -1,35 +1,61 @@
 #pragma once
 
+#include "platform/uikit/UIButton.hpp"
 #include "platform/uikit/UIView.hpp"
-#include "shells/panel/CentredLabel.hpp"
-#include "shells/panel/CloseButton.hpp"
+#include "shells/panel/Notices.hpp"
+#include "shells/panel/OutputsOffer.hpp"
 #include "shells/panel/ScrollingView.hpp"
 
 #include <functional>
 
-/// The dark rounded panel with its shadow, filling the window, and the widget on it. A drag on its
-/// empty parts, where no view of the widget has a use for it, moves the window, or scrolls a widget
-/// that is taller than the panel.
+namespace shell {
+
+inline constexpr UIColor panelColor = {28.0 / 255, 28.0 / 255, 30.0 / 255, 1};
+
+/// A small cross in the upper right corner of a panel, for windows that nothing else may be able to
+/// close: with a finger, and without keyboard and window manager. It is drawn in the margin beside
+/// the rows, and reacts to presses somewhat around it.
+class CloseButton : public UIButton {
+ public:
+    CloseButton();
+    std::string_view className() const override { return "CloseButton"; }
+
+    static constexpr CGFloat height = 30;  ///< Points, from the panel's edge on.
+    /// Places it in the corner of the panel, which is given in the superview's coordinates.
+    void placeOn(const CGRect& panel);
+
+    void drawRect(Canvas& canvas) override;
+};
+
+/// The dark rounded panel with its shadow, which fills the window, and the widget on it. A drag on
+/// its empty parts moves the window, or scrolls a widget taller than the panel.
+///
+///     panel->setWidgetView(content.view);
+///     panel->setMoveHandler([&] { beginMove(); });
 class PanelView : public UIView {
  public:
     PanelView();
     std::string_view className() const override { return "PanelView"; }
 
-    /// The view that is shown on the panel.
+    /// The view on the panel.
     void setWidgetView(const std::shared_ptr<UIView>& view) { scroller_->setContent(view); }
     ScrollingView& scroller() { return *scroller_; }
-    /// A quiet text below the widget, of one line or more, from the next layout on; nil for none.
+    /// A notice of one or more lines below the widget, from the next layout on; nil for none.
     void setNotice(const NSString& text);
-    /// What the text takes from the panel, in points.
-    CGFloat noticeHeight() const;
+    /// Offers outputs for roles below the widget while they are offered, from the next layout on;
+    /// to be called again after each of their changes. They must live until the next call; nullptr
+    /// for none.
+    void setOutputs(RoleOutputs* outputs);
+    /// The height in points of what is below the widget, on a panel of that width.
+    CGFloat footerHeight(CGFloat width) const;
     /// Own coordinates.
     void setLayout(const PanelLayout& layout, PanelEdge edge);
     const CGRect& panel() const { return panel_; }
-    /// Called once a drag has gone far enough to be meant as one.
+    /// Called once a finger has moved far enough for a drag.
     void setMoveHandler(std::function<void()> handler) { moveHandler_ = std::move(handler); }
 
-    /// Called by a button in the corner, which is there from the next layout on; an empty one takes
-    /// the button away. A widget taller than the panel then scrolls below the button.
+    /// Called by a close button in the corner, which exists from the next layout on; an empty
+    /// handler removes it. A widget taller than the panel scrolls below the button.
     void setCloseHandler(std::function<void()> handler);
 
     void drawRect(Canvas& canvas) override;
@@ -43,9 +69,12 @@ class PanelView : public UIView {
 
  private:
     CGFloat noticeTextHeight() const;
+    CGFloat noticeHeight() const;
+    void placeFooter(CGRect& viewport);
 
     std::shared_ptr<ScrollingView> scroller_;
     std::shared_ptr<CentredLabel> notice_;
+    std::shared_ptr<OutputsOffer> offer_;
     std::shared_ptr<CloseButton> closeButton_;  ///< nullptr where there is none.
     CGRect panel_;
     PanelEdge edge_ = PanelEdge::Hard;
@@ -55,3 +84,5 @@ class PanelView : public UIView {
     std::function<void()> moveHandler_;
     std::function<void()> closeHandler_;
 };
+
+}  // namespace shell

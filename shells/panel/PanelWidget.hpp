@@ -6,7 +6,9 @@
 #include <functional>
 #include <memory>
 
-/// A widget as the panel sees it, whatever kind of host its controller wants. Main thread.
+namespace shell {
+
+/// A widget as the panel sees it, whatever kind of host its controller needs. Main thread.
 class PanelWidget {
  public:
     PanelWidget() = default;
@@ -14,20 +16,23 @@ class PanelWidget {
     PanelWidget(const PanelWidget&) = delete;
     PanelWidget& operator=(const PanelWidget&) = delete;
 
-    /// The widget's container, loaded when first asked for.
+    /// The widget's container, loaded on the first call.
     virtual std::shared_ptr<UIView> view() = 0;
-    /// Points. What the widget last said, or says when it has not been asked yet.
+    /// The preferred size in points: the last one reported, or the controller's answer if there is
+    /// none.
     virtual CGSize preferredSize() = 0;
-    /// From the next presentation on: the width of the view that the widget is put into, in points.
-    /// Of no concern to one that has a width of its own.
+    /// The width of the widget's parent view in points, from the next presentation on. Ignored by a
+    /// widget with a fixed width.
     virtual void setParentWidth(CGFloat /*width*/) {}
     virtual void present() = 0;
     virtual void dismiss() = 0;
     virtual bool isPresented() const = 0;
-    /// Lets it read its volumes again, while it is presented.
+    /// Makes a presented widget read its volumes again.
     virtual void readAgain() = 0;
-    /// The audio category whose slider that view is, while it is presented; nil for any other view.
+    /// The audio category of a slider of the presented widget; nil for any other view.
     virtual NSString categoryOf(const UIView& /*view*/) const { return std::nullopt; }
-    /// Called after the preferred size has become another one.
+    /// Called after the preferred size has changed.
     virtual void setSizeHandler(std::function<void()> handler) = 0;
 };
+
+}  // namespace shell

@@ -1,13 +1,16 @@
 #include "shells/panel/RowReport.hpp"
 
+#include "mixer/Caption.hpp"
 #include "platform/foundation/PrintableText.hpp"
-#include "platform/uikit/UIAccessibility.hpp"
+#include "platform/uikit/UISlider.hpp"
+#include "platform/uikit/UIView.hpp"
 
 #include <glib.h>
 
+#include <algorithm>
 #include <cmath>
-#include <cstdio>
 
+namespace shell {
 namespace {
 
 constexpr long captionColumns = 34;
@@ -24,13 +27,7 @@ double fractionOf(const UISlider& slider) {
     return range > 0 ? (double{slider.value()} - double{slider.minimumValue()}) / range : 0;
 }
 
-std::string percentText(double fraction) {
-    char text[16];
-    std::snprintf(text, sizeof text, "%.0f%%", fraction * 100);
-    return text;
-}
-
-/// A caption that ends with the value, or tells that it is not known, needs no other.
+/// Whether the caption already tells the value, or that it is unknown.
 bool tellsTheValue(const std::string& caption, const std::string& percent) {
     return caption.ends_with(": " + percent) || caption.ends_with(": unknown");
 }
@@ -38,8 +35,9 @@ bool tellsTheValue(const std::string& caption, const std::string& percent) {
 std::string line(const UISlider& slider) {
     const double fraction = fractionOf(slider);
     const auto filled = static_cast<std::size_t>(std::lround(fraction * double{barColumns}));
-    const std::string caption = printableLine(accessibilityLabel(slider).value_or(""));
-    const std::string percent = percentText(fraction);
+    const std::string caption = printableLine(slider.accessibilityLabel().value_or(""));
+    // In the slider's single precision, so that a tie rounds as it does in the caption.
+    const std::string percent = percentText(static_cast<float>(fraction * 100));
     const std::string value = tellsTheValue(caption, percent) ? "" : " " + percent;
     return "  " + padded(caption) + "[" + std::string(filled, '#') +
            std::string(barColumns - filled, '-') + "]" + value + "\n";
@@ -54,7 +52,9 @@ std::string rowReport(const std::shared_ptr<UIView>& view) {
         if (const auto slider = std::dynamic_pointer_cast<UISlider>(element))
             rows += line(*slider);
         else
-            labels += "  " + printableLine(accessibilityLabel(*element).value_or("")) + "\n";
+            labels += "  " + printableLine(element->accessibilityLabel().value_or("")) + "\n";
     }
     return rows.empty() ? labels : rows;
 }
+
+}  // namespace shell

@@ -1,13 +1,78 @@
 #include "shells/panel/ScrollingView.hpp"
 
+#include "shells/panel/PanelLayout.hpp"
+
 #include <algorithm>
 #include <cmath>
 
+namespace shell {
 namespace {
+
+// Points.
+constexpr CGFloat barWidth = 3;
+constexpr CGFloat widthWhileHeld = 6;
+constexpr CGFloat barMargin = 4;  // To the edge.
+constexpr CGFloat shortest = 24;
+// The reach beside the bar that is free of sliders, and a fingertip's height for the shortest bar.
+constexpr CGFloat reach = 20;
+constexpr CGFloat reachAboveAndBelow = 8;
+constexpr UIColor color = {1, 1, 1, 0.35};
+constexpr UIColor colorWhileHeld = {1, 1, 1, 0.6};
 
 constexpr CGFloat wheelStep = 50;  // Points.
 
 }  // namespace
+
+ScrollBar::ScrollBar() {
+    setHidden(true);
+}
+
+/// The panel's corners are round: the bar keeps clear of them.
+CGFloat ScrollBar::track() const {
+    return std::max<CGFloat>(0, extent_.opening.size.height - 2 * panelRadius);
+}
+
+void ScrollBar::show(const Extent& extent) {
+    extent_ = extent;
+    setHidden(!(greatestOffset() > 0));
+    if (isHidden()) return;
+    const CGRect& opening = extent_.opening;
+    const CGFloat length =
+        std::min(track(), std::max(shortest, track() * opening.size.height / extent_.whole));
+    const CGFloat top = (track() - length) * extent_.offset / greatestOffset();
+    setFrame(CGRectMake(CGRectGetMaxX(opening) - barMargin - barWidth,
+                        opening.origin.y + panelRadius + top, barWidth, length));
+}
+
+bool ScrollBar::pointInside(const CGPoint& point) const {
+    if (CGRectIsEmpty(bounds())) return false;
+    const CGRect grasped = CGRectMake(barWidth + barMargin - reach, 0, reach, bounds().size.height);
+    return CGRectContainsPoint(CGRectInset(grasped, 0, -reachAboveAndBelow), point);
+}
+
+void ScrollBar::drawRect(Canvas& canvas) {
+    if (isHighlighted())
+        canvas.fillRounded(paintBounds(), widthWhileHeld / 2, colorWhileHeld);
+    else
+        canvas.fillRounded(bounds(), barWidth / 2, color);
+}
+
+CGRect ScrollBar::paintBounds() const {
+    return CGRectMake(barWidth - widthWhileHeld, 0, widthWhileHeld, bounds().size.height);
+}
+
+bool ScrollBar::beginTracking(const CGPoint& point) {
+    grip_ = point.y;
+    return true;
+}
+
+/// The bar follows the finger, which keeps its place on it.
+void ScrollBar::continueTracking(const CGPoint& point) {
+    if (isHidden() || !(travel() > 0)) return;
+    const CGFloat way = (point.y - grip_) * greatestOffset() / travel();
+    const auto handler = dragHandler_;  // A copy: it may end this.
+    if (handler) handler(std::clamp<CGFloat>(extent_.offset + way, 0, greatestOffset()));
+}
 
 ScrollingView::ScrollingView() : bar_(std::make_shared<ScrollBar>()) {
     bar_->setDragHandler([this](CGFloat offset) { scrollBy(offset - offset_); });
@@ -69,3 +134,5 @@ void ScrollingView::place() {
                         size});
     bar_->show({bounds(), size.height, offset_});
 }
+
+}  // namespace shell

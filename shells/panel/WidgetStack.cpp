@@ -4,12 +4,13 @@
 #include <cmath>
 #include <utility>
 
+namespace shell {
 namespace {
 
 // Points.
 constexpr CGFloat longestSide = 10000;
 constexpr CGFloat lineMargin = 20;
-// To be seen on light and on dark panels.
+// Visible on light and on dark panels.
 constexpr UIColor separatorColor = {0.5, 0.5, 0.5, 0.35};
 
 CGFloat usableLength(CGFloat wanted) {
@@ -82,7 +83,7 @@ bool WidgetStack::stack() {
     std::vector<CGFloat> boundaries;
     CGFloat top = 0;
     for (std::size_t i = 0; i < widgets_.size(); ++i) {
-        // Between two that are to be seen.
+        // Only between two visible widgets.
         if (top > 0 && sizes[i].height > 0) boundaries.push_back(top);
         const CGFloat left = std::floor((whole.width - sizes[i].width) / 2);
         widgets_[i]->view()->setFrame({{left, top}, sizes[i]});
@@ -126,3 +127,5 @@ NSString WidgetStack::categoryOf(const UIView& view) const {
         if (NSString category = widget->categoryOf(view)) return category;
     return std::nullopt;
 }
+
+}  // namespace shell

@@ -5,8 +5,10 @@
 #include <memory>
 #include <vector>
 
-/// Several widgets one below the other, each in the size that it prefers, as one widget: as wide as
-/// the widest, which the others lie in the middle of. A hairline parts them. Main thread.
+namespace shell {
+
+/// Several widgets stacked vertically as one, each in its preferred size: as wide as the widest
+/// one, the others centred, separated by hairlines. Main thread.
 class WidgetStack final : public PanelWidget {
  public:
     /// From top to bottom.
@@ -14,7 +16,7 @@ class WidgetStack final : public PanelWidget {
     ~WidgetStack() override;
 
     std::shared_ptr<UIView> view() override;
-    /// What a widget asks for beyond 10,000 points, and sizes that are none, count as nothing.
+    /// Widths and heights beyond 10,000 points, and invalid ones, count as 0.
     CGSize preferredSize() override;
     void setParentWidth(CGFloat width) override;
     void present() override;
@@ -29,12 +31,14 @@ class WidgetStack final : public PanelWidget {
  private:
     class StackView;
 
-    /// Answers whether the whole has become another size.
+    /// Returns whether the size of the whole has changed.
     bool stack();
 
     std::vector<std::unique_ptr<PanelWidget>> widgets_;
     std::shared_ptr<StackView> view_;
     bool presented_ = false;
-    bool presenting_ = false;  ///< Then several sizes may change, and are told of once.
+    bool presenting_ = false;  ///< Meanwhile, changes of size are reported once, at the end.
     std::function<void()> sizeHandler_;
 };
+
+}  // namespace shell

@@ -1,12 +1,14 @@
 #include "shells/phosh/LockScreenPage.hpp"
 
 #include "platform/foundation/NSLog.hpp"
+#include "shells/common/Translation.hpp"
 #include "shells/panel/OpenWidgets.hpp"
-#include "shells/phosh/PluginSetting.hpp"
+#include "shells/phosh/LockSession.hpp"
 
 #include <cmath>
 #include <utility>
 
+namespace phosh {
 namespace {
 
 // Points: of the phones' screens for which the lock screen is made.
@@ -16,14 +18,14 @@ void tell(const std::string& what) {
     NSLog("tarnwick: " + what);
 }
 
-OpenedWidgets openAll(const std::vector<std::string>& bundles) {
-    OpenedWidgets opened = openWidgets(bundles, HostKind::Current, usualWidth);
+shell::OpenedWidgets openAll(const std::vector<std::string>& bundles) {
+    shell::OpenedWidgets opened = shell::openWidgets(bundles, shell::HostKind::Current, usualWidth);
     for (const std::string& complaint : opened.complaints)
         tell(complaint);
     return opened;
 }
 
-/// Turns the lock screen's pages, and no slider.
+/// Whether it is a horizontal scroll, which turns the lock screen's pages and moves no slider.
 bool goesSideways(const GdkEventScroll& event) {
     if (event.direction == GDK_SCROLL_SMOOTH)
         return std::abs(event.delta_x) > std::abs(event.delta_y);
@@ -36,7 +38,7 @@ LockScreenPage::LockScreenPage() : files_(tell) {
     preparePlatform();
     const PluginSetting setting = pluginSetting();
     session_ = LockSession::shared(setting.soundModule);
-    OpenedWidgets opened = openAll(setting.bundles);
+    shell::OpenedWidgets opened = openAll(setting.bundles);
     widget_ = std::move(opened.widget);
     needsSound_ = opened.anyLoaded;
     session_->add(*this);
@@ -53,7 +55,7 @@ LockScreenPage::~LockScreenPage() {
 }
 
 void LockScreenPage::enterWindow(GdkWindow* window) {
-    host_ = std::make_unique<GdkViewHost>(content_, window);
+    host_ = std::make_unique<windowing::ViewHost>(content_, window);
 }
 
 void LockScreenPage::leaveWindow() {
@@ -62,7 +64,7 @@ void LockScreenPage::leaveWindow() {
 }
 
 void LockScreenPage::setSize(const CGSize& place, CGFloat textScale) {
-    const CGFloat zoom = zoomWithin(textScale, place.width);
+    const CGFloat zoom = shell::zoomWithin(textScale, place.width);
     const CGSize size = {place.width / zoom, place.height / zoom};
     content_->setZoom(zoom);
     content_->setFrame({{0, 0}, size});
@@ -99,18 +101,19 @@ void LockScreenPage::leaveSight() {
 }
 
 void LockScreenPage::showContent() {
-    const PanelContent shown = panelContent(*widget_);
+    const shell::PanelContent shown = shell::panelContent(*widget_);
     shown.view->setFrame({shown.view->frame().origin, shown.size});
     page_->setContent(shown.view);
 }
 
 void LockScreenPage::showNotice() {
-    const NSString sound =
-        session_->isSilent() ? NSString("No sound server answers") : std::nullopt;
+    const NSString sound = session_->isSilent()
+                               ? NSString(shell::translated("No sound server answers"))
+                               : std::nullopt;
     page_->setNotice(shell::joinedNotices(sound, files_.notice()));
 }
 
-/// They were read when the widget was presented.
+/// Checks the files that the widget read when it was presented.
 void LockScreenPage::lookThroughFiles() {
     files_.refresh();
     showNotice();
@@ -124,8 +127,12 @@ void LockScreenPage::serviceChanged() {
 
 void LockScreenPage::paint(cairo_t* context) {
     if (host_) host_->paint(context);
-    // The user waits for the picture and not for this.
-    if (std::exchange(isNew_, false)) look_.start(0, [this] { lookThroughFiles(); });
+    // After the picture, which the user waits for.
+    if (!std::exchange(isNew_, false)) return;
+    look_.start(0, [this] {
+        lookThroughFiles();
+        session_->followOutputs();
+    });
 }
 
 bool LockScreenPage::handleEvent(const GdkEvent& event) {
@@ -146,7 +153,8 @@ bool LockScreenPage::handleEvent(const GdkEvent& event) {
     }
 }
 
-/// What begins on no control goes on to the lock screen too, until it turns out to scroll.
+/// A touch that begins beside the controls also goes to the lock screen, until it turns out to
+/// scroll the widget.
 bool LockScreenPage::handleTouch(const GdkEvent& event) {
     const GdkEventSequence* finger = gdk_event_get_event_sequence(&event);
     gdouble x = 0;
@@ -173,3 +181,5 @@ bool LockScreenPage::handleTouch(const GdkEvent& event) {
             return host_->handleEvent(event);
     }
 }
+
+}  // namespace phosh

@@ -1,18 +1,20 @@
 #pragma once
 
-#include "backends/gdk/GdkViewHost.hpp"
-#include "platform/foundation/OneShotTimer.hpp"
+#include "backends/gdk/ViewHost.hpp"
+#include "platform/foundation/NSRunLoop.hpp"
 #include "shells/common/FileReport.hpp"
-#include "shells/panel/PanelContent.hpp"
+#include "shells/panel/Notices.hpp"
 #include "shells/phosh/LockSession.hpp"
 #include "shells/phosh/PageView.hpp"
 
 #include <memory>
 #include <set>
 
-/// One page of one lock screen: a widget, made when the page is, presented each time the page comes
-/// into sight and dismissed when it goes out of it. The sound service is connected to when it is
-/// seen for the first time: most locks end without that. Main thread.
+namespace phosh {
+
+/// One page of one lock screen: a widget that is created with the page, presented each time the
+/// page becomes visible, and dismissed when it is hidden. The page connects to the sound service
+/// when it is first shown, since most locks end without that. Main thread.
 class LockScreenPage final : public LockSessionUser {
  public:
     LockScreenPage();
@@ -21,23 +23,23 @@ class LockScreenPage final : public LockSessionUser {
     LockScreenPage(const LockScreenPage&) = delete;
     LockScreenPage& operator=(const LockScreenPage&) = delete;
 
-    /// The window that the page is shown in from now on; it must select windowEvents and outlive
-    /// its leaving.
+    /// Sets the window that shows the page from now on; it must select windowEvents and outlive
+    /// leaveWindow().
     void enterWindow(GdkWindow* window);
     void leaveWindow();
-    static constexpr int windowEvents = GdkViewHost::eventMask | GDK_VISIBILITY_NOTIFY_MASK;
+    static constexpr int windowEvents = windowing::ViewHost::eventMask | GDK_VISIBILITY_NOTIFY_MASK;
 
-    /// `place` is in points of the window, of which the page's own take `textScale`, or less where
-    /// that is narrow. The widget is as wide as the page, and is presented anew when that changes.
+    /// Sets the page's size in points of the window and the text scale, which is reduced on a
+    /// narrow page. The widget is as wide as the page, and presented again when the width changes.
     void setSize(const CGSize& place, CGFloat textScale);
-    /// Answers whether the event was the page's, and so is none for the lock screen.
+    /// Returns whether the page used the event, so that the lock screen must not get it.
     bool handleEvent(const GdkEvent& event);
-    /// The page is out of sight, whatever its window says.
+    /// The page is hidden, whatever its window says.
     void leaveSight();
-    /// Units of the context are the window's points.
+    /// The context's units are the window's points.
     void paint(cairo_t* context);
 
-    PanelWidget& widget() { return *widget_; }
+    shell::PanelWidget& widget() { return *widget_; }
 
     void serviceChanged() override;
     void volumesChanged() override { widget_->readAgain(); }
@@ -52,15 +54,18 @@ class LockScreenPage final : public LockSessionUser {
     bool handleTouch(const GdkEvent& event);
 
     std::shared_ptr<LockSession> session_;
-    std::unique_ptr<PanelWidget> widget_;
+    std::unique_ptr<shell::PanelWidget> widget_;
     std::shared_ptr<UIWindow> content_ = std::make_shared<UIWindow>();
     std::shared_ptr<PageView> page_ = std::make_shared<PageView>();
-    std::unique_ptr<GdkViewHost> host_;
-    bool needsSound_ = false;  ///< Whether there is more than a word of what is missing.
+    std::unique_ptr<windowing::ViewHost> host_;
+    bool needsSound_ = false;  ///< Whether a widget was loaded, and not only notices.
     bool inSight_ = false;
     bool isNew_ = false;  ///< Presented and not yet painted.
     shell::FileReport files_;
-    OneShotTimer look_;                        ///< Through the files, once the picture is there.
-    CGFloat presentedWidth_ = 0;               ///< Points.
-    std::set<const GdkEventSequence*> taken_;  ///< Touches of a control's; nullptr is the pointer.
+    OneShotTimer look_;           ///< Through the files, once the picture is there.
+    CGFloat presentedWidth_ = 0;  ///< Points.
+    std::set<const GdkEventSequence*>
+        taken_;  ///< Touches that began on a control; nullptr is the pointer.
 };
+
+}  // namespace phosh

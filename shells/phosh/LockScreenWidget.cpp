@@ -1,18 +1,23 @@
-#include "shells/phosh/LockScreenWidget.hpp"
-
-#include "backends/gdk/GdkDesktopSettings.hpp"
+#include "backends/gdk/DesktopSettings.hpp"
 #include "platform/foundation/NSLog.hpp"
 #include "shells/phosh/LockScreenPage.hpp"
+
+#include <gio/gio.h>
+#include <gtk/gtk.h>
 
 #include <exception>
 #include <memory>
 
+namespace phosh {
 namespace {
 
-// Points. More than any page has, so that the widget gets all there is.
+// Points. More than any page has, so that the widget gets all available space.
 constexpr int tallest = 4096;
 constexpr int usualWidth = 360;
 
+/// The GTK widget that the lock screen creates from this plugin at each lock: a LockScreenPage in a
+/// window of its own. It requests more height than any page has, and none of its rows before it is
+/// seen.
 struct LockScreenWidget {
     GtkWidget parent;
     LockScreenPage* page;  ///< Owned; nullptr once the widget is destroyed.
@@ -24,8 +29,8 @@ LockScreenWidget* self(GtkWidget* widget) {
     return reinterpret_cast<LockScreenWidget*>(widget);
 }
 
-/// Calls something of the page's, if there still is one. What it throws ends here: the lock screen
-/// goes on, and tells why in its log.
+/// Calls a function of the page, if it still exists. Its exceptions are caught and logged, so that
+/// the lock screen continues.
 template <class Call>
 void withPage(GtkWidget* widget, const Call& call) {
     LockScreenPage* page = self(widget)->page;
@@ -75,7 +80,7 @@ void realize(GtkWidget* widget) {
     GdkWindow* window = newWindow(widget);
     gtk_widget_set_window(widget, window);
     gtk_widget_register_window(widget, window);
-    applyDesktopSettings(gtk_widget_get_screen(widget));
+    windowing::applyDesktopSettings(gtk_widget_get_screen(widget));
     withPage(widget, [window](LockScreenPage& page) { page.enterWindow(window); });
 }
 
@@ -92,7 +97,8 @@ void unmap(GtkWidget* widget) {
 void allocate(GtkWidget* widget, GtkAllocation* place) {
     parentClass->size_allocate(widget, place);
     const CGSize size = {static_cast<CGFloat>(place->width), static_cast<CGFloat>(place->height)};
-    const auto textScale = static_cast<CGFloat>(desktopTextScale(gtk_widget_get_screen(widget)));
+    const auto textScale =
+        static_cast<CGFloat>(windowing::desktopTextScale(gtk_widget_get_screen(widget)));
     withPage(widget, [&](LockScreenPage& page) { page.setSize(size, textScale); });
 }
 
@@ -121,14 +127,15 @@ gboolean handleEvent(GtkWidget* widget, GdkEvent* event) {
     return used ? TRUE : FALSE;
 }
 
-/// The toolkit would make presses of the pointer out of touches that were not used.
+/// GTK would turn unused touches into pointer presses.
 gboolean passTouchOn(GtkWidget* /*widget*/, GdkEventTouch* /*event*/) {
     return FALSE;
 }
 
 void changeStyle(GtkWidget* widget) {
     parentClass->style_updated(widget);
-    if (gtk_widget_get_realized(widget)) applyDesktopSettings(gtk_widget_get_screen(widget));
+    if (gtk_widget_get_realized(widget))
+        windowing::applyDesktopSettings(gtk_widget_get_screen(widget));
     gtk_widget_queue_resize(widget);  // The text may be of another size.
 }
 
@@ -149,8 +156,7 @@ void initialiseClass(gpointer type, gpointer /*data*/) {
     widgets->style_updated = changeStyle;
 }
 
-}  // namespace
-
+/// Registers the widget's type for the module; a second call returns the same type.
 GType lockScreenWidgetType(GTypeModule* module) {
     GTypeInfo info = {};
     info.class_size = sizeof(GtkWidgetClass);
@@ -159,4 +165,32 @@ GType lockScreenWidgetType(GTypeModule* module) {
     info.instance_init = initialise;
     return g_type_module_register_type(module, GTK_TYPE_WIDGET, "TarnwickLockScreen", &info,
                                        static_cast<GTypeFlags>(0));
+}
+
+constexpr const char* extensionPoint = "phosh-lockscreen-widget";
+constexpr const char* pluginName = "tarnwick";  // As in the shell's list of plugins to show.
+constexpr gint priority = 10;                   // Any number: only one plugin has the name.
+
+}  // namespace
+
+}  // namespace phosh
+
+// The plugin's interface for the lock screen: a GIO module that provides a widget for the extension
+// point. It stays loaded, since the shell creates a new widget at each lock.
+extern "C" {
+
+G_MODULE_EXPORT void g_io_module_load(GIOModule* module) {
+    auto* owner = reinterpret_cast<GTypeModule*>(module);
+    g_type_module_use(owner);
+    g_io_extension_point_implement(phosh::extensionPoint, phosh::lockScreenWidgetType(owner),
+                                   phosh::pluginName, phosh::priority);
+}
+
+G_MODULE_EXPORT void g_io_module_unload(GIOModule* /*module*/) {}
+
+/// Lists the extension points for GIO's cache of a folder, which avoids loading the module.
+G_MODULE_EXPORT char** g_io_phosh_plugin_tarnwick_query() {
+    const char* const points[] = {phosh::extensionPoint, nullptr};
+    return g_strdupv(const_cast<char**>(static_cast<const char* const*>(points)));
+}
 }

@@ -1,10 +1,47 @@
 #include "shells/phosh/LockSession.hpp"
 
+#include "platform/foundation/MachineModel.hpp"
+#include "platform/foundation/PreferencesDirectory.hpp"
+#include "platform/uikit/UILabel.hpp"
+#include "shells/common/Installation.hpp"
+#include "shells/common/Translation.hpp"
+#include "shells/common/WidgetBundle.hpp"
+#include "shells/sound/SoundModule.hpp"
+
+#include <dlfcn.h>
 #include <glib.h>
 
+#include <filesystem>
 #include <utility>
 
+namespace phosh {
 namespace {
+
+/// The folder that the programs lie in, beside which everything else is found.
+std::string programFolder() {
+    Dl_info self = {};
+    if (dladdr(reinterpret_cast<const void*>(&pluginSetting), &self) == 0) return "";
+    std::error_code error;
+    const std::filesystem::path plugin = std::filesystem::canonical(self.dli_fname, error);
+    if (error) return "";
+    return (plugin.parent_path() / TARNWICK_PROGRAMS_FROM_PLUGIN).lexically_normal().string();
+}
+
+std::string variable(const char* name) {
+    const char* value = g_getenv(name);
+    return value ? value : "";
+}
+
+bool prepare() {
+    shell::installBackends();
+    shell::findTranslations(programFolder());
+    UILabel::setDefaultTextColor(UIColor::whiteColor());
+    // This lock screen is made for phones.
+    if (machineModel().empty()) setMachineModel("iPhone");
+    const std::string preferences = variable("TARNWICK_PREFERENCES");
+    if (!preferences.empty()) setPreferencesDirectory(preferences);
+    return true;
+}
 
 // Milliseconds: what a local server that is busy needs at most.
 constexpr guint arrivalTime = 500;
@@ -15,6 +52,19 @@ std::weak_ptr<LockSession>& current() {
 }
 
 }  // namespace
+
+PluginSetting pluginSetting() {
+    const std::string programs = programFolder();
+    const std::string bundle = variable("TARNWICK_BUNDLE");
+    std::vector<std::string> chosen;
+    if (!bundle.empty()) chosen.push_back(bundle);
+    return {shell::bundlePaths(chosen, programs),
+            shell::modulePath(shell::soundServerModule, programs)};
+}
+
+void preparePlatform() {
+    [[maybe_unused]] static const bool done = prepare();
+}
 
 std::shared_ptr<LockSession> LockSession::shared(const std::string& soundModule) {
     std::shared_ptr<LockSession> session = current().lock();
@@ -33,7 +83,7 @@ void LockSession::release(std::shared_ptr<LockSession> session) {
 }
 
 LockSession::LockSession(const std::string& soundModule)
-    : sound_(SoundSource::Server, soundModule) {
+    : sound_(shell::SoundSource::Server, soundModule) {
     sound_.setChangeHandler([this] { tell(&LockSessionUser::serviceChanged); });
     sound_.setAvailabilityHandler([this] { tell(&LockSessionUser::volumesChanged); });
     sound_.setSilenceHandler([this] { tell(&LockSessionUser::silenceChanged); });
@@ -44,3 +94,5 @@ void LockSession::tell(void (LockSessionUser::*what)()) {
     for (LockSessionUser* user : users)
         if (users_.contains(user)) (user->*what)();
 }
+
+}  // namespace phosh

@@ -5,9 +5,10 @@
 #include <algorithm>
 #include <cmath>
 
+namespace phosh {
 namespace {
 
-// Points. Below it a finger that taps is not quite still; the lock screen decides a little later.
+// Points. A tapping finger moves less than this. The lock screen decides after a longer way.
 constexpr CGFloat dragThreshold = 4;
 
 // Points.
@@ -43,7 +44,7 @@ void PageView::setNotice(const NSString& text) {
     setNeedsLayout();
 }
 
-/// The rows stay where they are when a notice comes, as long as there is room for it below them.
+/// A notice does not move the rows as long as there is room for it below them.
 void PageView::layoutSubviews() {
     const CGSize page = frame().size;
     const CGFloat taken = content_ ? content_->frame().size.height : 0;
@@ -97,3 +98,5 @@ void PageView::touchesEnded(const UITouchSet& touches, const std::shared_ptr<UIE
 void PageView::touchesCancelled(const UITouchSet& touches, const std::shared_ptr<UIEvent>& event) {
     touchesEnded(touches, event);
 }
+
+}  // namespace phosh

@@ -1,25 +1,26 @@
 #pragma once
 
-#include "shells/panel/CentredLabel.hpp"
+#include "shells/panel/Notices.hpp"
 #include "shells/panel/ScrollingView.hpp"
 
 #include <memory>
 
-/// The page that the widget has on the lock screen: the widget in its middle, scrolled where it is
-/// taller than the page. Fingers on a control are the control's; a drag that begins where no view
-/// has a use for it scrolls when it goes up or down, and is left to the lock screen, which turns
-/// its pages by it, when it goes sideways.
+namespace phosh {
+
+/// The lock screen page's view: the widget in its middle, scrolled if it is taller than the page. A
+/// finger on a control belongs to the control; any other drag scrolls if it is vertical, and is
+/// left to the lock screen, which turns its pages, if it is horizontal.
 class PageView : public UIView {
  public:
     PageView();
     std::string_view className() const override { return "PageView"; }
 
     void setContent(const std::shared_ptr<UIView>& content);
-    ScrollingView& scroller() { return *scroller_; }
-    /// A quiet text below the widget, of one line or more; nil for none.
+    shell::ScrollingView& scroller() { return *scroller_; }
+    /// A notice of one or more lines below the widget; nil for none.
     void setNotice(const NSString& text);
 
-    /// Whether a finger that comes down there is none of the lock screen's business.
+    /// Whether a finger at that place belongs to the page and not to the lock screen.
     bool takesTouchAt(const CGPoint& point);
     /// Whether a drag under way moves the content.
     bool isScrolling() const { return drag_ == Drag::Scrolls; }
@@ -36,9 +37,11 @@ class PageView : public UIView {
     enum class Drag { Undecided, Scrolls, TurnsThePage };
 
     std::shared_ptr<UIView> content_;
-    std::shared_ptr<ScrollingView> scroller_ = std::make_shared<ScrollingView>();
-    std::shared_ptr<CentredLabel> notice_ = std::make_shared<CentredLabel>();
+    std::shared_ptr<shell::ScrollingView> scroller_ = std::make_shared<shell::ScrollingView>();
+    std::shared_ptr<shell::CentredLabel> notice_ = std::make_shared<shell::CentredLabel>();
     std::weak_ptr<UITouch> finger_;
     CGPoint origin_;  ///< Where the finger came down.
     Drag drag_ = Drag::Undecided;
 };
+
+}  // namespace phosh

@@ -1,13 +1,15 @@
 #include "shells/sound/SoundService.hpp"
 
 #include "platform/celestial/SimulatedAudioDevice.hpp"
-#include "platform/foundation/NSLog.hpp"
+#include "shells/common/Process.hpp"
+#include "shells/common/Translation.hpp"
 
 #include <utility>
 
+namespace shell {
 namespace {
 
-/// Stands in until the server is connected to: nothing is known yet but where sound usually goes.
+/// The service before the connection: knows nothing but the usual route.
 class AwaitedService : public AVSystemController {
  public:
     std::string_view className() const override { return "AwaitedService"; }
@@ -17,10 +19,6 @@ class AwaitedService : public AVSystemController {
     bool setMute(Mute /*mute*/, const NSString& /*category*/) override { return false; }
     NSString routeForCategory(const NSString& /*category*/) override { return "Speaker"; }
 };
-
-void say(const std::string& what) {
-    complain("tarnwick", what);
-}
 
 }  // namespace
 
@@ -37,6 +35,10 @@ SoundService::SoundService(SoundSource source, std::string serverModule)
 SoundService::~SoundService() {
     changeHandler_ = {};
     install(nullptr);
+    if (!server_) return;
+    if (outputs_) outputs_->setChangeHandler({});  // Others may still hold a reference.
+    server_->setStateHandler({});
+    server_->setAvailabilityHandler({});
 }
 
 void SoundService::install(std::shared_ptr<AVSystemController> service) {
@@ -45,32 +47,50 @@ void SoundService::install(std::shared_ptr<AVSystemController> service) {
 }
 
 void SoundService::loadAhead() {
-    if (stage_ == Stage::Simulated || connecting_ || loading_.joinable()) return;
-    loading_ = std::jthread([this] { module_ = loadSoundServer(serverModule_); });
+    if (stage_ == Stage::Simulated || connecting_ || loading_.valid()) return;
+    loading_ = std::async(std::launch::async, loadSoundModule, serverModule_);
 }
 
 void SoundService::connect() {
     if (stage_ == Stage::Simulated || std::exchange(connecting_, true)) return;
-    if (loading_.joinable())
-        loading_.join();
-    else
-        module_ = loadSoundServer(serverModule_);
-    auto [server, error] = openSoundServer(module_, std::nullopt);
+    const auto module = loading_.valid() ? loading_.get() : loadSoundModule(serverModule_);
+    const auto server = openSoundServer(module, std::nullopt);
     if (!server) {
-        say(error);
+        complain(server.error());
         return setStage(Stage::Silent);
     }
-    server_ = std::move(server);
-    server_->setAnswersHandler([this](SoundServer::Answers answers) { serverAnswers(answers); });
+    server_ = *server;
+    server_->setStateHandler([this](SoundServer::State state) { serverIs(state); });
     server_->setAvailabilityHandler([this] {
         if (availabilityHandler_) availabilityHandler_();
     });
     server_->setRefusalHandler([](const std::string& category, const std::string& reason) {
-        say("the sound server refuses to change '" + category + "': " + reason);
+        complain(filled(translated("the sound server refuses to change '{category}': {reason}"),
+                        {{"category", category}, {"reason", reason}}));
     });
     server_->setAttention(attention_);
     beginToWait();
-    install(server_->service());
+    install(server_);
+}
+
+void SoundService::followOutputs() {
+    if (outputs_ || !server_) return;
+    outputs_ = server_->roleOutputs();
+    if (!outputs_) return;
+    outputs_->setChangeHandler([this] { tellOutputs(); });
+    outputs_->follow();
+}
+
+void SoundService::tellOutputs() const {
+    if (const auto handler = outputsHandler_) handler();
+}
+
+bool SoundService::isWriting() const {
+    return server_ && (server_->isWriting() || isSwitchingOutputs());
+}
+
+bool SoundService::isSwitchingOutputs() const {
+    return outputs_ && outputs_->state() == RoleOutputs::State::Changing;
 }
 
 void SoundService::setAttention(SoundServer::Attention attention) {
@@ -94,8 +114,8 @@ void SoundService::tellThatSettled() {
     if (const auto handler = std::exchange(settledHandler_, nullptr)) handler();
 }
 
-void SoundService::serverAnswers(SoundServer::Answers answers) {
-    if (answers == SoundServer::Answers::Yes) {
+void SoundService::serverIs(SoundServer::State state) {
+    if (state == SoundServer::State::Ready) {
         patience_.cancel();
         setStage(Stage::Answering);
     } else if (stage_ == Stage::Answering && !patience_.isRunning()) {
@@ -109,10 +129,15 @@ void SoundService::beginToWait() {
 
 void SoundService::setStage(Stage stage) {
     const bool wasSilent = isSilent();
+    const RoleOutputs* const before = outputs();
     stage_ = stage;
     if (wasSilent != isSilent()) {
-        say(isSilent() ? "no sound server answers" : "the sound server answers now");
+        complain(isSilent() ? translated("no sound server answers")
+                            : translated("the sound server answers now"));
         if (silenceHandler_) silenceHandler_();
     }
+    if (outputs() != before) tellOutputs();
     tellThatSettled();
 }
+
+}  // namespace shell

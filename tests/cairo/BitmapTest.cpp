@@ -18,7 +18,7 @@ std::uint32_t framed(int x, int y) {
 }
 
 TEST(CairoBitmap, IsDrawnPixelByPixel) {
-    const CairoBitmap bitmap = bitmapOf(8, 4, stripes);
+    const painting::CairoBitmap bitmap = bitmapOf(8, 4, stripes);
     Paper paper(10, 6);
     paper.canvas().drawBitmap(bitmap, CGRectMake(0, 0, 8, 4), CGRectMake(1, 1, 8, 4), {});
     for (int x = 0; x < 8; ++x)
@@ -27,7 +27,7 @@ TEST(CairoBitmap, IsDrawnPixelByPixel) {
 }
 
 TEST(CairoBitmap, IsDrawnPixelByPixelAtTheScreensScale) {
-    const CairoBitmap bitmap = bitmapOf(8, 4, stripes);
+    const painting::CairoBitmap bitmap = bitmapOf(8, 4, stripes);
     Paper paper(10, 6, 2);
     paper.canvas().drawBitmap(bitmap, CGRectMake(0, 0, 8, 4), CGRectMake(1, 1, 4, 2), {});
     for (int x = 0; x < 8; ++x)
@@ -36,7 +36,7 @@ TEST(CairoBitmap, IsDrawnPixelByPixelAtTheScreensScale) {
 }
 
 TEST(CairoBitmap, StaysSharpAndAsLargeBetweenPixels) {
-    const CairoBitmap bitmap = bitmapOf(7, 3, stripes);
+    const painting::CairoBitmap bitmap = bitmapOf(7, 3, stripes);
     for (const double offset : {0.0, 0.1, 0.25, 0.49, 0.5, 0.51, 0.75, 0.999}) {
         Paper paper(12, 8);
         paper.canvas().drawBitmap(bitmap, CGRectMake(0, 0, 7, 3),
@@ -48,7 +48,7 @@ TEST(CairoBitmap, StaysSharpAndAsLargeBetweenPixels) {
 }
 
 TEST(CairoBitmap, DoesNotBleedFromOutsideTheSource) {
-    const CairoBitmap bitmap = bitmapOf(8, 8, framed);
+    const painting::CairoBitmap bitmap = bitmapOf(8, 8, framed);
     for (const int width : {1, 2, 3, 4, 5, 8, 15, 300}) {
         for (const double scale : {1.0, 1.5, 2.0, 3.0}) {
             Paper paper(width, 9, scale);
@@ -63,7 +63,7 @@ TEST(CairoBitmap, DoesNotBleedFromOutsideTheSource) {
 }
 
 TEST(CairoBitmap, HasNoSeamWithItsNeighbourOnABrokenPixel) {
-    const CairoBitmap bitmap = bitmapOf(8, 8, [](int, int) { return 0x80800000U; });
+    const painting::CairoBitmap bitmap = bitmapOf(8, 8, [](int, int) { return 0x80800000U; });
     Paper paper(30, 4);
     paper.canvas().drawBitmap(bitmap, CGRectMake(0, 0, 4, 8), CGRectMake(0, 0, 9.3, 4), {});
     paper.canvas().drawBitmap(bitmap, CGRectMake(4, 0, 4, 8), CGRectMake(9.3, 0, 20.7, 4), {});
@@ -72,7 +72,7 @@ TEST(CairoBitmap, HasNoSeamWithItsNeighbourOnABrokenPixel) {
 }
 
 TEST(CairoBitmap, KeepsToItsPixelsForASourceThatReachesPastThem) {
-    const CairoBitmap bitmap = bitmapOf(8, 8, stripes);
+    const painting::CairoBitmap bitmap = bitmapOf(8, 8, stripes);
     Paper paper(10, 10);
     paper.canvas().drawBitmap(bitmap, CGRectMake(-5, -5, 1000, 1000), CGRectMake(0, 0, 4, 4), {});
     EXPECT_EQ(paper.inked(), 16);
@@ -81,7 +81,7 @@ TEST(CairoBitmap, KeepsToItsPixelsForASourceThatReachesPastThem) {
 }
 
 TEST(CairoBitmap, IsUnchangedByWhite) {
-    const CairoBitmap bitmap =
+    const painting::CairoBitmap bitmap =
         bitmapOf(16, 16, [](int x, int y) { return std::uint32_t(x * 16) << 24 | y * x / 2; });
     Paper plain(16, 16);
     plain.canvas().drawBitmap(bitmap, CGRectMake(0, 0, 16, 16), CGRectMake(0, 0, 16, 16), {});
@@ -108,7 +108,7 @@ std::ostream& operator<<(std::ostream& stream, const Multiplication& test) {
 class CairoBitmapTint : public testing::TestWithParam<Multiplication> {};
 
 TEST_P(CairoBitmapTint, MultipliesEveryPixelByTheColor) {
-    const CairoBitmap bitmap = bitmapOf(1, 1, [](int, int) { return GetParam().pixel; });
+    const painting::CairoBitmap bitmap = bitmapOf(1, 1, [](int, int) { return GetParam().pixel; });
     Paper paper(1, 1);
     paper.canvas().drawBitmap(bitmap, CGRectMake(0, 0, 1, 1), CGRectMake(0, 0, 1, 1),
                               GetParam().color);
@@ -135,7 +135,7 @@ INSTANTIATE_TEST_SUITE_P(
                                    {255, 0, 0, 255}}));
 
 TEST(CairoBitmap, RemembersItsTintsAndForgetsTheOldest) {
-    const CairoBitmap bitmap = bitmapOf(2, 2, stripes);
+    const painting::CairoBitmap bitmap = bitmapOf(2, 2, stripes);
     cairo_surface_t* first = bitmap.tinted(UIColor::redColor());
     EXPECT_EQ(bitmap.tinted(UIColor::redColor()), first);
     for (int step = 0; step < 100; ++step) {
@@ -145,7 +145,7 @@ TEST(CairoBitmap, RemembersItsTintsAndForgetsTheOldest) {
 }
 
 TEST(CairoBitmap, TellsTheAlphaOfAPixel) {
-    const CairoBitmap bitmap = bitmapOf(3, 2, [](int x, int y) {
+    const painting::CairoBitmap bitmap = bitmapOf(3, 2, [](int x, int y) {
         return x == 2 && y == 1 ? 0x40102030U : x == 0 ? 0xff000000U : 0U;
     });
     EXPECT_EQ(bitmap.alphaAt(0, 0), 255);

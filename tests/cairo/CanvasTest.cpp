@@ -34,11 +34,11 @@ TEST(CairoCanvas, CountsInPointsOfItsScale) {
 }
 
 TEST(CairoCanvas, WorksOnASurfaceWithADeviceScale) {
-    const CairoSurface surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 20, 20));
+    const painting::CairoSurface surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 20, 20));
     cairo_surface_set_device_scale(surface.get(), 2, 2);
-    const CairoContext context(cairo_create(surface.get()));
-    CairoCanvas(context.get(), 2).clip(CGRectMake(0, 0, 1, 1));
-    CairoCanvas canvas(context.get(), 2);
+    const painting::CairoContext context(cairo_create(surface.get()));
+    painting::CairoCanvas(context.get(), 2).clip(CGRectMake(0, 0, 1, 1));
+    painting::CairoCanvas canvas(context.get(), 2);
     canvas.clip(CGRectMake(0.6, 0, 1, 20));  // 1.2 to 3.2 pixels
     canvas.fill(CGRectMake(0, 0, 10, 10), UIColor::redColor());
     cairo_surface_flush(surface.get());
@@ -58,7 +58,7 @@ TEST(CairoCanvas, TakesColorsOutsideTheirRangeAsTheNearest) {
 }
 
 TEST(CairoCanvas, PaintsNothingForStrangeRectanglesAndGoesOn) {
-    const CairoBitmap bitmap = bitmapOf(4, 4, [](int, int) { return 0xffffffffU; });
+    const painting::CairoBitmap bitmap = bitmapOf(4, 4, [](int, int) { return 0xffffffffU; });
     for (const CGRect& rect : strangeRects) {
         Paper paper(10, 10);
         Canvas& canvas = paper.canvas();
@@ -121,7 +121,7 @@ void clipToTwo(Paper& paper) {
 TEST(CairoCanvas, KnowsWhatOfItCanBeSeen) {
     Paper paper(40, 40, 2);
     clipToTwo(paper);
-    CairoCanvas canvas(paper.context(), 2);
+    painting::CairoCanvas canvas(paper.context(), 2);
     EXPECT_TRUE(canvas.isVisible(CGRectMake(9, 9, 5, 5)));
     EXPECT_FALSE(canvas.isVisible(CGRectMake(10, 0, 5, 10)));
     EXPECT_FALSE(canvas.isVisible(CGRectMake(12, 12, 18, 18))) << "it lies between the two";
@@ -146,7 +146,7 @@ TEST(CairoCanvas, ClipsThoseOfItsPartsThatLieOutside) {
           Case{CGRectMake(12, 12, 12, 12), 0}}) {
         Paper paper(40, 40);
         clipToTwo(paper);
-        CairoCanvas canvas(paper.context(), 1);
+        painting::CairoCanvas canvas(paper.context(), 1);
         canvas.translate(7, 3);
         canvas.clip(CGRectOffset(each.clip, -7, -3));
         canvas.fill(CGRectMake(-10, -10, 60, 60), UIColor::redColor());
@@ -158,9 +158,10 @@ TEST(CairoCanvas, SeesAllOfASurfaceThatNothingClips) {
     Paper paper(10, 10);
     EXPECT_TRUE(paper.canvas().isVisible(CGRectMake(9, 9, 1, 1)));
     EXPECT_FALSE(paper.canvas().isVisible(CGRectMake(10, 9, 1, 1)));
-    const CairoSurface endless(cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, nullptr));
-    const CairoContext context(cairo_create(endless.get()));
-    EXPECT_TRUE(CairoCanvas(context.get(), 1).isVisible(CGRectMake(1000, 1000, 1, 1)));
+    const painting::CairoSurface endless(
+        cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, nullptr));
+    const painting::CairoContext context(cairo_create(endless.get()));
+    EXPECT_TRUE(painting::CairoCanvas(context.get(), 1).isVisible(CGRectMake(1000, 1000, 1, 1)));
 }
 
 class CairoPanel : public testing::TestWithParam<CGFloat> {};
@@ -168,7 +169,7 @@ INSTANTIATE_TEST_SUITE_P(WithABorder, CairoPanel, testing::Values(1, 1.5, 12, 20
 
 // Round corners are drawn only where they can be seen.
 TEST_P(CairoPanel, IsDrawnInPiecesAsItIsAtOnce) {
-    const auto drawPanel = [](CairoCanvas& canvas) {
+    const auto drawPanel = [](painting::CairoCanvas& canvas) {
         const CGRect panel = CGRectMake(2, 3, 33, 31);
         canvas.fillRounded(panel, 9, UIColor::redColor());
         canvas.strokeRounded(panel, 9, GetParam(), UIColor::blueColor());
@@ -182,7 +183,7 @@ TEST_P(CairoPanel, IsDrawnInPiecesAsItIsAtOnce) {
                 cairo_save(pieces.context());
                 cairo_rectangle(pieces.context(), x, y, side, side);
                 cairo_clip(pieces.context());
-                CairoCanvas canvas(pieces.context(), 1);
+                painting::CairoCanvas canvas(pieces.context(), 1);
                 drawPanel(canvas);
                 cairo_restore(pieces.context());
             }
@@ -202,12 +203,13 @@ TEST_P(CairoPanel, IsDrawnInPiecesAsItIsAtOnce) {
 
 /// Whether the library is given anything to draw, also where it would come to nothing.
 bool drawsABorder(const CGRect& seen, CGFloat radius) {
-    const CairoSurface record(cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, nullptr));
-    const CairoContext context(cairo_create(record.get()));
+    const painting::CairoSurface record(
+        cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, nullptr));
+    const painting::CairoContext context(cairo_create(record.get()));
     cairo_rectangle(context.get(), seen.origin.x, seen.origin.y, seen.size.width, seen.size.height);
     cairo_clip(context.get());
     {
-        CairoCanvas canvas(context.get(), 1);
+        painting::CairoCanvas canvas(context.get(), 1);
         canvas.translate(2, 3);
         canvas.strokeRounded(CGRectMake(0, 0, 33, 31), radius, 1.5, UIColor::redColor());
     }
@@ -235,7 +237,7 @@ TEST(CairoCanvas, PaintsATranslucentBorderOnceWhereItsSidesMeet) {
     Paper paper(10, 10);
     cairo_rectangle(paper.context(), 1, 1, 8, 8);  // Without the corners, which are a pixel each.
     cairo_clip(paper.context());
-    CairoCanvas canvas(paper.context(), 1);
+    painting::CairoCanvas canvas(paper.context(), 1);
     canvas.strokeRounded(CGRectMake(0, 0, 10, 10), 1, 3, {1, 0, 0, 0.5});
     EXPECT_EQ(paper.inked(), 64 - 16);
     for (const int at : {1, 2, 5, 7, 8})

@@ -83,7 +83,7 @@ TEST(CairoClip, KeepsToWhatTheContextCameWith) {
     cairo_rectangle(paper.context(), 0, 0, 5, 5);
     cairo_clip(paper.context());
     {
-        CairoCanvas canvas(paper.context(), 1);
+        painting::CairoCanvas canvas(paper.context(), 1);
         canvas.save();
         canvas.clip(CGRectMake(4, 4, 4, 4));
         canvas.fill(everywhere, ink);

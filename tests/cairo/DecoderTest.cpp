@@ -12,7 +12,8 @@ namespace {
 class CairoImageDecoding : public testing::Test {
  public:
     std::string image(const std::string& name, int width, int height, std::uint32_t color) {
-        const CairoBitmap bitmap = bitmapOf(width, height, [&](int, int) { return color; });
+        const painting::CairoBitmap bitmap =
+            bitmapOf(width, height, [&](int, int) { return color; });
         cairo_surface_write_to_png(bitmap.surface(), folder.path(name).c_str());
         return folder.path(name);
     }
@@ -42,11 +43,12 @@ class CairoImageDecoding : public testing::Test {
     ~CairoImageDecoding() override { UIImageDecoder::setDecoder(nullptr); }
 
  private:
-    std::shared_ptr<CairoImageDecoder> installed_ = std::make_shared<CairoImageDecoder>();
+    std::shared_ptr<painting::CairoImageDecoder> installed_ =
+        std::make_shared<painting::CairoImageDecoder>();
 
  public:
     TemporaryFolder folder;
-    CairoImageDecoder& decoder = *installed_;
+    painting::CairoImageDecoder& decoder = *installed_;
 };
 
 TEST_F(CairoImageDecoding, TellsTheSizeAndReadsThePixels) {
@@ -184,8 +186,8 @@ TEST_F(CairoImageDecoding, RefusesAFileTooLargeToBeAnImage) {
 }
 
 TEST_F(CairoImageDecoding, ReadsAnImageWithoutAlpha) {
-    const CairoSurface opaque(cairo_image_surface_create(CAIRO_FORMAT_RGB24, 3, 2));
-    const CairoContext context(cairo_create(opaque.get()));
+    const painting::CairoSurface opaque(cairo_image_surface_create(CAIRO_FORMAT_RGB24, 3, 2));
+    const painting::CairoContext context(cairo_create(opaque.get()));
     cairo_set_source_rgb(context.get(), 1, 1, 0);
     cairo_paint(context.get());
     cairo_surface_write_to_png(opaque.get(), folder.path("a.png").c_str());

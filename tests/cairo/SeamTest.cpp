@@ -24,7 +24,7 @@ std::ostream& operator<<(std::ostream& stream, const Track& track) {
 class TrackImage : public testing::TestWithParam<Track> {
  public:
     void SetUp() override {
-        UIImageDecoder::setDecoder(std::make_shared<CairoImageDecoder>());
+        UIImageDecoder::setDecoder(std::make_shared<painting::CairoImageDecoder>());
         const std::string path = std::string(TARNWICK_IMAGE_DIR "/") + GetParam().name + ".png";
         const auto plain = UIImage::imageWithContentsOfFile(path);
         ASSERT_NE(plain, nullptr) << path;

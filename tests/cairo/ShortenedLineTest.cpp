@@ -1,5 +1,5 @@
+#include "backends/cairo/CaptionLine.hpp"
 #include "backends/cairo/Handles.hpp"
-#include "backends/cairo/ShortenedLine.hpp"
 
 #include <gtest/gtest.h>
 
@@ -12,14 +12,14 @@ class ShortenedLine : public testing::Test {
     ShortenedLine()
         : context_(pango_font_map_create_context(pango_cairo_font_map_get_default())),
           layout_(pango_layout_new(context_.get())) {
-        const PangoFontDescriptionPtr font(pango_font_description_from_string("Sans 9"));
+        const painting::PangoFontDescriptionPtr font(pango_font_description_from_string("Sans 9"));
         pango_layout_set_font_description(layout_.get(), font.get());
         pango_layout_set_single_paragraph_mode(layout_.get(), TRUE);
         pango_layout_set_ellipsize(layout_.get(), PANGO_ELLIPSIZE_END);
     }
     /// What of it is shown in so many points.
     std::string shown(const std::string& text, int points = usual) {
-        setCaption(layout_.get(), captionLine(text, 400), points * PANGO_SCALE);
+        setCaption(layout_.get(), painting::captionLine(text, 400), points * PANGO_SCALE);
         PangoRectangle logical;
         pango_layout_get_extents(layout_.get(), nullptr, &logical);
         EXPECT_LE(logical.width, points * PANGO_SCALE) << text;
@@ -28,8 +28,8 @@ class ShortenedLine : public testing::Test {
     bool cutAtItsEnd() { return pango_layout_is_ellipsized(layout_.get()) != FALSE; }
 
  private:
-    PangoContextPtr context_;
-    PangoLayoutPtr layout_;
+    painting::PangoContextPtr context_;
+    painting::PangoLayoutPtr layout_;
 };
 
 std::string manyOf(const std::string& text, int times) {

@@ -1,4 +1,4 @@
-#include "backends/cairo/TextLine.hpp"
+#include "backends/cairo/CaptionLine.hpp"
 
 #include <glib.h>
 #include <gtest/gtest.h>
@@ -21,7 +21,7 @@ std::ostream& operator<<(std::ostream& stream, const Line& line) {
 class TextLine : public testing::TestWithParam<Line> {};
 
 TEST_P(TextLine, IsOneLineOfValidText) {
-    EXPECT_EQ(displayableLine(GetParam().text, 100), GetParam().expected);
+    EXPECT_EQ(painting::displayableLine(GetParam().text, 100), GetParam().expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, TextLine,
@@ -37,10 +37,10 @@ INSTANTIATE_TEST_SUITE_P(Table, TextLine,
                                          Line{"\xc0\x80", "\uFFFD\uFFFD"}));
 
 TEST(DisplayableLine, KeepsAsManyCharactersAsItMay) {
-    EXPECT_EQ(displayableLine("äöü", 3), "äöü");
-    EXPECT_EQ(displayableLine("äöüß", 3), "äöü…");
-    EXPECT_EQ(displayableLine("äöü", 0), "…");
-    EXPECT_EQ(displayableLine("", 0), "");
+    EXPECT_EQ(painting::displayableLine("äöü", 3), "äöü");
+    EXPECT_EQ(painting::displayableLine("äöüß", 3), "äöü…");
+    EXPECT_EQ(painting::displayableLine("äöü", 0), "…");
+    EXPECT_EQ(painting::displayableLine("", 0), "");
 }
 
 TEST(DisplayableLine, DoesNotBreakACharacterWhereItCuts) {
@@ -48,7 +48,7 @@ TEST(DisplayableLine, DoesNotBreakACharacterWhereItCuts) {
     for (int count = 0; count < 40; ++count)
         text += "🔊";
     for (std::size_t characters = 1; characters < 41; ++characters) {
-        const std::string line = displayableLine(text, characters);
+        const std::string line = painting::displayableLine(text, characters);
         EXPECT_EQ(line.find("\uFFFD"), std::string::npos) << characters;
         EXPECT_EQ(g_utf8_strlen(line.c_str(), -1), long(characters) + 1);
     }
@@ -60,7 +60,7 @@ TEST(DisplayableLine, IsValidForAnyBytes) {
         std::string bytes(random() % 40, '\0');
         for (char& byte : bytes)
             byte = char(random());
-        const std::string line = displayableLine(bytes, 20);
+        const std::string line = painting::displayableLine(bytes, 20);
         EXPECT_TRUE(g_utf8_validate(line.data(), gssize(line.size()), nullptr));
         EXPECT_LE(g_utf8_strlen(line.data(), gssize(line.size())), 21);
     }

@@ -183,10 +183,10 @@ TEST(CairoText, UsesTheFontThatItIsGiven) {
 // Lines are kept to be drawn again.
 TEST(CairoText, LooksTheSameWhenItIsDrawnAgain) {
     for (const std::string text : {"H: 50%", "مستوى الصوت", "H 音量 🔊", "\xff", "  "}) {
-        CairoText fresh;
+        painting::CairoText fresh;
         const auto drawn = [&](const std::string& words) {
             Paper paper(320, 25);
-            CairoCanvas(paper.context(), 1, fresh)
+            painting::CairoCanvas(paper.context(), 1, fresh)
                 .drawText(words, twelve, UIColor::whiteColor(), caption, NSTextAlignment::Natural);
             return pixels(paper);
         };
@@ -232,12 +232,12 @@ TEST(CairoText, IsPaintedInTheColorOfTheMoment) {
 
 TEST(CairoText, FollowsTheDesktopsSmoothing) {
     pixelsOf("Ringtone");
-    const CairoFontOptions options(cairo_font_options_create());
+    const painting::CairoFontOptions options(cairo_font_options_create());
     cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_NONE);
-    CairoText::shared().setFontOptions(options.get());
+    painting::CairoText::shared().setFontOptions(options.get());
     Paper paper(320, 25);
     draw(paper, "Ringtone");
-    CairoText::shared().setFontOptions(nullptr);
+    painting::CairoText::shared().setFontOptions(nullptr);
     for (int x = 0; x < 320; ++x) {
         for (int y = 0; y < 25; ++y) {
             ASSERT_TRUE(paper.alphaAt(x, y) == 0 || paper.alphaAt(x, y) == 255);

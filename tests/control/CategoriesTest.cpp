@@ -1,8 +1,8 @@
 #include "backends/plist/PlistCodec.hpp"
-#include "backends/pulse/CategoryMapping.hpp"
+#include "backends/pulse/categories/CategoryMapping.hpp"
 #include "platform/foundation/MachineModel.hpp"
 #include "platform/foundation/PreferencesDirectory.hpp"
-#include "shells/common/FileProblem.hpp"
+#include "shells/common/FileCheck.hpp"
 #include "shells/control/Categories.hpp"
 #include "tests/support/MixerFiles.hpp"
 
@@ -62,8 +62,8 @@ class CalledCategory : public testing::Test {
  protected:
     /// The category's name, or the error.
     std::string called(const std::string& name) const {
-        const auto [record, error] = categoryCalled(name, list_);
-        return record ? describe(record->categoryName()) : error;
+        const auto record = categoryCalled(name, list_);
+        return record ? describe(record->categoryName()) : record.error();
     }
     CategoryList list_ = {{"Ringtone", "Bell"},
                           {"Audio/Video", "Music"},
@@ -101,7 +101,7 @@ TEST_F(CalledCategory, IsTheServersWhereTheMixerHasNone) {
 TEST(CalledCategoryWithoutAName, IsNotFoundByItsCaption) {
     const CategoryList list = {CategoryRecord(PropertyValue(
         PropertyValue::Dictionary{{"prettyCategoryName", PropertyValue("Nameless")}}))};
-    EXPECT_EQ(categoryCalled("Nameless", list).record->categoryName(), "Nameless");
+    EXPECT_EQ(categoryCalled("Nameless", list)->categoryName(), "Nameless");
 }
 
 }  // namespace

@@ -20,7 +20,7 @@ class ControlCompletion : public ControlFixture {
 };
 
 TEST_F(ControlCompletion, OffersTheCommandsThenTheCategoriesThenVolumes) {
-    EXPECT_EQ(offered({""}), "list\nget\nset\nmute\nunmute\ntoggle\nwatch\ncheck\n");
+    EXPECT_EQ(offered({""}), "list\nget\nset\nmute\nunmute\ntoggle\nwatch\ncheck\noutputs\n");
     EXPECT_EQ(offered({"w"}), "watch\n");
     EXPECT_EQ(offered({"get", "Head"}), "HeadsetBT\nHeadphonesBT\n");
     EXPECT_EQ(offered({"set", "Ringtone", "+"}), "+5%\n");

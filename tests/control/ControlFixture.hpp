@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/control/RunningProgram.hpp"
+#include "tests/processes/RunningProgram.hpp"
 #include "tests/rigs/SoundServer.hpp"
 #include "tests/support/MixerFiles.hpp"
 

@@ -26,6 +26,14 @@ TEST_F(ControlGet, OfAMutedOutputIsNothing) {
     EXPECT_EQ(outputOf({"get", "Audio/Video"}), "0%\n");
 }
 
+TEST_F(ControlGet, SaysWhatItConnectsToWhereTheSoundIsDebugged) {
+    const Ended ended = runToEnd(commandLine({"get", "Audio/Video"}),
+                                 {.environment = {{"TARNWICK_DEBUG", "sound"}}});
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_EQ(ended.complaints, "sound: connected to " + server_->address() + "\n");
+    EXPECT_EQ(run({"get", "Audio/Video"}).complaints, "");
+}
+
 TEST_F(ControlGet, TakesACaptionToo) {
     setSinkVolume(40);
     EXPECT_EQ(outputOf({"get", "Music"}), "40%\n");
@@ -60,13 +68,12 @@ TEST_F(ControlGet, OfWhatIsNotThereFailsWithoutAVolume) {
     EXPECT_EQ(Json::parse(asJson.output).at("volume"), nullptr);
 }
 
-TEST_F(ControlGet, OfWhatNobodyKnowsSaysThatItIsNoCategory) {
+TEST_F(ControlGet, OfAnUnknownNameSaysThatItIsNoCategory) {
     const Ended ended = run({"get", "Ringtoned\x1b[31m"});
     EXPECT_EQ(ended.status, 1);
-    EXPECT_EQ(
-        ended.complaints,
-        "tarnwickctl: 'Ringtoned\uFFFD[31m' is not among the mixer's categories, and the sound "
-        "server knows none of it\n");
+    EXPECT_EQ(ended.complaints,
+              "tarnwickctl: 'Ringtoned\uFFFD[31m' is not one of the mixer's categories, and the "
+              "sound server does not know it\n");
 }
 
 }  // namespace

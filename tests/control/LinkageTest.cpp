@@ -1,4 +1,4 @@
-#include "tests/control/RunningProgram.hpp"
+#include "tests/processes/RunningProgram.hpp"
 
 #include <gtest/gtest.h>
 

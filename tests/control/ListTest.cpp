@@ -20,7 +20,7 @@ TEST_F(ControlList, IsALineACategoryWithTabsForPrograms) {
 }
 
 TEST_F(ControlList, IsATableForATerminal) {
-    RunningProgram program(commandLine({"list"}), RunningProgram::Output::Terminal);
+    RunningProgram program(commandLine({"list"}), {.output = RunningProgram::Output::Terminal});
     EXPECT_EQ(program.nextLine(), "CATEGORY      CAPTION          VOLUME   ROUTE    READABLE");
     EXPECT_EQ(program.nextLine(), "Ringtone      Bell             100%     Speaker  yes");
     EXPECT_EQ(program.nextLine(), "Audio/Video   Music (Speaker)  40%      Speaker  yes");

@@ -26,7 +26,7 @@ TEST_F(RequestTest, TakesOptionsWhereverTheyStand) {
     EXPECT_EQ(request.form, Form::Json);
 }
 
-TEST_F(RequestTest, TakesAStepDownForWhatItIs) {
+TEST_F(RequestTest, ReadsANegativeNumberAsAStepDown) {
     EXPECT_EQ(read({"set", "Ringtone", "-5%"}), std::nullopt);
     EXPECT_EQ(request.change->fraction(), -0.05);
     EXPECT_EQ(read({"set", "Ringtone", "-.05"}), std::nullopt);
@@ -63,6 +63,18 @@ TEST_F(RequestTest, WaitsForNoServerUnlessTold) {
     EXPECT_EQ(request.waitSeconds, 0);
     EXPECT_EQ(read({"--wait", "60", "list"}), std::nullopt);
     EXPECT_EQ(request.waitSeconds, 60);
+}
+
+TEST_F(RequestTest, TakesAnActionForTheOutputs) {
+    EXPECT_EQ(read({"outputs", "on", "--permanent"}), std::nullopt);
+    EXPECT_EQ(request.verb, Verb::Outputs);
+    EXPECT_EQ(request.outputs, OutputsAction::On);
+    EXPECT_TRUE(request.isPermanent);
+    EXPECT_EQ(read({"outputs", "adopt"}), std::nullopt);
+    EXPECT_EQ(request.outputs, OutputsAction::Adopt);
+    EXPECT_EQ(read({"outputs"}), "usage: tarnwickctl outputs on|off|status|adopt");
+    EXPECT_EQ(read({"outputs", "up"}), "usage: tarnwickctl outputs on|off|status|adopt");
+    EXPECT_EQ(read({"outputs", "off", "--permanent"}), "--permanent goes with outputs on alone");
 }
 
 TEST_F(RequestTest, SaysWhatDoesNotFit) {

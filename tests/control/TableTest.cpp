@@ -1,4 +1,4 @@
-#include "shells/control/Table.hpp"
+#include "shells/control/Output.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "shells/control/VolumeChange.hpp"
+#include "shells/control/Request.hpp"
 
 #include <gtest/gtest.h>
 

@@ -16,7 +16,8 @@ class ControlWatch : public ControlOnEachServer {
         const Words& options = {}, RunningProgram::Output output = RunningProgram::Output::Pipe) {
         Words arguments = options;
         arguments.emplace_back("watch");
-        auto program = std::make_unique<RunningProgram>(commandLine(arguments), output);
+        auto program = std::make_unique<RunningProgram>(commandLine(arguments),
+                                                        RunningProgram::Setting{.output = output});
         const int lines = output == RunningProgram::Output::Terminal ? 5 : 4;
         for (int i = 0; i < lines; ++i)
             beginning_.push_back(program->nextLine().value_or("nothing"));
@@ -45,7 +46,7 @@ TEST_P(ControlWatch, BeginsWithAnObjectForEachAsJson) {
         EXPECT_EQ(Json::parse(beginning_[i]), list[i]);
 }
 
-TEST_P(ControlWatch, TellsNothingButChangesIfAsked) {
+TEST_P(ControlWatch, PrintsOnlyChangesIfAsked) {
     RunningProgram program(commandLine({"watch", "--changes-only"}));
     EXPECT_EQ(program.lineSoon(), std::nullopt);
     // It says nothing of itself when it begins, so something is changed until it tells that.
@@ -90,7 +91,7 @@ TEST_P(ControlWatch, IsAnObjectALineAsJson) {
 }
 
 TEST_P(ControlWatch, HasAHeadingOnATerminal) {
-    RunningProgram program(commandLine({"watch"}), RunningProgram::Output::Terminal);
+    RunningProgram program(commandLine({"watch"}), {.output = RunningProgram::Output::Terminal});
     EXPECT_EQ(program.nextLine(), "CATEGORY      CAPTION          VOLUME   ROUTE    READABLE");
     EXPECT_EQ(program.nextLine(), "Ringtone      Bell             100%     Speaker  yes");
 }
@@ -115,7 +116,7 @@ TEST_P(ControlWatch, EndsCleanlyWhenItIsInterruptedOrTold) {
     }
 }
 
-TEST_P(ControlWatch, EndsCleanlyWhenNobodyReadsAnyMoreWithoutAChange) {
+TEST_P(ControlWatch, EndsCleanlyWhenItsReaderGoesAwayWithoutAChange) {
     const auto program = watching();
     program->closeOutput();
     EXPECT_EQ(program->finish(), 0);

@@ -16,7 +16,7 @@ import unittest
 import xml.etree.ElementTree
 
 ROOT, PACKAGES = map(pathlib.Path, sys.argv[1:3])
-NAMES = ["tarnwick", "tarnwick-phosh"]
+NAMES = ["tarnwick", "tarnwick-phosh", "tarnwick-settings"]
 DEBS = [path for path in PACKAGES.glob("*.deb") if "-dbgsym_" not in path.name]
 HOME = "/tmp/home"
 
@@ -129,7 +129,7 @@ class Installed(unittest.TestCase):
 
     def test_versions_agree(self):
         version = self.program("dpkg-query", "-W", "-f", "${Version}", "tarnwick")
-        for program in ("tarnwick", "tarnwick-headless", "tarnwickctl"):
+        for program in ("tarnwick", "tarnwick-headless", "tarnwick-settings", "tarnwickctl"):
             self.assertIn(version, self.program(program, "--version").split())
         metainfo = outside("/usr/share/metainfo/org.tarnwick.mixer.metainfo.xml")
         releases = xml.etree.ElementTree.parse(metainfo).findall("releases/release")
@@ -142,7 +142,7 @@ class Installed(unittest.TestCase):
         self.assertEqual(outside(told.group(1)), folder / "libphosh-plugin-tarnwick.so")
 
     def test_every_program_has_its_manual_page(self):
-        for path in files_of("tarnwick"):
+        for path in files_of("tarnwick") + files_of("tarnwick-settings"):
             if path.startswith("/usr/bin/"):
                 name = path.rsplit("/", 1)[1]
                 with gzip.open(outside(f"/usr/share/man/man1/{name}.1.gz"), "rt") as page:
@@ -156,13 +156,15 @@ class Installed(unittest.TestCase):
     def test_metadata_icon_and_desktop_entry_fit_together(self):
         judged = run(["appstreamcli", "validate-tree", "--no-net", ROOT])
         self.assertEqual(judged.returncode, 0, judged.stdout)
-        entry = outside("/usr/share/applications/org.tarnwick.mixer.desktop")
-        self.assertEqual(run(["desktop-file-validate", entry]).stdout, "")
-        text = entry.read_text()
-        program = re.search(r"^Exec=(\S+)", text, re.MULTILINE).group(1)
-        self.assertTrue(outside(f"/usr/bin/{program}").is_file())
-        icon = re.search(r"^Icon=(\S+)", text, re.MULTILINE).group(1)
-        self.assertTrue(outside(f"/usr/share/icons/hicolor/scalable/apps/{icon}.svg").is_file())
+        icons = outside("/usr/share/icons/hicolor/scalable/apps")
+        for name in ("mixer", "Settings"):
+            entry = outside(f"/usr/share/applications/org.tarnwick.{name}.desktop")
+            self.assertEqual(run(["desktop-file-validate", entry]).stdout, "")
+            text = entry.read_text()
+            program = re.search(r"^Exec=(\S+)", text, re.MULTILINE).group(1)
+            self.assertTrue(outside(f"/usr/bin/{program}").is_file())
+            icon = re.search(r"^Icon=(\S+)", text, re.MULTILINE).group(1)
+            self.assertTrue((icons / f"{icon}.svg").is_file())
 
 
 class Removed(unittest.TestCase):

@@ -3,12 +3,16 @@
 #include "tests/desktop/DesktopFixture.hpp"
 #include "tests/desktop/KeyTaker.hpp"
 #include "tests/desktop/XDesktop.hpp"
+#include "tests/support/FakeRoleOutputs.hpp"
 
 #include <X11/keysym.h>
 
 #include <algorithm>
 #include <fstream>
 #include <iterator>
+#include <stdexcept>
+
+using namespace desktop;
 
 namespace test {
 namespace {
@@ -34,8 +38,19 @@ class AccessibilityTest : public DesktopFixture {
     }
 
     void openWindow() { open(TARNWICK_ACCESSIBILITY_MODULE); }
+    void openWithReader() {
+        reader.setEnabled(true);
+        openWindow();
+    }
 
     using Object = AtSpiClient::Object;
+    /// Opens it with the five sliders of the initial list.
+    std::vector<Object> openedSliders() {
+        openWithReader();
+        const std::vector<Object> found = sliders();
+        if (found.size() != 5) throw std::runtime_error("there are not five sliders");
+        return found;
+    }
     Object frame() {
         const Object program = reader.waitForProgram(g_get_application_name());
         if (program.program.empty()) return {};
@@ -60,7 +75,7 @@ class AccessibilityTest : public DesktopFixture {
     AtSpiClient reader;
 };
 
-TEST_F(AccessibilityTest, IsNotLoadedWhereNobodyListens) {
+TEST_F(AccessibilityTest, IsNotLoadedWithoutAListener) {
     reader.setEnabled(false);
     if (bridgeIsLoaded()) GTEST_SKIP() << "an earlier test in this process has loaded it";
     openWindow();
@@ -71,8 +86,7 @@ TEST_F(AccessibilityTest, IsNotLoadedWhereNobodyListens) {
 }
 
 TEST_F(AccessibilityTest, ShowsTheWindowAndItsRows) {
-    reader.setEnabled(true);
-    openWindow();
+    openWithReader();
     const Object shown = frame();
     ASSERT_FALSE(shown.program.empty());
     EXPECT_EQ(reader.role(shown), AtSpiClient::roleFrame);
@@ -88,9 +102,7 @@ TEST_F(AccessibilityTest, ShowsTheWindowAndItsRows) {
 }
 
 TEST_F(AccessibilityTest, ButtonCanBePressed) {
-    reader.setEnabled(true);
-    openWindow();
-    ASSERT_EQ(sliders().size(), 5U);
+    openedSliders();
     const Object button = reader.children(frame()).back();
     EXPECT_TRUE(reader.hasState(button, AtSpiClient::stateEnabled));
     EXPECT_FALSE(reader.hasState(button, AtSpiClient::stateFocusable))
@@ -99,10 +111,37 @@ TEST_F(AccessibilityTest, ButtonCanBePressed) {
     EXPECT_TRUE(waitUntil([this] { return !window->isShown(); }));
 }
 
+TEST_F(AccessibilityTest, OfferIsAnnouncedAndHasButtonsThatCanBePressed) {
+    openedSliders();
+    FakeRoleOutputs outputs;
+    outputs.setChangeHandler([&] { window->setFooter(std::nullopt, &outputs); });
+    outputs.follow();
+    std::vector<Object> elements;
+    ASSERT_TRUE(waitUntil([&] {
+        elements = reader.children(frame());
+        return elements.size() == 14;
+    }));
+    EXPECT_EQ(reader.role(elements[11]), AtSpiClient::roleNotification);
+    EXPECT_EQ(reader.name(elements[11]), "Media and ringtone share one volume.");
+    EXPECT_EQ(reader.name(elements[12]), "Keep them apart");
+    EXPECT_EQ(reader.name(elements[13]), "Not now");
+    for (const Object& button : {elements[12], elements[13]}) {
+        EXPECT_EQ(reader.role(button), AtSpiClient::roleButton);
+        EXPECT_TRUE(reader.hasState(button, AtSpiClient::stateFocusable));
+        EXPECT_TRUE(reader.hasState(button, AtSpiClient::stateEnabled));
+    }
+    EXPECT_TRUE(reader.act(elements[12]));
+    EXPECT_TRUE(waitUntil([&] { return outputs.chosen == RoleOutputs::Choice::Apart; }));
+    EXPECT_TRUE(waitUntil([&] { return reader.children(frame()).size() == 12; }));
+    EXPECT_EQ(reader.name(elements[11]), "Keeping them apart\u2026");
+    outputs.settle(RoleOutputs::State::Apart);
+    EXPECT_TRUE(waitUntil([&] { return reader.children(frame()).size() == 11; }));
+    window->setFooter(std::nullopt);
+}
+
 TEST_F(AccessibilityTest, NamesHaveNothingThatActsOnTheirReader) {
     files.writeCategories({{"Ringtone", "a\u202Eb\u009Bc\nd"}});
-    reader.setEnabled(true);
-    openWindow();
+    openWithReader();
     const auto elements = reader.children(frame());
     ASSERT_GE(elements.size(), 2U);
     for (std::size_t i = 0; i < 2; ++i)
@@ -111,10 +150,7 @@ TEST_F(AccessibilityTest, NamesHaveNothingThatActsOnTheirReader) {
 }
 
 TEST_F(AccessibilityTest, SliderCanBeReadAndSet) {
-    reader.setEnabled(true);
-    openWindow();
-    const auto shown = sliders();
-    ASSERT_EQ(shown.size(), 5U);
+    const auto shown = openedSliders();
     EXPECT_EQ(reader.value(shown[1]), 50);
     EXPECT_EQ(reader.greatestValue(shown[1]), 100);
     reader.setValue(shown[1], 73);
@@ -127,10 +163,7 @@ TEST_F(AccessibilityTest, SliderCanBeReadAndSet) {
 }
 
 TEST_F(AccessibilityTest, ValueOutOfRangeIsBroughtIntoIt) {
-    reader.setEnabled(true);
-    openWindow();
-    const auto shown = sliders();
-    ASSERT_EQ(shown.size(), 5U);
+    const auto shown = openedSliders();
     reader.setValue(shown[0], 101);
     expectVolume("Ringtone", 1);
     reader.setValue(shown[0], -1);
@@ -138,10 +171,7 @@ TEST_F(AccessibilityTest, ValueOutOfRangeIsBroughtIntoIt) {
 }
 
 TEST_F(AccessibilityTest, TellsEachStepOnceAndTheSameName) {
-    reader.setEnabled(true);
-    openWindow();
-    const auto shown = sliders();
-    ASSERT_EQ(shown.size(), 5U);
+    const auto shown = openedSliders();
     reader.listen("object:property-change:accessible-value");
     reader.listen("object:property-change:accessible-name");
     settle();
@@ -158,10 +188,7 @@ TEST_F(AccessibilityTest, TellsEachStepOnceAndTheSameName) {
 
 TEST_F(AccessibilityTest, KeepsTheNameWithoutPercentages) {
     files.writeSettings("<key>displayPercentage</key><false/>");
-    reader.setEnabled(true);
-    openWindow();
-    const auto shown = sliders();
-    ASSERT_EQ(shown.size(), 5U);
+    const auto shown = openedSliders();
     EXPECT_EQ(reader.name(shown[1]), "Audio/Video (Speaker)");
     EXPECT_EQ(reader.name(shown[0]), "Ringtone");
 }
@@ -169,8 +196,7 @@ TEST_F(AccessibilityTest, KeepsTheNameWithoutPercentages) {
 TEST_F(AccessibilityTest, TellsWhereARowIsInAnyZoom) {
     SettingsManager settings(displayName());
     settings.set({{"Xft/DPI", 144 * 1024}});
-    reader.setEnabled(true);
-    openWindow();
+    openWithReader();
     ASSERT_TRUE(waitUntil([this] { return window->content()->zoom() == 1.5; }));
     ASSERT_TRUE(waitUntil([this] { return sliders().size() == 5; }));
     const CGRect told = reader.extents(sliders()[1]);
@@ -184,7 +210,7 @@ TEST_F(AccessibilityTest, TellsTheFirstOpeningOfADrawerWithItsNotice) {
     reader.listen("window:activate");
     reader.listen("object:state-changed:showing");
     open(TARNWICK_ACCESSIBILITY_MODULE, [this] {
-        window->setNotice("No sound server answers");
+        window->setFooter("No sound server answers");
         return std::make_unique<PopupPlace>(gdk_display_get_default(), CGPoint{640, 10}, 0);
     });
     EXPECT_TRUE(waitUntil([this] { return timesTold("Activate") > 0; }));
@@ -198,18 +224,16 @@ TEST_F(AccessibilityTest, TellsTheFirstOpeningOfADrawerWithItsNotice) {
 }
 
 TEST_F(AccessibilityTest, TellsANoticeThatComesAndOneThatTakesItsPlace) {
-    reader.setEnabled(true);
-    openWindow();
-    ASSERT_EQ(sliders().size(), 5U);
+    openedSliders();
     reader.listen("object:state-changed:showing");
     settle();
-    window->setNotice("No sound server answers");
+    window->setFooter("No sound server answers");
     settle();
     ASSERT_TRUE(waitUntil([this] { return timesTold("showing") == 1; }));
     const Object told = reader.events().back().source;
     EXPECT_EQ(reader.role(told), AtSpiClient::roleNotification);
     EXPECT_EQ(reader.name(told), "No sound server answers");
-    window->setNotice("The list of rows could not be read");
+    window->setFooter("The list of rows could not be read");
     settle();
     ASSERT_TRUE(waitUntil([this] { return timesTold("showing") == 2; }));
     EXPECT_EQ(reader.name(told), "The list of rows could not be read");
@@ -220,10 +244,7 @@ TEST_F(AccessibilityTest, TellsANoticeThatComesAndOneThatTakesItsPlace) {
 
 TEST_F(AccessibilityTest, RowWithoutAVolumeIsInsensitiveAndCanHaveTheFocus) {
     device->setReadable("HeadsetBT", false);
-    reader.setEnabled(true);
-    openWindow();
-    const auto shown = sliders();
-    ASSERT_EQ(shown.size(), 5U);
+    const auto shown = openedSliders();
     reader.listen("object:state-changed:sensitive");
     EXPECT_EQ(reader.name(shown[2]), "BT Headset");
     EXPECT_FALSE(reader.hasState(shown[2], AtSpiClient::stateEnabled));
@@ -240,9 +261,7 @@ TEST_F(AccessibilityTest, RowWithoutAVolumeIsInsensitiveAndCanHaveTheFocus) {
 }
 
 TEST_F(AccessibilityTest, TellsOfAChangeMadeElsewhere) {
-    reader.setEnabled(true);
-    openWindow();
-    ASSERT_EQ(sliders().size(), 5U);
+    openedSliders();
     reader.watch("accessible-value");
     settle();
     device->changeVolume("Ringtone", 0.25F);
@@ -250,9 +269,7 @@ TEST_F(AccessibilityTest, TellsOfAChangeMadeElsewhere) {
 }
 
 TEST_F(AccessibilityTest, SaysNothingOfAChangeThatRoundsToTheSamePercentage) {
-    reader.setEnabled(true);
-    openWindow();
-    ASSERT_EQ(sliders().size(), 5U);
+    openedSliders();
     reader.watch("accessible-value");
     settle();
     device->changeVolume("Ringtone", 0.5004F);
@@ -265,20 +282,14 @@ TEST_F(AccessibilityTest, SaysNothingOfAChangeThatRoundsToTheSamePercentage) {
 }
 
 TEST_F(AccessibilityTest, GivesTheFocusWhereItIsAsked) {
-    reader.setEnabled(true);
-    openWindow();
-    const auto shown = sliders();
-    ASSERT_EQ(shown.size(), 5U);
+    const auto shown = openedSliders();
     EXPECT_TRUE(reader.grabFocus(shown[3]));
     EXPECT_TRUE(slider(3)->isFocused());
     EXPECT_FALSE(reader.grabFocus(reader.children(frame())[0])) << "a label";
 }
 
 TEST_F(AccessibilityTest, TellsEverySlidersRangeStepStatesAndPlace) {
-    reader.setEnabled(true);
-    openWindow();
-    const auto shown = sliders();
-    ASSERT_EQ(shown.size(), 5U);
+    const auto shown = openedSliders();
     for (std::size_t row = 0; row < shown.size(); ++row) {
         EXPECT_EQ(reader.leastValue(shown[row]), 0);
         EXPECT_EQ(reader.greatestValue(shown[row]), 100);
@@ -292,8 +303,7 @@ TEST_F(AccessibilityTest, TellsEverySlidersRangeStepStatesAndPlace) {
 }
 
 TEST_F(AccessibilityTest, DisabledSliderSaysSoAndCannotBeSet) {
-    reader.setEnabled(true);
-    openWindow();
+    openWithReader();
     slider(0)->setEnabled(false);
     settle();
     const auto shown = sliders();
@@ -307,10 +317,7 @@ TEST_F(AccessibilityTest, DisabledSliderSaysSoAndCannotBeSet) {
 }
 
 TEST_F(AccessibilityTest, TabMovesTheFocusThatIsTold) {
-    reader.setEnabled(true);
-    openWindow();
-    const auto shown = sliders();
-    ASSERT_EQ(shown.size(), 5U);
+    const auto shown = openedSliders();
     user->moveTo(windowOrigin().x + 5, windowOrigin().y + 100);
     user->typeKey(XK_Tab);
     ASSERT_TRUE(waitUntil([this] { return slider(0)->isFocused(); }));
@@ -354,9 +361,7 @@ TEST_F(AccessibilityTest, ComesWhenItIsSwitchedOnLater) {
 }
 
 TEST_F(AccessibilityTest, ClosedWindowHasNothingToRead) {
-    reader.setEnabled(true);
-    openWindow();
-    ASSERT_EQ(sliders().size(), 5U);
+    openedSliders();
     const Object shown = frame();
     EXPECT_TRUE(reader.hasState(shown, AtSpiClient::stateShowing));
     window->close();
@@ -369,9 +374,7 @@ TEST_F(AccessibilityTest, ClosedWindowHasNothingToRead) {
 }
 
 TEST_F(AccessibilityTest, RowsFollowWhatIsShown) {
-    reader.setEnabled(true);
-    openWindow();
-    ASSERT_EQ(sliders().size(), 5U);
+    openedSliders();
     window->close();
     files.writeShownCategories(3);
     window->show();

@@ -1,5 +1,6 @@
-#include "shells/common/ApplicationId.hpp"
+#include "shells/common/Installation.hpp"
 #include "tests/desktop/UserSession.hpp"
+#include "tests/processes/RunningProgram.hpp"
 #include "tests/rigs/Waiting.hpp"
 
 #include <gtest/gtest.h>
@@ -20,7 +21,7 @@ class ActivationTest : public testing::Test {
         std::string text{std::istreambuf_iterator<char>(installed), {}};
         const std::size_t program = text.find("Exec=") + std::string("Exec=").size();
         text.replace(program, text.find(' ', program) - program, TARNWICK_PROGRAM);
-        std::ofstream(services / (std::string(applicationId) + ".service")) << text;
+        std::ofstream(services / (std::string(shell::applicationId) + ".service")) << text;
         call(
             {"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus.ReloadConfig"});
     }
@@ -38,10 +39,10 @@ class ActivationTest : public testing::Test {
                                           "--dest",    method.service, "--object-path",
                                           method.path, "--method",     method.name};
         words.insert(words.end(), arguments.begin(), arguments.end());
-        return rigs::outputOf(words, session.environment());
+        return outputOf(words, session.environment());
     }
     void application(const std::string& method, const std::vector<std::string>& arguments) const {
-        call({applicationId, "/org/tarnwick/mixer", "org.freedesktop.Application." + method},
+        call({shell::applicationId, "/org/tarnwick/mixer", "org.freedesktop.Application." + method},
              arguments);
     }
     void action(const std::string& name) const {
@@ -50,7 +51,7 @@ class ActivationTest : public testing::Test {
     bool isRunning() const {
         return call({"org.freedesktop.DBus", "/org/freedesktop/DBus",
                      "org.freedesktop.DBus.NameHasOwner"},
-                    {applicationId}) == "(true,)\n";
+                    {shell::applicationId}) == "(true,)\n";
     }
     bool waitUntilItHasEnded() const {
         return rigs::waitUntil([this] { return !isRunning(); });
@@ -64,7 +65,7 @@ TEST_F(ActivationTest, TheBusStartsTheMixerThatIsCalled) {
     application("Activate", {"{}"});
     EXPECT_EQ(session.waitForWindow().size.width, 560);
     application("Activate", {"{'desktop-startup-id': <'x'>}"});
-    EXPECT_EQ(session.screen.windowsOf(applicationId).size(), 1U);
+    EXPECT_EQ(session.screen.windowsOf(shell::applicationId).size(), 1U);
 }
 
 TEST_F(ActivationTest, ToOpenSomethingShowsIt) {
@@ -86,7 +87,7 @@ TEST_F(ActivationTest, ActionsToggleAndQuitIt) {
 
 TEST_F(ActivationTest, AnUnknownActionIsRefusedAndShowsNothing) {
     EXPECT_THROW(action("dance"), std::runtime_error);
-    EXPECT_TRUE(session.screen.windowsOf(applicationId).empty());
+    EXPECT_TRUE(session.screen.windowsOf(shell::applicationId).empty());
 }
 
 TEST_F(ActivationTest, AnOrdinaryStartFindsTheOneThatTheBusHasStarted) {

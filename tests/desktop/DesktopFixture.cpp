@@ -3,14 +3,17 @@
 #include "platform/foundation/MachineModel.hpp"
 #include "platform/foundation/NSLog.hpp"
 #include "platform/foundation/PreferencesDirectory.hpp"
-#include "platform/uikit/UIAccessibility.hpp"
 #include "platform/uikit/UILabel.hpp"
-#include "shells/common/Backends.hpp"
+#include "platform/uikit/UISlider.hpp"
+#include "platform/uikit/UIView.hpp"
 #include "shells/common/WidgetBundle.hpp"
-#include "shells/desktop/OrdinaryPlace.hpp"
+#include "shells/desktop/WindowPlace.hpp"
 #include "tests/desktop/XDesktop.hpp"
 
 #include <gdk/gdkx.h>
+
+using namespace desktop;
+using namespace shell;
 
 namespace test {
 namespace {
@@ -38,7 +41,7 @@ DesktopFixture::DesktopFixture() {
     openDisplay();
     user.emplace(server().displayName());
     user->moveTo(1279, 899);
-    events = std::make_unique<GdkEvents>();
+    events = std::make_unique<windowing::EventDispatcher>();
     shell::installBackends();
     setLogSink([](const std::string&) {});
     setPreferencesDirectory(files.folder().string());
@@ -62,9 +65,9 @@ void DesktopFixture::open(const std::string& accessibilityModule) {
 
 void DesktopFixture::open(const std::string& accessibilityModule,
                           const std::function<std::unique_ptr<WindowPlace>()>& place) {
-    auto [controller, error] = shell::createController(TARNWICK_BUNDLE_DIR);
-    ASSERT_TRUE(controller) << error;
-    widget = std::make_unique<HostedWidget>(std::move(controller), parentWidthForModel("iPad4,1"));
+    const auto controller = shell::createController(TARNWICK_BUNDLE_DIR);
+    ASSERT_TRUE(controller) << controller.error();
+    widget = std::make_unique<HostedWidget>(*controller, parentWidthForModel("iPad4,1"));
     window = std::make_unique<DesktopWindow>(gdk_display_get_default(), *events, *widget,
                                              accessibilityModule);
     window->show(place());

@@ -27,7 +27,7 @@ class DesktopFixture : public testing::Test {
     void open(const std::string& accessibilityModule = {});
     /// The same in a place that is made once there is a window to be shown there.
     void open(const std::string& accessibilityModule,
-              const std::function<std::unique_ptr<WindowPlace>()>& place);
+              const std::function<std::unique_ptr<desktop::WindowPlace>()>& place);
     /// Runs the main loop until nothing waits in it, nor on the way from the X server, and what
     /// came of it is painted.
     void settle();
@@ -47,12 +47,12 @@ class DesktopFixture : public testing::Test {
     void expectVolume(const char* category, double expected);
 
     MixerFiles files;
-    GLibRunLoop runLoop;
+    glib::GLibRunLoop runLoop;
     std::optional<XUser> user;
     std::shared_ptr<SimulatedAudioDevice> device = std::make_shared<SimulatedAudioDevice>();
-    std::unique_ptr<GdkEvents> events;
-    std::unique_ptr<HostedWidget> widget;
-    std::unique_ptr<DesktopWindow> window;
+    std::unique_ptr<windowing::EventDispatcher> events;
+    std::unique_ptr<shell::HostedWidget> widget;
+    std::unique_ptr<desktop::DesktopWindow> window;
 };
 
 }  // namespace test

@@ -1,6 +1,6 @@
 #include "platform/foundation/NSNotificationCenter.hpp"
-#include "platform/uikit/UIAccessibility.hpp"
 #include "platform/uikit/UIButton.hpp"
+#include "platform/uikit/UIView.hpp"
 #include "shells/desktop/PopupPlace.hpp"
 #include "tests/desktop/DesktopFixture.hpp"
 
@@ -12,6 +12,8 @@
 
 #include <algorithm>
 #include <cmath>
+
+using namespace desktop;
 
 namespace test {
 namespace {
@@ -64,41 +66,6 @@ TEST_F(DesktopWindowTest, ChangeElsewhereMovesTheThumbOnTheScreen) {
     settle();
     EXPECT_TRUE(thumbIsSeenAt(thumbOnScreen(0)));
     EXPECT_FALSE(thumbIsSeenAt(before));
-}
-
-TEST_F(DesktopWindowTest, WheelMovesByOnePercentAStepAndByTenWithShift) {
-    open();
-    pointAt(thumbOnScreen(0));
-    user->scrollUp();
-    expectVolume("Ringtone", 0.51);
-    user->scrollDown();
-    user->scrollDown();
-    expectVolume("Ringtone", 0.49);
-    user->pressKey(XK_Shift_L);
-    user->scrollUp();
-    user->releaseKey(XK_Shift_L);
-    expectVolume("Ringtone", 0.59);
-}
-
-TEST_F(DesktopWindowTest, KeysMoveTheFocusedSlider) {
-    open();
-    pointAt({windowOrigin().x + 5, windowOrigin().y + 100});
-    user->typeKey(XK_Tab);
-    user->typeKey(XK_Tab);
-    ASSERT_TRUE(waitUntil([this] { return slider(1)->isFocused(); }));
-    user->typeKey(XK_Right);
-    expectVolume("Audio/Video", 0.51);
-    user->typeKey(XK_Page_Down);
-    expectVolume("Audio/Video", 0.41);
-    user->typeKey(XK_End);
-    expectVolume("Audio/Video", 1);
-    user->typeKey(XK_Home);
-    expectVolume("Audio/Video", 0);
-    user->pressKey(XK_Shift_L);
-    user->typeKey(XK_Tab);
-    user->releaseKey(XK_Shift_L);
-    EXPECT_TRUE(waitUntil([this] { return slider(0)->isFocused(); }));
-    EXPECT_NEAR(volume("Ringtone"), 0.5, 0.0001);
 }
 
 TEST_F(DesktopWindowTest, KeyMMutesTheFocusedRowsCategoryAndKeepsItsVolume) {
@@ -192,18 +159,6 @@ TEST_F(DesktopWindowTest, DragOfAnEmptyPartMovesTheWindow) {
     user->release();
     settle();
     EXPECT_NEAR(volume("Ringtone"), 0.5, 0.0001);
-}
-
-TEST_F(DesktopWindowTest, ClickOnAnEmptyPartDoesNothing) {
-    open();
-    const CGPoint origin = windowOrigin();
-    user->moveTo(origin.x + 300, origin.y + 8);
-    user->press();
-    user->moveTo(origin.x + 302, origin.y + 9);
-    user->release();
-    settle();
-    EXPECT_EQ(windowOrigin(), origin);
-    EXPECT_TRUE(window->isShown());
 }
 
 TEST_F(DesktopWindowTest, CrossInTheCornerClosesIt) {

@@ -1,6 +1,5 @@
 #include "backends/cairo/CairoBitmap.hpp"
 #include "backends/cairo/CairoCanvas.hpp"
-#include "backends/cairo/DeviceCopy.hpp"
 #include "tests/desktop/LonelyDisplay.hpp"
 #include "tests/support/Paper.hpp"
 
@@ -20,13 +19,13 @@ namespace {
 
 constexpr int side = 8;  // pixels
 
-CairoSurface inMemory(int width, int height) {
-    return CairoSurface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height));
+painting::CairoSurface inMemory(int width, int height) {
+    return painting::CairoSurface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height));
 }
 
-CairoSurface onServer(GdkDisplay* display, int width = side, int height = side) {
+painting::CairoSurface onServer(GdkDisplay* display, int width = side, int height = side) {
     GdkWindow* root = gdk_screen_get_root_window(gdk_display_get_default_screen(display));
-    return CairoSurface(
+    return painting::CairoSurface(
         gdk_window_create_similar_surface(root, CAIRO_CONTENT_COLOR_ALPHA, width, height));
 }
 
@@ -48,18 +47,18 @@ std::vector<std::uint32_t> pixelsOf(cairo_surface_t* surface) {
     return pixels;
 }
 
-std::vector<std::uint32_t> drawn(const CairoBitmap& bitmap, cairo_surface_t* target,
+std::vector<std::uint32_t> drawn(const painting::CairoBitmap& bitmap, cairo_surface_t* target,
                                  const UIColor& tint) {
-    const CairoContext context(cairo_create(target));
+    const painting::CairoContext context(cairo_create(target));
     cairo_set_source_rgb(context.get(), 1, 1, 0);
     cairo_paint(context.get());
-    CairoCanvas(context.get(), 1)
+    painting::CairoCanvas(context.get(), 1)
         .drawBitmap(bitmap, CGRectMake(0, 0, side, side), CGRectMake(0, 0, side, side), tint);
     return pixelsOf(target);
 }
 
-CairoSurface veiled(int width, int height) {
-    CairoSurface image = inMemory(width, height);
+painting::CairoSurface veiled(int width, int height) {
+    painting::CairoSurface image = inMemory(width, height);
     unsigned char* row = cairo_image_surface_get_data(image.get());
     for (int y = 0; y < height; ++y, row += cairo_image_surface_get_stride(image.get()))
         for (int x = 0; x < width; ++x)
@@ -77,13 +76,13 @@ bool sharesMemory() {
 class DeviceCopyTest : public testing::Test {
  protected:
     std::optional<LonelyDisplay> display{std::in_place};
-    CairoSurface image = inMemory(side, side);
-    DeviceCopy copy;
+    painting::CairoSurface image = inMemory(side, side);
+    painting::DeviceCopy copy;
 };
 
 TEST_F(DeviceCopyTest, IsMadeOnceForAServer) {
-    const CairoSurface one = onServer(display->get());
-    const CairoSurface other = onServer(display->get());
+    const painting::CairoSurface one = onServer(display->get());
+    const painting::CairoSurface other = onServer(display->get());
     cairo_surface_t* const made = copy.of(image.get(), one.get());
     ASSERT_NE(made, image.get());
     EXPECT_EQ(cairo_surface_get_device(made), cairo_surface_get_device(one.get()));
@@ -94,9 +93,9 @@ TEST(DeviceCopyPixels, AreThoseOfTheImageWhateverItsSize) {
     // Never closed: with a display Cairo drops the list of what it shared with that, unfreed.
     static auto& lasting = *std::make_unique<LonelyDisplay>().release();
     for (const auto& [width, height] : {std::pair{1, 1}, {31, 40}, {32, 40}, {33, 3}, {100, 1}}) {
-        const CairoSurface pixels = veiled(width, height);
-        DeviceCopy copy;
-        const CairoSurface target = onServer(lasting.get());
+        const painting::CairoSurface pixels = veiled(width, height);
+        painting::DeviceCopy copy;
+        const painting::CairoSurface target = onServer(lasting.get());
         cairo_surface_t* const made = copy.of(pixels.get(), target.get());
         ASSERT_NE(made, pixels.get());
         EXPECT_EQ(pixelsOf(made), pixelsOf(pixels.get())) << width << " x " << height;
@@ -104,17 +103,17 @@ TEST(DeviceCopyPixels, AreThoseOfTheImageWhateverItsSize) {
 }
 
 TEST_F(DeviceCopyTest, OfASkinsThumbNeedsNoMemoryThatTheServerShares) {
-    const CairoSurface thumb = veiled(31, 31);
-    const CairoSurface target = onServer(display->get());
+    const painting::CairoSurface thumb = veiled(31, 31);
+    const painting::CairoSurface target = onServer(display->get());
     ASSERT_NE(copy.of(thumb.get(), target.get()), thumb.get());
     EXPECT_FALSE(sharesMemory());
 }
 
 TEST_F(DeviceCopyTest, IsMadeAnewForAnotherDevice) {
-    const CairoDevice record(cairo_script_create("/dev/null"));
-    const CairoSurface recorded(
+    const painting::CairoDevice record(cairo_script_create("/dev/null"));
+    const painting::CairoSurface recorded(
         cairo_script_surface_create(record.get(), CAIRO_CONTENT_COLOR_ALPHA, side, side));
-    const CairoSurface target = onServer(display->get());
+    const painting::CairoSurface target = onServer(display->get());
     copy.of(image.get(), target.get());
     EXPECT_EQ(cairo_surface_get_device(copy.of(image.get(), recorded.get())), record.get());
     EXPECT_EQ(cairo_surface_get_device(copy.of(image.get(), target.get())),
@@ -122,12 +121,12 @@ TEST_F(DeviceCopyTest, IsMadeAnewForAnotherDevice) {
 }
 
 TEST_F(DeviceCopyTest, IsTheImageItselfForATargetInMemory) {
-    const CairoSurface target = inMemory(side, side);
+    const painting::CairoSurface target = inMemory(side, side);
     EXPECT_EQ(copy.of(image.get(), target.get()), image.get());
 }
 
 TEST_F(DeviceCopyTest, IsTheImageItselfForATargetOfAnotherScale) {
-    const CairoSurface target = onServer(display->get());
+    const painting::CairoSurface target = onServer(display->get());
     cairo_surface_set_device_scale(target.get(), 2, 2);
     EXPECT_EQ(copy.of(image.get(), target.get()), image.get());
     cairo_surface_set_device_scale(target.get(), 1, 2);
@@ -135,20 +134,20 @@ TEST_F(DeviceCopyTest, IsTheImageItselfForATargetOfAnotherScale) {
 }
 
 TEST_F(DeviceCopyTest, IsTheImageItselfWhereThatIsLarge) {
-    const CairoSurface target = onServer(display->get());
-    const CairoSurface large = inMemory(512, 513);
+    const painting::CairoSurface target = onServer(display->get());
+    const painting::CairoSurface large = inMemory(512, 513);
     EXPECT_EQ(copy.of(large.get(), target.get()), large.get());
-    DeviceCopy other;
-    const CairoSurface largest = inMemory(512, 512);
+    painting::DeviceCopy other;
+    const painting::CairoSurface largest = inMemory(512, 512);
     EXPECT_NE(other.of(largest.get(), target.get()), largest.get());
 }
 
 TEST_F(DeviceCopyTest, DrawsTheSamePixelsAsTheImageDoesAgainAndAgain) {
-    const CairoBitmap bitmap = bitmapOf(side, side, halfVeiled);
+    const painting::CairoBitmap bitmap = bitmapOf(side, side, halfVeiled);
     for (const UIColor& tint : {UIColor::whiteColor(), UIColor{0.5, 1, 0, 0.5}}) {
-        const CairoSurface paper = inMemory(side, side);
+        const painting::CairoSurface paper = inMemory(side, side);
         const std::vector<std::uint32_t> expected = drawn(bitmap, paper.get(), tint);
-        const CairoSurface target = onServer(display->get());
+        const painting::CairoSurface target = onServer(display->get());
         for (int time = 1; time <= 3; ++time)
             EXPECT_EQ(drawn(bitmap, target.get(), tint), expected) << time;
     }
@@ -157,7 +156,7 @@ TEST_F(DeviceCopyTest, DrawsTheSamePixelsAsTheImageDoesAgainAndAgain) {
 TEST_F(DeviceCopyTest, OutlivesItsDisplay) {
     copy.of(image.get(), onServer(display->get()).get());
     display.reset();
-    const CairoSurface target = inMemory(side, side);
+    const painting::CairoSurface target = inMemory(side, side);
     EXPECT_EQ(copy.of(image.get(), target.get()), image.get());
 }
 

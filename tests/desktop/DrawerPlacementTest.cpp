@@ -4,6 +4,8 @@
 
 #include <vector>
 
+using namespace desktop;
+
 namespace test {
 namespace {
 

@@ -16,12 +16,12 @@ namespace {
 class LateServerTest : public testing::Test {
  protected:
     void startProgram() {
-        rigs::Environment environment = folder.environment();
+        Environment environment = folder.environment();
         environment["DISPLAY"] = display.displayName();
         environment["GDK_BACKEND"] = "x11";
         environment["PULSE_SERVER"] = folder.address();
         environment["NO_AT_BRIDGE"] = "1";
-        program = rigs::ChildProcess(
+        program = ChildProcess(
             {TARNWICK_PROGRAM, "--preferences", files.folder().string(), "--model", "iPad4,1"},
             {.environment = environment, .log = said});
     }
@@ -49,7 +49,7 @@ class LateServerTest : public testing::Test {
     XServer display;
     XUser user{display.displayName()};
     std::filesystem::path said = files.folder() / "said";
-    rigs::ChildProcess program;
+    ChildProcess program;
 };
 
 TEST_F(LateServerTest, FillsTheRowsOnceItAnswers) {

@@ -1,4 +1,5 @@
 #include "platform/uikit/Geometry.hpp"
+#include "tests/processes/RunningProgram.hpp"
 #include "tests/rigs/PulseAudioServer.hpp"
 #include "tests/rigs/Waiting.hpp"
 #include "tests/wayland/HeadlessPhoc.hpp"
@@ -21,12 +22,13 @@ constexpr std::uint32_t leastWhite = 0xE0;
 class LayerDrawerTest : public testing::Test {
  protected:
     LayerDrawerTest() {
+        folder.writeOutputs("declined");
         sound.startAndWait();
         sound.pactl({"set-sink-volume", "spk", "50%"});
     }
 
-    rigs::Environment environment() const {
-        rigs::Environment all = compositor.environment();
+    Environment environment() const {
+        Environment all = compositor.environment();
         all["GDK_BACKEND"] = "wayland";
         all["DBUS_SESSION_BUS_ADDRESS"] = bus.address();
         all["PULSE_SERVER"] = sound.address();
@@ -35,13 +37,13 @@ class LayerDrawerTest : public testing::Test {
         all["LC_ALL"] = "C.UTF-8";
         return all;
     }
-    rigs::ChildProcess start(const std::vector<std::string>& arguments,
-                             const rigs::Environment& environment) const {
+    ChildProcess start(const std::vector<std::string>& arguments,
+                       const Environment& environment) const {
         std::vector<std::string> words = {TARNWICK_PROGRAM, "--model", "iPad4,1"};
         words.insert(words.end(), arguments.begin(), arguments.end());
-        return rigs::ChildProcess(words, {.environment = environment, .log = folder.log()});
+        return ChildProcess(words, {.environment = environment, .log = folder.log()});
     }
-    rigs::ChildProcess start(const std::vector<std::string>& arguments = {}) const {
+    ChildProcess start(const std::vector<std::string>& arguments = {}) const {
         return start(arguments, environment());
     }
 
@@ -55,7 +57,7 @@ class LayerDrawerTest : public testing::Test {
                                                    "org.freedesktop.DBus.NameHasOwner",
                                                    "string:org.tarnwick.mixer"};
         EXPECT_TRUE(rigs::waitUntil([&] {
-            const std::string answer = rigs::outputOf(question, environment());
+            const std::string answer = outputOf(question, environment());
             return answer.find("boolean true") != std::string::npos;
         }));
     }
@@ -115,9 +117,7 @@ class LayerDrawerTest : public testing::Test {
         return static_cast<int>(std::lround(sound.sinkVolumes("spk").front() * 100 / fullVolume));
     }
     /// There is no keyboard before: it is given some time to be noticed before the key comes.
-    void typeEscape() const {
-        rigs::outputOf({"wtype", "-s", "500", "-k", "Escape"}, environment());
-    }
+    void typeEscape() const { outputOf({"wtype", "-s", "500", "-k", "Escape"}, environment()); }
     void keep(const std::string& name) const {
         const std::filesystem::path evidence = TARNWICK_EVIDENCE_DIR;
         std::filesystem::create_directories(evidence);
@@ -135,7 +135,7 @@ class LayerDrawerTest : public testing::Test {
 };
 
 TEST_F(LayerDrawerTest, HangsFromTheUpperEdgeInItsMiddle) {
-    const rigs::ChildProcess mixer = start();
+    const ChildProcess mixer = start();
     const CGRect drawer = waitForPanel();
     keep("layer-top");
     EXPECT_EQ(drawer.origin.y, 8);
@@ -143,11 +143,10 @@ TEST_F(LayerDrawerTest, HangsFromTheUpperEdgeInItsMiddle) {
 }
 
 TEST_F(LayerDrawerTest, ZoomsWithTheDesktopsTextScaleAndKeepsItsMargin) {
-    const rigs::ChildProcess mixer = start();
+    const ChildProcess mixer = start();
     waitForPanel();
-    rigs::outputOf(
-        {"gsettings", "set", "org.gnome.desktop.interface", "text-scaling-factor", "1.25"},
-        environment());
+    outputOf({"gsettings", "set", "org.gnome.desktop.interface", "text-scaling-factor", "1.25"},
+             environment());
     // The smoothed pixels of a corner may have the panel's colour by chance.
     const auto isAbout = [](CGFloat one, CGFloat other) { return std::abs(one - other) <= 0.5; };
     CGRect drawer;
@@ -161,7 +160,7 @@ TEST_F(LayerDrawerTest, ZoomsWithTheDesktopsTextScaleAndKeepsItsMargin) {
 }
 
 TEST_F(LayerDrawerTest, IsWholeWhateverMarginIsAskedFor) {
-    const rigs::ChildProcess mixer = start({"--margin", "300"});
+    const ChildProcess mixer = start({"--margin", "300"});
     CGRect drawer;
     EXPECT_TRUE(rigs::waitUntil([&] {
         drawer = CGRectInset(panel(), -1 / CGFloat{scale}, -1 / CGFloat{scale});
@@ -173,7 +172,7 @@ TEST_F(LayerDrawerTest, IsWholeWhateverMarginIsAskedFor) {
 
 TEST_F(LayerDrawerTest, HangsFromTheEdgeThatIsAskedForWithTheMarginThatIsAskedFor) {
     for (const std::string edge : {"bottom", "left", "right"}) {
-        const rigs::ChildProcess mixer = start({"--anchor", edge, "--margin", "20"});
+        const ChildProcess mixer = start({"--anchor", edge, "--margin", "20"});
         const CGRect drawer = waitForPanel();
         keep("layer-" + edge);
         if (edge == "bottom") {
@@ -191,7 +190,7 @@ TEST_F(LayerDrawerTest, HangsFromTheEdgeThatIsAskedForWithTheMarginThatIsAskedFo
 
 TEST_F(LayerDrawerTest, HangsFromTheCornerThatIsAskedFor) {
     for (const std::string corner : {"top-left", "top-right", "bottom-left", "bottom-right"}) {
-        const rigs::ChildProcess mixer = start({"--anchor", corner, "--margin", "12"});
+        const ChildProcess mixer = start({"--anchor", corner, "--margin", "12"});
         const CGRect drawer = waitForPanel();
         keep("layer-" + corner);
         if (corner.starts_with("top"))
@@ -206,7 +205,7 @@ TEST_F(LayerDrawerTest, HangsFromTheCornerThatIsAskedFor) {
 }
 
 TEST_F(LayerDrawerTest, DragSetsTheServersVolume) {
-    const rigs::ChildProcess mixer = start();
+    const ChildProcess mixer = start();
     const CGRect drawer = waitForPanel();
     // The image at the track's right end is wider.
     const CGFloat trackMiddle = CGRectGetMidX(drawer) - 2.5F;
@@ -222,7 +221,7 @@ TEST_F(LayerDrawerTest, DragSetsTheServersVolume) {
 }
 
 TEST_F(LayerDrawerTest, EscapeHidesItAndAnotherStartShowsItAgain) {
-    rigs::ChildProcess mixer = start();
+    ChildProcess mixer = start();
     const CGRect drawer = waitForPanel();
     EXPECT_TRUE(rigs::waitUntil([&] {
         typeEscape();
@@ -238,7 +237,7 @@ TEST_F(LayerDrawerTest, EscapeHidesItAndAnotherStartShowsItAgain) {
 }
 
 TEST_F(LayerDrawerTest, PressOutsideHidesIt) {
-    rigs::ChildProcess mixer = start();
+    ChildProcess mixer = start();
     const CGRect drawer = waitForPanel();
     const auto x = static_cast<int>(CGRectGetMidX(drawer));
     compositor.click(x, static_cast<int>(drawer.origin.y) + 5);
@@ -253,7 +252,7 @@ TEST_F(LayerDrawerTest, PressOutsideHidesIt) {
 }
 
 TEST_F(LayerDrawerTest, BeginsHiddenInTheBackground) {
-    const rigs::ChildProcess mixer = start({"--background"});
+    const ChildProcess mixer = start({"--background"});
     waitForName();
     EXPECT_EQ(start({"--background"}).wait(), 0);
     rigs::runFor(0.3);
@@ -263,9 +262,9 @@ TEST_F(LayerDrawerTest, BeginsHiddenInTheBackground) {
 }
 
 TEST_F(LayerDrawerTest, EscapeEndsItWithoutABus) {
-    rigs::Environment alone = environment();
+    Environment alone = environment();
     alone["DBUS_SESSION_BUS_ADDRESS"] = folder.environment().at("DBUS_SESSION_BUS_ADDRESS");
-    rigs::ChildProcess mixer = start({}, alone);
+    ChildProcess mixer = start({}, alone);
     waitForPanel();
     EXPECT_TRUE(rigs::waitUntil([&] {
         typeEscape();
@@ -274,7 +273,7 @@ TEST_F(LayerDrawerTest, EscapeEndsItWithoutABus) {
 }
 
 TEST_F(LayerDrawerTest, ItsHairlineIsOnePixel) {
-    const rigs::ChildProcess mixer = start();
+    const ChildProcess mixer = start();
     const CGRect drawer = waitForPanel();
     const Screenshot picture = compositor.screenshot();
     const auto x = static_cast<int>(CGRectGetMidX(drawer)) * scale;

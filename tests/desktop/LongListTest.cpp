@@ -1,4 +1,4 @@
-#include "platform/uikit/UIAccessibility.hpp"
+#include "platform/uikit/UIView.hpp"
 #include "tests/desktop/DesktopFixture.hpp"
 #include "tests/support/VirtualClock.hpp"
 
@@ -57,22 +57,6 @@ TEST_F(LongListTest, WheelOverAnEmptyPartScrolls) {
     EXPECT_TRUE(waitUntil([this] { return isOnPanel(0); }));
 }
 
-TEST_F(LongListTest, DragOfAnEmptyPartScrolls) {
-    openLongList();
-    const CGPoint origin = windowOrigin();
-    const CGPoint caption = onScreen(*slider(10), {300, -10});
-    const CGFloat before = thumbOnScreen(10).y;
-    user->moveTo(caption.x, caption.y);
-    user->press();
-    user->moveTo(caption.x, caption.y - 50);
-    settle();
-    user->moveTo(caption.x, caption.y - 200);
-    user->release();
-    settle();
-    EXPECT_NEAR(thumbOnScreen(10).y, before - 200, 5);
-    EXPECT_EQ(windowOrigin(), origin);
-}
-
 TEST_F(LongListTest, FingerThatSwipesAcrossASliderScrollsAndSetsNothing) {
     openLongList();
     const VirtualClock still;
@@ -86,37 +70,6 @@ TEST_F(LongListTest, FingerThatSwipesAcrossASliderScrollsAndSetsNothing) {
     settle();
     EXPECT_EQ(slider(5)->value(), value);
     EXPECT_EQ(thumbInWindow(5), (CGPoint{thumb.x, thumb.y - 80}));
-}
-
-TEST_F(LongListTest, FingerThatDragsAThumbOrTapsATrackSetsTheVolume) {
-    openLongList();
-    const VirtualClock still;
-    const CGPoint thumb = thumbInWindow(5);
-    touch(GDK_TOUCH_BEGIN, thumb);
-    touch(GDK_TOUCH_UPDATE, {thumb.x + 40, thumb.y + 5});
-    touch(GDK_TOUCH_END, {thumb.x + 40, thumb.y + 5});
-    settle();
-    EXPECT_NEAR(thumbInWindow(5).x, thumb.x + 40, 0.5);
-    touch(GDK_TOUCH_BEGIN, thumb);
-    touch(GDK_TOUCH_END, {thumb.x, thumb.y + 1});
-    settle();
-    EXPECT_NEAR(thumbInWindow(5).x, thumb.x, 0.5);
-}
-
-TEST_F(LongListTest, ScrollBarIsDraggedByThePointer) {
-    openLongList();
-    const CGPoint origin = windowOrigin();
-    const CGPoint bar = {origin.x + windowSize().width - 5, origin.y + 58};
-    user->moveTo(bar.x, bar.y);
-    user->press();
-    user->moveTo(bar.x, bar.y + 200);
-    settle();
-    EXPECT_FALSE(isOnPanel(0)) << "the bar goes down, and the page up";
-    user->moveTo(bar.x, bar.y + 2000);
-    user->release();
-    settle();
-    EXPECT_TRUE(isOnPanel(rows - 1));
-    EXPECT_EQ(windowOrigin(), origin);
 }
 
 TEST_F(LongListTest, FocusIsScrolledIntoSight) {
@@ -140,7 +93,7 @@ TEST_F(LongListTest, EmptyListShowsASmallPanelThatSaysSo) {
     EXPECT_EQ(slider(0), nullptr);
     const auto told = accessibilityElements(window->content());
     ASSERT_FALSE(told.empty());
-    EXPECT_EQ(accessibilityLabel(*told.front()), "No categories to show");
+    EXPECT_EQ(told.front()->accessibilityLabel(), "No categories to show");
     EXPECT_GT(user->coloursIn(CGRectMake(windowOrigin().x + 100, windowOrigin().y + 10, 360, 60)),
               2U);
 }

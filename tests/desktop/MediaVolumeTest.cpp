@@ -1,11 +1,13 @@
 #include "platform/celestial/SimulatedAudioDevice.hpp"
 #include "platform/foundation/NSRunLoop.hpp"
 #include "platform/foundation/PreferencesDirectory.hpp"
-#include "shells/common/Backends.hpp"
+#include "shells/common/WidgetBundle.hpp"
 #include "shells/desktop/tray/MediaVolume.hpp"
 #include "tests/support/MixerFiles.hpp"
 
 #include <gtest/gtest.h>
+
+using namespace desktop;
 
 namespace test {
 namespace {
@@ -99,7 +101,7 @@ TEST_F(MediaVolumeTest, StepOutOfSilenceBeginsWhereTheVolumeWas) {
     EXPECT_FLOAT_EQ(*volume.fraction(), 1);
 }
 
-TEST_F(MediaVolumeTest, SilenceThatSomebodyElseMadeEndsInTheMiddle) {
+TEST_F(MediaVolumeTest, UnmutingAfterSilenceSetElsewhereGoesToTheMiddle) {
     device->changeVolume("Audio/Video", 0);
     volume.toggleSilence();
     EXPECT_FLOAT_EQ(*volume.fraction(), 0.5F);

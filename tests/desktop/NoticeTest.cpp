@@ -32,7 +32,7 @@ TEST_F(NoticeTest, IsALineBelowTheRowsInAWindowThatGrowsForIt) {
     open();
     const double height = windowSize().height;
     const CGRect lastRow = inWindow(*slider(4)->superview());
-    window->setNotice(notice);
+    window->setFooter(notice);
     waitForHeight(height + lineRoom);
     ASSERT_TRUE(line());
     const CGRect place = inWindow(*line());
@@ -44,9 +44,9 @@ TEST_F(NoticeTest, IsALineBelowTheRowsInAWindowThatGrowsForIt) {
 TEST_F(NoticeTest, IsGoneWithoutATrace) {
     open();
     const CGSize before = windowSize();
-    window->setNotice(notice);
+    window->setFooter(notice);
     waitForHeight(before.height + lineRoom);
-    window->setNotice(std::nullopt);
+    window->setFooter(std::nullopt);
     waitForHeight(before.height);
     EXPECT_FALSE(line());
 }
@@ -55,7 +55,7 @@ TEST_F(NoticeTest, IsThereWhenTheWindowOpensAfterIt) {
     open();
     const double height = windowSize().height;
     window->close();
-    window->setNotice(notice);
+    window->setFooter(notice);
     window->show();
     waitForHeight(height + lineRoom);
     EXPECT_TRUE(line());
@@ -63,7 +63,7 @@ TEST_F(NoticeTest, IsThereWhenTheWindowOpensAfterIt) {
 
 TEST_F(NoticeTest, IsAnEmptyPartOfThePanel) {
     open();
-    window->setNotice(notice);
+    window->setFooter(notice);
     settle();
     const CGRect place = inWindow(*line());
     const auto hit =

@@ -6,6 +6,8 @@
 
 #include <cmath>
 
+using namespace shell;
+
 namespace test {
 namespace {
 

@@ -1,5 +1,6 @@
 #include "tests/desktop/Program.hpp"
 #include "tests/desktop/XServer.hpp"
+#include "tests/locale/CommaLocale.hpp"
 #include "tests/support/MixerFiles.hpp"
 
 #include <cairo.h>
@@ -56,6 +57,25 @@ TEST_F(ProgramTest, VersionIsTheProjects) {
     const Ended ended = runProgram({"--version"});
     EXPECT_EQ(ended.status, 0);
     EXPECT_EQ(ended.output, "tarnwick " TARNWICK_VERSION "\n");
+}
+
+TEST_F(ProgramTest, SpeaksTheUsersLanguageAndKeepsCaptionsNumbersAndStatus) {
+    if (!CommaLocale().isActive()) GTEST_SKIP() << "no German locale on this system";
+    const Environment german = {{"LC_ALL", "de_DE.UTF-8"},
+                                {"LANGUAGE", ""},
+                                {"LOCPATH", TARNWICK_TEST_LOCALES},
+                                {"XDG_CACHE_HOME", cache.string()}};
+    const std::vector<std::string> rows = {"--simulate", "--preferences", files.folder().string()};
+    const Ended ended = runProgram(rows, german);
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_TRUE(contains(ended.complaints, "es gibt keine Anzeige")) << ended.complaints;
+    EXPECT_TRUE(contains(ended.output, "Das Bild ist ")) << ended.output;
+    const auto rowsOf = [](const std::string& text) { return text.substr(0, text.find("\n\n")); };
+    EXPECT_EQ(rowsOf(ended.output),
+              rowsOf(runProgram(rows, {{"XDG_CACHE_HOME", cache.string()}}).output));
+    const Ended refused = runProgram({"--margin", "wide"}, german);
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_TRUE(contains(refused.complaints, "der Abstand ist eine Zahl")) << refused.complaints;
 }
 
 TEST_F(ProgramTest, UnknownOptionIsRefused) {
@@ -187,8 +207,9 @@ TEST_F(ProgramTest, WithoutADisplayItPrintsNoPercentageThatIsNotKnown) {
 }
 
 TEST_F(ProgramTest, GoesOnWhenItsComplaintsHaveNoReader) {
-    const Ended ended = runProgram({"--simulate", "--preferences", files.folder().string()},
-                                   {{"XDG_CACHE_HOME", cache.string()}}, Complaints::WithoutReader);
+    const Ended ended =
+        runProgram({"--simulate", "--preferences", files.folder().string()},
+                   {{"XDG_CACHE_HOME", cache.string()}}, RunningProgram::Error::WithoutReader);
     EXPECT_EQ(ended.status, 0);
     EXPECT_TRUE(contains(ended.output, "Ringtone")) << ended.output;
 }
@@ -214,7 +235,7 @@ class LoaderRecord {
     }
 
     /// What a program's environment has to say for it.
-    std::map<std::string, std::string> variables() const {
+    Environment variables() const {
         return {{"LD_DEBUG", kind_}, {"LD_DEBUG_OUTPUT", folder_ / "record"}};
     }
     std::string text() const {
@@ -234,9 +255,9 @@ class LoaderRecord {
 // GDK starts the graphics driver to look at the display's visuals, unless another program has left
 // the answer there.
 TEST_F(ProgramTest, FirstOnADisplayItLoadsNoGraphicsDriver) {
-    const XServer display;
+    const XServer display(XServer::Glx::On);
     const LoaderRecord record(files.folder() / "loaded", "files");
-    std::map<std::string, std::string> variables = record.variables();
+    Environment variables = record.variables();
     variables["DISPLAY"] = display.displayName();
     variables["GDK_BACKEND"] = "x11";
     runProgramUntilSignal({"--simulate", "--preferences", files.folder().string()}, variables,

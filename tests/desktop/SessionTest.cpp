@@ -1,5 +1,6 @@
-#include "shells/common/ApplicationId.hpp"
+#include "shells/common/Installation.hpp"
 #include "tests/desktop/UserSession.hpp"
+#include "tests/processes/RunningProgram.hpp"
 #include "tests/rigs/UnixSocket.hpp"
 #include "tests/rigs/Waiting.hpp"
 #include "tests/support/MixerFiles.hpp"
@@ -42,7 +43,7 @@ class SilentBus {
 
 TEST(SessionTest, StartedAgainItClosesTheWindowThatIsOpen) {
     const UserSession session;
-    rigs::ChildProcess first = session.startMixer({});
+    ChildProcess first = session.startMixer({});
     EXPECT_EQ(session.waitForWindow().size.width, 560);
     EXPECT_EQ(session.runMixer({}), 0);
     EXPECT_TRUE(session.waitForNoWindow());
@@ -51,12 +52,12 @@ TEST(SessionTest, StartedAgainItClosesTheWindowThatIsOpen) {
 
 TEST(SessionTest, WindowSaysItsNameItsProgramAndItsIconInSeveralSizes) {
     const UserSession session;
-    const rigs::ChildProcess mixer = session.startMixer({"--background"});
+    const ChildProcess mixer = session.startMixer({"--background"});
     ASSERT_TRUE(says(session, "neither a tray nor a layer shell"));
     const auto iconOnceItIsThere = [&] {
         std::vector<unsigned long> icon;
         EXPECT_TRUE(rigs::waitUntil([&] {
-            icon = session.screen.numbersOf(applicationId, "_NET_WM_ICON");
+            icon = session.screen.numbersOf(shell::applicationId, "_NET_WM_ICON");
             return !icon.empty();
         }));
         return icon;
@@ -74,10 +75,10 @@ TEST(SessionTest, WindowSaysItsNameItsProgramAndItsIconInSeveralSizes) {
         EXPECT_LT(middle & 0xFFU, 0x60U) << "and dark";
     }
     EXPECT_EQ(sizes, (std::vector<unsigned long>{16, 24, 32, 48, 64, 128}));
-    EXPECT_EQ(session.screen.textOf(applicationId, "_NET_WM_NAME"), "Tarnwick");
-    EXPECT_EQ(session.screen.textOf(applicationId, "WM_CLASS"),
+    EXPECT_EQ(session.screen.textOf(shell::applicationId, "_NET_WM_NAME"), "Tarnwick");
+    EXPECT_EQ(session.screen.textOf(shell::applicationId, "WM_CLASS"),
               std::string("tarnwick\0org.tarnwick.mixer\0", 28));
-    EXPECT_EQ(session.screen.numbersOf(applicationId, "_NET_WM_PID").size(), 1U);
+    EXPECT_EQ(session.screen.numbersOf(shell::applicationId, "_NET_WM_PID").size(), 1U);
     EXPECT_EQ(session.runMixer({}), 0);
     EXPECT_TRUE(session.waitForNoWindow());
     EXPECT_EQ(session.runMixer({}), 0);
@@ -88,7 +89,7 @@ TEST(SessionTest, SaysWhatIsWrongWithTheFilesBelowTheRowsAndOnStandardError) {
     const UserSession session;
     const MixerFiles files;
     MixerFiles::write(files.categoryFile(), "<plist><array><string>A & B</string></array></plist>");
-    rigs::ChildProcess mixer = session.startMixer({"--preferences", files.folder().string()});
+    ChildProcess mixer = session.startMixer({"--preferences", files.folder().string()});
     EXPECT_TRUE(says(session, "tarnwick: " + files.categoryFile().string() +
                                   ".unreadable-1:1:25: a bare '&', which is written '&amp;'; "));
     // Five rows, two lines on the list and one on the server that does not answer.
@@ -102,7 +103,7 @@ TEST(SessionTest, LooksThroughTheFilesEachTimeItIsShown) {
     const MixerFiles files;
     files.writeCategories({{"Ringtone", "Ringtone"}});
     const std::vector<std::string> arguments = {"--preferences", files.folder().string()};
-    rigs::ChildProcess mixer =
+    ChildProcess mixer =
         session.startMixer({"--preferences", files.folder().string(), "--background"});
     ASSERT_TRUE(says(session, "neither a tray nor a layer shell"));
     EXPECT_EQ(session.runMixer(arguments), 0);
@@ -117,14 +118,15 @@ TEST(SessionTest, LooksThroughTheFilesEachTimeItIsShown) {
 
 TEST(SessionTest, InTheBackgroundItWaitsToBeCalledAndIsHiddenAgain) {
     const UserSession session;
-    rigs::ChildProcess first = session.startMixer({"--background"});
+    ChildProcess first = session.startMixer({"--background"});
     ASSERT_TRUE(says(session, "neither a tray nor a layer shell"));
-    EXPECT_TRUE(session.screen.windowsOf(applicationId).empty());
+    EXPECT_TRUE(session.screen.windowsOf(shell::applicationId).empty());
     EXPECT_EQ(session.runMixer({}), 0);
     EXPECT_EQ(session.waitForWindow().size.width, 560);
     EXPECT_EQ(session.runMixer({"--background"}), 0);
     rigs::runFor(0.1);
-    EXPECT_EQ(session.screen.windowsOf(applicationId).size(), 1U) << "that start means nothing";
+    EXPECT_EQ(session.screen.windowsOf(shell::applicationId).size(), 1U)
+        << "that start means nothing";
     EXPECT_EQ(session.runMixer({}), 0);
     EXPECT_TRUE(session.waitForNoWindow());
     EXPECT_FALSE(first.hasEnded());
@@ -134,9 +136,9 @@ TEST(SessionTest, InTheBackgroundItWaitsToBeCalledAndIsHiddenAgain) {
 
 TEST(SessionTest, TwoStartsAtOnceAreOneMixer) {
     const UserSession session;
-    rigs::ChildProcess one = session.startMixer({"--background"});
-    rigs::ChildProcess other = session.startMixer({"--background"});
-    rigs::ChildProcess* left = nullptr;
+    ChildProcess one = session.startMixer({"--background"});
+    ChildProcess other = session.startMixer({"--background"});
+    ChildProcess* left = nullptr;
     ASSERT_TRUE(rigs::waitUntil([&] {
         if (one.hasEnded()) left = &other;
         if (other.hasEnded()) left = &one;
@@ -150,21 +152,21 @@ TEST(SessionTest, TwoStartsAtOnceAreOneMixer) {
 
 TEST(SessionTest, AnotherSessionOfTheSameUserHasAMixerOfItsOwn) {
     const UserSession session;
-    rigs::ChildProcess first = session.startMixer({});
+    ChildProcess first = session.startMixer({});
     session.waitForWindow();
     const std::string socket = session.folder.path() / "other-bus";
-    const rigs::ChildProcess bus(
+    const ChildProcess bus(
         {"dbus-daemon", "--session", "--nofork", "--nopidfile", "--address=unix:path=" + socket},
         {.environment = session.environment(), .log = session.folder.log()});
     ASSERT_TRUE(rigs::waitUntil([&] { return rigs::takesConnections(socket); }));
-    rigs::Environment elsewhere = session.environment();
+    Environment elsewhere = session.environment();
     elsewhere["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=" + socket;
     const auto start = [&] {
-        return rigs::ChildProcess({TARNWICK_PROGRAM, "--model", "iPad4,1"},
-                                  {.environment = elsewhere, .log = session.folder.log()});
+        return ChildProcess({TARNWICK_PROGRAM, "--model", "iPad4,1"},
+                            {.environment = elsewhere, .log = session.folder.log()});
     };
-    const auto windows = [&] { return session.screen.windowsOf(applicationId).size(); };
-    rigs::ChildProcess second = start();
+    const auto windows = [&] { return session.screen.windowsOf(shell::applicationId).size(); };
+    ChildProcess second = start();
     EXPECT_TRUE(rigs::waitUntil([&] { return windows() == 2; }));
     EXPECT_EQ(start().wait(), 0) << "which toggles that one";
     EXPECT_TRUE(rigs::waitUntil([&] { return windows() == 1; }));
@@ -173,30 +175,30 @@ TEST(SessionTest, AnotherSessionOfTheSameUserHasAMixerOfItsOwn) {
 
 TEST(SessionTest, StartThatWritesTheBusesAddressAnotherWayYieldsToTheOneThatRuns) {
     const UserSession session;
-    rigs::ChildProcess first = session.startMixer({});
+    ChildProcess first = session.startMixer({});
     session.waitForWindow();
-    rigs::Environment otherwise = session.environment();
+    Environment otherwise = session.environment();
     otherwise["DBUS_SESSION_BUS_ADDRESS"] += ";unix:path=/nowhere";
     for (const std::vector<std::string>& options : {std::vector<std::string>{}, {"--background"}}) {
         std::vector<std::string> command = {TARNWICK_PROGRAM, "--model", "iPad4,1"};
         command.insert(command.end(), options.begin(), options.end());
-        rigs::ChildProcess second(command, {.environment = otherwise, .log = session.folder.log()});
+        ChildProcess second(command, {.environment = otherwise, .log = session.folder.log()});
         EXPECT_EQ(second.wait(), 0);
-        EXPECT_TRUE(
-            rigs::waitUntil([&] { return session.screen.windowsOf(applicationId).size() == 1; }));
+        EXPECT_TRUE(rigs::waitUntil(
+            [&] { return session.screen.windowsOf(shell::applicationId).size() == 1; }));
     }
     EXPECT_FALSE(first.hasEnded());
 }
 
 TEST(SessionTest, StartBesideOneThatHangsAsksItOnceAndGoesOnByItself) {
     UserSession session;
-    rigs::ChildProcess first = session.startMixer({});
+    ChildProcess first = session.startMixer({});
     const CGRect window = session.waitForWindow();
     ASSERT_EQ(session.runMixer({"--background"}), 0) << "it is on the bus";
     kill(first.id(), SIGSTOP);
-    rigs::ChildProcess second = session.startMixer({});
-    ASSERT_TRUE(
-        rigs::waitUntil([&] { return session.screen.windowsOf(applicationId).size() == 2; }));
+    ChildProcess second = session.startMixer({});
+    ASSERT_TRUE(rigs::waitUntil(
+        [&] { return session.screen.windowsOf(shell::applicationId).size() == 2; }));
     rigs::runFor(0.5);  // Past its first picture.
     session.user.moveTo(CGRectGetMidX(window), CGRectGetMidY(window));
     session.user.typeKey(XK_Escape);
@@ -208,7 +210,7 @@ TEST(SessionTest, StartBesideOneThatHangsAsksItOnceAndGoesOnByItself) {
 TEST(SessionTest, QuitEndsTheOneThatRuns) {
     const UserSession session;
     EXPECT_EQ(session.runMixer({"--quit"}), 0) << "afterwards none runs";
-    rigs::ChildProcess first = session.startMixer({});
+    ChildProcess first = session.startMixer({});
     session.waitForWindow();
     EXPECT_EQ(session.runMixer({"--quit"}), 0);
     EXPECT_TRUE(rigs::waitUntil([&] { return first.hasEnded(); }));
@@ -216,7 +218,7 @@ TEST(SessionTest, QuitEndsTheOneThatRuns) {
 
 TEST(SessionTest, EscapeEndsItWhereNothingCouldCallItBack) {
     UserSession session;
-    rigs::ChildProcess mixer = session.startMixer({});
+    ChildProcess mixer = session.startMixer({});
     const CGRect window = session.waitForWindow();
     ASSERT_TRUE(says(session, "neither a tray nor a layer shell"));
     session.user.moveTo(CGRectGetMidX(window), CGRectGetMidY(window));
@@ -226,27 +228,27 @@ TEST(SessionTest, EscapeEndsItWhereNothingCouldCallItBack) {
 
 TEST(SessionTest, SimulatedOneAndANewInstanceStandAside) {
     const UserSession session;
-    rigs::ChildProcess first = session.startMixer({});
+    ChildProcess first = session.startMixer({});
     session.waitForWindow();
-    rigs::ChildProcess simulated = session.startMixer({"--simulate"});
-    rigs::ChildProcess another = session.startMixer({"--new-instance"});
-    EXPECT_TRUE(
-        rigs::waitUntil([&] { return session.screen.windowsOf(applicationId).size() == 3; }));
+    ChildProcess simulated = session.startMixer({"--simulate"});
+    ChildProcess another = session.startMixer({"--new-instance"});
+    EXPECT_TRUE(rigs::waitUntil(
+        [&] { return session.screen.windowsOf(shell::applicationId).size() == 3; }));
 }
 
 TEST(SessionTest, WithoutABusEachStartHasAWindow) {
     const UserSession session(Bus::None);
-    rigs::ChildProcess first = session.startMixer({});
-    rigs::ChildProcess second = session.startMixer({});
-    EXPECT_TRUE(
-        rigs::waitUntil([&] { return session.screen.windowsOf(applicationId).size() == 2; }));
+    ChildProcess first = session.startMixer({});
+    ChildProcess second = session.startMixer({});
+    EXPECT_TRUE(rigs::waitUntil(
+        [&] { return session.screen.windowsOf(shell::applicationId).size() == 2; }));
     EXPECT_EQ(session.runMixer({"--quit"}), 0);
     EXPECT_TRUE(says(session, "neither a tray nor a layer shell"));
 }
 
 TEST(SessionTest, WithoutABusItCannotWaitInTheBackgroundAndSaysSo) {
     const UserSession session(Bus::None);
-    rigs::ChildProcess mixer = session.startMixer({"--background"});
+    ChildProcess mixer = session.startMixer({"--background"});
     EXPECT_EQ(session.waitForWindow().size.width, 560);
     EXPECT_TRUE(says(session, "no session bus"));
 }
@@ -255,7 +257,7 @@ TEST(SessionTest, BusThatSaysNothingDoesNotHoldTheWindowBack) {
     const UserSession session(Bus::None);
     const std::filesystem::path socket = session.folder.path() / "no-bus";
     const SilentBus bus(socket);
-    rigs::ChildProcess mixer = session.startMixer({});
+    ChildProcess mixer = session.startMixer({});
     EXPECT_EQ(session.waitForWindow().size.width, 560);
     mixer.signal(SIGTERM);
     EXPECT_TRUE(rigs::waitUntil([&] { return mixer.hasEnded(); })) << "nor its end";
@@ -263,7 +265,7 @@ TEST(SessionTest, BusThatSaysNothingDoesNotHoldTheWindowBack) {
 
 TEST(SessionTest, EndOfTheBusLeavesAnOpenWindowAlone) {
     UserSession session;
-    rigs::ChildProcess mixer = session.startMixer({});
+    ChildProcess mixer = session.startMixer({});
     const CGRect window = session.waitForWindow();
     ASSERT_TRUE(says(session, "neither a tray nor a layer shell"));
     session.endBus();
@@ -276,9 +278,9 @@ TEST(SessionTest, EndOfTheBusLeavesAnOpenWindowAlone) {
 
 TEST(SessionTest, EndOfTheBusLeavesOneAloneThatAskedItForAScreenReaderOnly) {
     UserSession session(Bus::Here, Accessibility::Here);
-    rigs::ChildProcess mixer = session.startMixer({"--new-instance"});
+    ChildProcess mixer = session.startMixer({"--new-instance"});
     const auto isOnTheBus = [&] {
-        const std::string names = rigs::outputOf(
+        const std::string names = outputOf(
             {"gdbus", "call", "--session", "--dest", "org.freedesktop.DBus", "--object-path",
              "/org/freedesktop/DBus", "--method", "org.freedesktop.DBus.ListNames"},
             session.environment());
@@ -292,7 +294,7 @@ TEST(SessionTest, EndOfTheBusLeavesOneAloneThatAskedItForAScreenReaderOnly) {
 
 TEST(SessionTest, EndOfTheBusEndsAHiddenOne) {
     UserSession session;
-    rigs::ChildProcess mixer = session.startMixer({"--background"});
+    ChildProcess mixer = session.startMixer({"--background"});
     ASSERT_TRUE(says(session, "neither a tray nor a layer shell"));
     session.endBus();
     EXPECT_TRUE(rigs::waitUntil([&] { return mixer.hasEnded(); }));
@@ -301,7 +303,7 @@ TEST(SessionTest, EndOfTheBusEndsAHiddenOne) {
 TEST(SessionTest, NothingWakesAHiddenOneWhileNothingChanges) {
     UserSession session;
     session.sound.startAndWait();
-    rigs::ChildProcess mixer = session.startMixer({"--background"});
+    ChildProcess mixer = session.startMixer({"--background"});
     ASSERT_TRUE(says(session, "neither a tray nor a layer shell"));
     EXPECT_EQ(session.runMixer({}), 0);  // Also after it was shown once.
     session.waitForWindow();
@@ -310,7 +312,7 @@ TEST(SessionTest, NothingWakesAHiddenOneWhileNothingChanges) {
     constexpr double quietSeconds = 1;
     long before = -1;
     EXPECT_TRUE(rigs::waitUntil([&] {
-        const long now = rigs::sleepsOf(mixer.id());
+        const long now = sleepsOf(mixer.id());
         const bool rests = now == before;
         before = now;
         if (!rests) rigs::runFor(quietSeconds);

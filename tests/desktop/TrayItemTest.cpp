@@ -1,6 +1,6 @@
-#include "backends/bus/BusSignal.hpp"
+#include "backends/bus/Bus.hpp"
 #include "platform/foundation/NSRunLoop.hpp"
-#include "shells/common/ApplicationId.hpp"
+#include "shells/common/Installation.hpp"
 #include "shells/desktop/tray/TrayItem.hpp"
 #include "tests/desktop/UserSession.hpp"
 #include "tests/rigs/Waiting.hpp"
@@ -11,11 +11,13 @@
 #include <optional>
 #include <stdexcept>
 
+using namespace desktop;
+
 namespace test {
 namespace {
 
-BusConnection connectionTo(const UserSession& session) {
-    return BusConnection(g_dbus_connection_new_for_address_sync(
+bus::BusConnection connectionTo(const UserSession& session) {
+    return bus::BusConnection(g_dbus_connection_new_for_address_sync(
         session.environment().at("DBUS_SESSION_BUS_ADDRESS").c_str(),
         static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
                                           G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
@@ -38,15 +40,15 @@ class IconListener {
     }
     /// Empty while there is none.
     std::string toolTip() const {
-        const BusValue answer(g_dbus_connection_call_sync(
-            bus_.get(), applicationId, path, "org.freedesktop.DBus.Properties", "Get",
+        const bus::BusValue answer(g_dbus_connection_call_sync(
+            bus_.get(), shell::applicationId, path, "org.freedesktop.DBus.Properties", "Get",
             g_variant_new("(ss)", interface, "ToolTip"), nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START,
             -1, nullptr, nullptr));
         if (!answer) return "";
         GVariant* value = nullptr;
         g_variant_get(answer.get(), "(v)", &value);
-        const BusValue kept(value);
-        const BusValue title(g_variant_get_child_value(value, 2));
+        const bus::BusValue kept(value);
+        const bus::BusValue title(g_variant_get_child_value(value, 2));
         return g_variant_get_string(title.get(), nullptr);
     }
 
@@ -54,9 +56,9 @@ class IconListener {
     static constexpr const char* interface = "org.kde.StatusNotifierItem";
     static constexpr const char* path = "/StatusNotifierItem";
 
-    BusConnection bus_;
+    bus::BusConnection bus_;
     int signals_ = 0;
-    BusSignal told_;
+    bus::BusSignal told_;
 };
 
 /// The session's tray, while there is no panel that would show what is in it.
@@ -65,7 +67,7 @@ class TrayWithoutPanel {
     explicit TrayWithoutPanel(const UserSession& session) : bus_(connectionTo(session)) {
         static const GDBusInterfaceVTable table = {taken, isShown, nullptr, {}};
         object_.emplace(bus_.get(), "/StatusNotifierWatcher", description, table, this);
-        const BusValue named(g_dbus_connection_call_sync(
+        const bus::BusValue named(g_dbus_connection_call_sync(
             bus_.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
             "RequestName", g_variant_new("(su)", "org.kde.StatusNotifierWatcher", 0U), nullptr,
             G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
@@ -94,14 +96,14 @@ class TrayWithoutPanel {
         return g_variant_new_boolean(FALSE);
     }
 
-    BusConnection bus_;
-    std::optional<BusObject> object_;
+    bus::BusConnection bus_;
+    std::optional<bus::BusObject> object_;
     int items_ = 0;
 };
 
 TEST(TrayItemTest, IsNotThereBeforeThereIsATray) {
     const UserSession session;
-    const rigs::ChildProcess mixer = session.startMixer({"--background"});
+    const ChildProcess mixer = session.startMixer({"--background"});
     const IconListener listener(session);
     const auto hasLooked = [&] {
         return session.logged().find("neither a tray nor") != std::string::npos;
@@ -114,11 +116,11 @@ TEST(TrayItemTest, IsNotThereBeforeThereIsATray) {
     EXPECT_EQ(tray.items(), 1);
 }
 
-TEST(TrayItemTest, TellsNothingOfTheVolumeWhereNobodyShowsTheIcon) {
+TEST(TrayItemTest, SignalsNoVolumeWhileNoHostShowsTheIcon) {
     UserSession session;
     session.sound.startAndWait();
     const TrayWithoutPanel tray(session);
-    const rigs::ChildProcess mixer = session.startMixer({"--background"});
+    const ChildProcess mixer = session.startMixer({"--background"});
     const IconListener listener(session);
     const auto follows = [&](const char* percent, const std::string& end) {
         session.sound.pactl({"set-sink-volume", "@DEFAULT_SINK@", percent});
@@ -136,7 +138,7 @@ TEST(TrayItemTest, CallsTheVolumeAsItsRowDoes) {
     const MixerFiles files;
     files.writeCategories({{"Ringtone", "Bell"}, {"Audio/Video", "Music"}});
     const TrayWithoutPanel tray(session);
-    const rigs::ChildProcess mixer =
+    const ChildProcess mixer =
         session.startMixer({"--background", "--preferences", files.folder().string()});
     const IconListener listener(session);
     EXPECT_TRUE(rigs::waitUntil([&] { return listener.toolTip().starts_with("Music ("); }))
@@ -153,7 +155,7 @@ TEST(TrayItemTest, SaysNothingThatActsOnThePanel) {
     const MixerFiles files;
     files.writeCategories({{"Audio/Video", "Mu\u202Es\u009Bic\u2067\n"}});
     const TrayWithoutPanel tray(session);
-    const rigs::ChildProcess mixer =
+    const ChildProcess mixer =
         session.startMixer({"--background", "--preferences", files.folder().string()});
     const IconListener listener(session);
     const std::string harmless = "Mu\uFFFDs\uFFFDic\uFFFD  (";
@@ -191,7 +193,7 @@ class ShownIcon : public testing::Test {
     }
 
     UserSession session;
-    BusConnection bus = connectionTo(session);
+    bus::BusConnection bus = connectionTo(session);
     IconListener listener{session};
     int percent_ = 0;
     int lookedAt_ = 0;  ///< The percentage that was there when the icon looked last.
@@ -216,7 +218,7 @@ TEST_F(ShownIcon, TellsOfAChangeAtOnce) {
     expectSignals(4);
 }
 
-TEST_F(ShownIcon, TellsOfAFloodOfChangesAFewTimesASecondAndOfTheLastOne) {
+TEST_F(ShownIcon, SignalsManyChangesAFewTimesASecondAndAlwaysTheLastOne) {
     changeTo(1);
     // In a second and a bit. The first one after each pause comes 0.12 s after the one before.
     for (int percent = 2; percent <= 35; ++percent) {
@@ -238,7 +240,7 @@ TEST_F(ShownIcon, SaysNothingWhereTheVolumeHasComeBackInThePause) {
     expectSignals(3);
 }
 
-TEST_F(ShownIcon, TellsAHostThatComesInThePauseOfWhatIsNow) {
+TEST_F(ShownIcon, SendsTheCurrentStateToAHostThatAppearsInThePause) {
     changeTo(1);
     changeTo(2);
     item.setShown(false);

@@ -1,9 +1,10 @@
-#include "shells/desktop/tray/TrayLook.hpp"
-#include "shells/desktop/tray/TrayScroll.hpp"
+#include "shells/desktop/tray/MediaVolume.hpp"
 
 #include <gtest/gtest.h>
 
 #include <limits>
+
+using namespace desktop;
 
 namespace test {
 namespace {

@@ -1,4 +1,4 @@
-#include "shells/common/ApplicationId.hpp"
+#include "shells/common/Installation.hpp"
 #include "tests/desktop/XfcePanel.hpp"
 #include "tests/rigs/Waiting.hpp"
 
@@ -87,12 +87,12 @@ class TrayTest : public testing::Test {
 
     UserSession session;
     std::optional<XfcePanel> panel;
-    rigs::ChildProcess mixer;
+    ChildProcess mixer;
     CGPoint icon;
 };
 
 TEST_F(TrayTest, BeginsHiddenWithItsIconInThePanel) {
-    EXPECT_TRUE(session.screen.windowsOf(applicationId).empty());
+    EXPECT_TRUE(session.screen.windowsOf(shell::applicationId).empty());
     session.screen.picture().keep("tray-icon");
 }
 
@@ -148,7 +148,7 @@ TEST_F(TrayTest, SlowClickOnTheIconHidesTheDrawerForGood) {
     session.user.release();
     EXPECT_TRUE(session.waitForNoWindow());
     rigs::runFor(0.5);
-    EXPECT_TRUE(session.screen.windowsOf(applicationId).empty());
+    EXPECT_TRUE(session.screen.windowsOf(shell::applicationId).empty());
 }
 
 TEST_F(TrayTest, DragInTheDrawerSetsTheServersVolume) {
@@ -168,7 +168,7 @@ TEST_F(TrayTest, DragInTheDrawerSetsTheServersVolume) {
     // Held, the thumb is shaded: it is white once its release has been painted.
     EXPECT_TRUE(
         rigs::waitUntil([&] { return std::abs(mediaThumb(drawer).x - thumb.x - 110) <= 2; }));
-    EXPECT_FALSE(session.screen.windowsOf(applicationId).empty());
+    EXPECT_FALSE(session.screen.windowsOf(shell::applicationId).empty());
 }
 
 TEST_F(TrayTest, WheelOverTheIconChangesTheVolumeAndTheIcon) {
@@ -239,7 +239,7 @@ TEST_F(TrayTest, PressOutsideHidesTheDrawer) {
     ASSERT_TRUE(rigs::waitUntil([&] {
         session.user.moveTo(drawer.origin.x - 20, CGRectGetMaxY(drawer) + 20);
         session.user.click();
-        return session.screen.windowsOf(applicationId).empty();
+        return session.screen.windowsOf(shell::applicationId).empty();
     }));
     EXPECT_FALSE(mixer.hasEnded());
 }

@@ -1,6 +1,6 @@
 #include "tests/desktop/UserSession.hpp"
 
-#include "shells/common/ApplicationId.hpp"
+#include "shells/common/Installation.hpp"
 #include "tests/rigs/UnixSocket.hpp"
 #include "tests/rigs/Waiting.hpp"
 
@@ -11,9 +11,10 @@ namespace test {
 
 UserSession::UserSession(Bus bus, Accessibility accessibility)
     : bus_(bus), accessibility_(accessibility) {
+    folder.writeOutputs("declined");
     if (bus == Bus::None) return;
     const std::string socket = folder.path() / "bus";
-    daemon_ = rigs::ChildProcess(
+    daemon_ = ChildProcess(
         {"dbus-daemon", "--session", "--nofork", "--nopidfile", "--address=unix:path=" + socket},
         {.environment = environment(), .log = folder.log()});
     if (!rigs::waitUntil([&] { return rigs::takesConnections(socket); }))
@@ -25,8 +26,8 @@ void UserSession::endBus() {
     daemon_.wait();
 }
 
-rigs::Environment UserSession::environment() const {
-    rigs::Environment all = folder.environment();
+Environment UserSession::environment() const {
+    Environment all = folder.environment();
     all["DISPLAY"] = server.displayName();
     all["GDK_BACKEND"] = "x11";
     all["WAYLAND_DISPLAY"] = "";
@@ -42,10 +43,10 @@ rigs::Environment UserSession::environment() const {
     return all;
 }
 
-rigs::ChildProcess UserSession::startMixer(std::vector<std::string> arguments) const {
+ChildProcess UserSession::startMixer(std::vector<std::string> arguments) const {
     std::vector<std::string> words = {TARNWICK_PROGRAM, "--model", "iPad4,1"};
     words.insert(words.end(), arguments.begin(), arguments.end());
-    return rigs::ChildProcess(words, {.environment = environment(), .log = folder.log()});
+    return ChildProcess(words, {.environment = environment(), .log = folder.log()});
 }
 
 int UserSession::runMixer(std::vector<std::string> arguments) const {
@@ -53,13 +54,13 @@ int UserSession::runMixer(std::vector<std::string> arguments) const {
 }
 
 CGRect UserSession::waitForWindow() const {
-    rigs::waitUntil([this] { return !screen.windowsOf(applicationId).empty(); });
-    const std::vector<CGRect> windows = screen.windowsOf(applicationId);
+    rigs::waitUntil([this] { return !screen.windowsOf(shell::applicationId).empty(); });
+    const std::vector<CGRect> windows = screen.windowsOf(shell::applicationId);
     return windows.empty() ? CGRect{} : windows.front();
 }
 
 bool UserSession::waitForNoWindow() const {
-    return rigs::waitUntil([this] { return screen.windowsOf(applicationId).empty(); });
+    return rigs::waitUntil([this] { return screen.windowsOf(shell::applicationId).empty(); });
 }
 
 }  // namespace test

@@ -15,15 +15,16 @@ enum class Bus { Here, None };
 enum class Accessibility { Here, None };
 
 /// A user's session on an X server: a screen, a bus, a home, and a sound server once it is started.
+/// The user has declined the offer of outputs for roles.
 /// All of it is this test's own and ends with it.
 class UserSession {
  public:
     explicit UserSession(Bus bus = Bus::Here, Accessibility accessibility = Accessibility::None);
 
     /// For programs of the session.
-    rigs::Environment environment() const;
+    Environment environment() const;
     /// The mixer, with what it says in the session's log.
-    rigs::ChildProcess startMixer(std::vector<std::string> arguments) const;
+    ChildProcess startMixer(std::vector<std::string> arguments) const;
     /// The same to its end; answers its exit status.
     int runMixer(std::vector<std::string> arguments) const;
     void endBus();
@@ -44,7 +45,7 @@ class UserSession {
  private:
     Bus bus_;
     Accessibility accessibility_;
-    rigs::ChildProcess daemon_;
+    ChildProcess daemon_;
 };
 
 }  // namespace test

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <sys/types.h>
+#include "tests/processes/ChildProcess.hpp"
 
 #include <filesystem>
 #include <string>
@@ -20,7 +20,7 @@ class WaylandServer {
 
  private:
     std::filesystem::path folder_;
-    pid_t process_ = -1;
+    ChildProcess process_;
     bool running_ = false;
 };
 

@@ -3,7 +3,6 @@
 #include "platform/foundation/MachineModel.hpp"
 #include "platform/foundation/NSLog.hpp"
 #include "platform/foundation/PreferencesDirectory.hpp"
-#include "shells/common/Backends.hpp"
 #include "shells/common/WidgetBundle.hpp"
 #include "shells/desktop/DesktopWindow.hpp"
 #include "shells/panel/HostedWidget.hpp"
@@ -12,6 +11,9 @@
 #include "tests/support/MixerFiles.hpp"
 
 #include <gtest/gtest.h>
+
+using namespace desktop;
+using namespace shell;
 
 namespace test {
 namespace {
@@ -37,8 +39,8 @@ class WaylandTest : public testing::Test {
         setPreferencesDirectory(files.folder().string());
         setMachineModel("iPad4,1");
         AVSystemController::setSharedAVSystemController(std::make_shared<SimulatedAudioDevice>());
-        auto created = shell::createController(TARNWICK_BUNDLE_DIR);
-        widget = std::make_unique<HostedWidget>(std::move(created.controller), 768);
+        const auto created = shell::createController(TARNWICK_BUNDLE_DIR);
+        widget = std::make_unique<HostedWidget>(*created, 768);
     }
     ~WaylandTest() override {
         window.reset();
@@ -48,7 +50,7 @@ class WaylandTest : public testing::Test {
     }
 
     void makeWindow() {
-        events = std::make_unique<GdkEvents>();
+        events = std::make_unique<windowing::EventDispatcher>();
         window = std::make_unique<DesktopWindow>(gdk_display_get_default(), *events, *widget, "");
     }
     CGSize size() const {
@@ -76,9 +78,9 @@ class WaylandTest : public testing::Test {
     }
 
     MixerFiles files;
-    GLibRunLoop runLoop;
+    glib::GLibRunLoop runLoop;
     std::unique_ptr<HostedWidget> widget;
-    std::unique_ptr<GdkEvents> events;
+    std::unique_ptr<windowing::EventDispatcher> events;
     std::unique_ptr<DesktopWindow> window;
     std::vector<CGSize> paintedSizes;
 };
@@ -104,7 +106,7 @@ TEST_F(WaylandTest, OpensAgainWithRoomForItsNotice) {
     makeWindow();
     showAndWait();
     window->close();
-    window->setNotice("No sound server answers");
+    window->setFooter("No sound server answers");
     showAndWait();
     const CGFloat room = paintedSizes.back().height - withShadow(270).height;
     EXPECT_GT(room, 10);

@@ -4,8 +4,6 @@
 #include <X11/Xutil.h>
 #include <X11/extensions/XTest.h>
 #include <fcntl.h>
-#include <sys/prctl.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -16,20 +14,6 @@
 namespace test {
 namespace {
 
-/// -noreset: a real desktop's server does not forget everything with its last client.
-[[noreturn]] void becomeServer(int answer) {
-    prctl(PR_SET_PDEATHSIG, SIGTERM);
-    dup2(open("/dev/null", O_RDWR), STDERR_FILENO);
-    const std::string descriptor = std::to_string(answer);
-    const std::string screen =
-        std::to_string(XServer::width) + "x" + std::to_string(XServer::height) + "x24";
-    // Without GLX: GDK would load the graphics driver for it into each test, and unloads it with
-    // its memory lost. The mixer paints without it.
-    execlp("Xvfb", "Xvfb", "-noreset", "-nolisten", "tcp", "-displayfd", descriptor.c_str(),
-           "-screen", "0", screen.c_str(), "-extension", "GLX", static_cast<char*>(nullptr));
-    _exit(127);
-}
-
 std::string readLine(int descriptor) {
     std::string line;
     for (char character = 0; read(descriptor, &character, 1) == 1 && character != '\n';)
@@ -39,22 +23,26 @@ std::string readLine(int descriptor) {
 
 }  // namespace
 
-XServer::XServer() {
+XServer::XServer(Glx glx) {
     int answer[2];
-    if (pipe(answer) != 0) return;
-    process_ = fork();
-    if (process_ == 0) becomeServer(answer[1]);
+    if (pipe2(answer, O_CLOEXEC) != 0) return;
+    // -noreset: a real desktop's server does not forget everything with its last client. The
+    // display's number is written to standard output once the server takes connections.
+    std::vector<std::string> words = {
+        "Xvfb",    "-noreset",   "-nolisten",
+        "tcp",     "-displayfd", "1",
+        "-screen", "0",          std::to_string(width) + "x" + std::to_string(height) + "x24"};
+    if (glx == Glx::Off) words.insert(words.end(), {"-extension", "GLX"});
+    process_ = ChildProcess(words, {.output = answer[1]});
     close(answer[1]);
-    // It answers once it takes connections; its end of the pipe closes when it cannot.
     const std::string number = readLine(answer[0]);
     close(answer[0]);
     if (!number.empty()) displayName_ = ":" + number;
 }
 
 XServer::~XServer() {
-    if (process_ <= 0) return;
-    kill(process_, SIGTERM);
-    waitpid(process_, nullptr, 0);
+    process_.signal(SIGTERM);  // It removes its lock.
+    process_.wait();
 }
 
 void XUser::Close::operator()(Display* display) const {

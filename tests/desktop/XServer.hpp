@@ -1,8 +1,7 @@
 #pragma once
 
 #include "platform/uikit/Geometry.hpp"
-
-#include <sys/types.h>
+#include "tests/processes/ChildProcess.hpp"
 
 #include <cstdint>
 #include <memory>
@@ -17,7 +16,10 @@ namespace test {
 /// An X server without a screen to look at, for this test program alone; it ends with it.
 class XServer {
  public:
-    XServer();
+    /// GLX is off by default: GDK would load the graphics driver for it into each test, and unloads
+    /// it with its memory lost. The mixer paints without it.
+    enum class Glx { Off, On };
+    explicit XServer(Glx glx = Glx::Off);
     ~XServer();
     XServer(const XServer&) = delete;
     XServer& operator=(const XServer&) = delete;
@@ -30,7 +32,7 @@ class XServer {
     const std::string& displayName() const { return displayName_; }
 
  private:
-    pid_t process_ = -1;
+    ChildProcess process_;
     std::string displayName_;
 };
 

@@ -55,9 +55,8 @@ std::string configurationWith(VolumeButton button) {
 XfcePanel::XfcePanel(const UserSession& session, VolumeButton button) : session_(session) {
     session.folder.write("config/xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml",
                          configurationWith(button));
-    process_ =
-        rigs::ChildProcess({"xfce4-panel", "--disable-wm-check"},
-                           {.environment = session.environment(), .log = session.folder.log()});
+    process_ = ChildProcess({"xfce4-panel", "--disable-wm-check"},
+                            {.environment = session.environment(), .log = session.folder.log()});
     const auto isPainted = [&] {
         const auto windows = session.screen.windowsOf(panelClass);
         return !windows.empty() && session.screen.picture().at(5, thickness / 2) != 0;

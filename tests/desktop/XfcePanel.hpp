@@ -23,7 +23,7 @@ class XfcePanel {
 
  private:
     const UserSession& session_;
-    rigs::ChildProcess process_;
+    ChildProcess process_;
 };
 
 }  // namespace test

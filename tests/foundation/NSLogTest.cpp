@@ -100,6 +100,25 @@ TEST(Complaint, IsALineOnStandardErrorOfWhatCanBeShown) {
     EXPECT_EQ(folder.read("err"), "mixer: cannot write 'a b\uFFFD[31m\uFFFD%s\uFFFD'\n");
 }
 
+TEST(Debugging, IsSaidForTheTopicsThatTheEnvironmentNames) {
+    const TemporaryFolder folder;
+    const auto saidWith = [&](const char* topics) {
+        const ScopedVariable variable("TARNWICK_DEBUG", topics);
+        const CapturedStandardError captured(folder / "err");
+        debug("sound", "con\nnected");
+    };
+    for (const char* topics : {"sound", "rows,sound", "sound,rows", ",,sound,"}) {
+        saidWith(topics);
+        EXPECT_EQ(folder.read("err"), "sound: con nected\n") << topics;
+        std::filesystem::remove(folder / "err");
+    }
+    for (const char* topics : {"", "rows", "sounds", "soun", ",", "Sound"}) {
+        saidWith(topics);
+        EXPECT_EQ(folder.read("err"), "") << topics;
+        std::filesystem::remove(folder / "err");
+    }
+}
+
 TEST(Log, WritesTheLineOnceWhenStandardErrorIsTheJournal) {
     const TemporaryFolder folder;
     folder.write("err", "");

@@ -1,5 +1,4 @@
 #include "platform/foundation/NSRunLoop.hpp"
-#include "platform/foundation/OneShotTimer.hpp"
 
 #include <gtest/gtest.h>
 

@@ -102,7 +102,10 @@ TEST_F(PropertyListFiles, AreNeitherReadNorWrittenWithoutACodec) {
 
 /// Answers and writes what a test wants.
 struct FakeCodec : NSPropertyListCodec {
-    DecodedPropertyList decode(std::string_view) const override { return {value, {}}; }
+    DecodedPropertyList decode(std::string_view) const override {
+        if (value) return *value;
+        return Failure{PropertyListFault{}};
+    }
     std::vector<TextPlace> placesOf(std::string_view,
                                     std::span<const PropertyListPath> paths) const override {
         return std::vector<TextPlace>(paths.size());

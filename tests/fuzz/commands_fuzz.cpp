@@ -1,7 +1,7 @@
 #include "platform/foundation/MachineModel.hpp"
 #include "platform/foundation/PreferencesDirectory.hpp"
-#include "shells/common/Backends.hpp"
-#include "shells/headless/LineReader.hpp"
+#include "shells/common/WidgetBundle.hpp"
+#include "shells/headless/InputLoop.hpp"
 #include "shells/headless/Session.hpp"
 #include "tests/support/MixerFiles.hpp"
 
@@ -64,7 +64,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     options.bundlePath = TARNWICK_BUNDLE;
     options.parentWidth = 320;
     options.paintFiles = PaintFiles::Discarded;
-    Session session(options, makeSimulatedDevice(),
+    Session session(options, Device::simulated(),
                     [&output](const std::string& line) { output.write(line); });
 
     LineReader lines;

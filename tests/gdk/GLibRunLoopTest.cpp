@@ -41,13 +41,13 @@ class GLibRunLoopTest : public testing::Test {
 };
 
 TEST_F(GLibRunLoopTest, SleepsForEverWhenNothingIsWaiting) {
-    const GLibRunLoop runLoop(context.get());
+    const glib::GLibRunLoop runLoop(context.get());
     EXPECT_EQ(sleepTime(), -1);
     EXPECT_FALSE(hasSomethingToDo());
 }
 
 TEST_F(GLibRunLoopTest, CallsWhatIsDueAtOnce) {
-    const GLibRunLoop runLoop(context.get());
+    const glib::GLibRunLoop runLoop(context.get());
     loop().performAfterDelay(0, [this] { calls.push_back(1); });
     EXPECT_EQ(calls, std::vector<int>{});
     EXPECT_TRUE(turn());
@@ -58,7 +58,7 @@ TEST_F(GLibRunLoopTest, CallsWhatIsDueAtOnce) {
 TEST_F(GLibRunLoopTest, LogsACallThatThrowsAndGoesOnWithTheNext) {
     std::vector<std::string> lines;
     setLogSink([&lines](const std::string& line) { lines.push_back(line); });
-    const GLibRunLoop runLoop(context.get());
+    const glib::GLibRunLoop runLoop(context.get());
     loop().performAfterDelay(0, [] { throw std::out_of_range("no such row"); });
     loop().performAfterDelay(0, [this] { calls.push_back(1); });
     EXPECT_TRUE(turn());
@@ -72,13 +72,13 @@ TEST_F(GLibRunLoopTest, LogsACallThatThrowsAndGoesOnWithTheNext) {
 
 TEST_F(GLibRunLoopTest, CallsWhatWasWaitingBeforeItCame) {
     loop().performAfterDelay(0, [this] { calls.push_back(1); });
-    const GLibRunLoop runLoop(context.get());
+    const glib::GLibRunLoop runLoop(context.get());
     EXPECT_TRUE(turn());
     EXPECT_EQ(calls, std::vector<int>{1});
 }
 
 TEST_F(GLibRunLoopTest, SleepsUntilTheNextCallIsDue) {
-    const GLibRunLoop runLoop(context.get());
+    const glib::GLibRunLoop runLoop(context.get());
     loop().performAfterDelay(3600, [] {});
     EXPECT_GT(sleepTime(), 3500 * 1000);
     EXPECT_LE(sleepTime(), 3600 * 1000 + 1);
@@ -90,7 +90,7 @@ TEST_F(GLibRunLoopTest, SleepsUntilTheNextCallIsDue) {
 }
 
 TEST_F(GLibRunLoopTest, WakesForALaterCallAfterAnEarlierOne) {
-    const GLibRunLoop runLoop(context.get());
+    const glib::GLibRunLoop runLoop(context.get());
     loop().performAfterDelay(0.002, [this] { calls.push_back(2); });
     loop().performAfterDelay(0, [this] { calls.push_back(1); });
     while (calls.size() < 2)
@@ -99,7 +99,7 @@ TEST_F(GLibRunLoopTest, WakesForALaterCallAfterAnEarlierOne) {
 }
 
 TEST_F(GLibRunLoopTest, LeavesTheContextAloneAfterItsEnd) {
-    { const GLibRunLoop runLoop(context.get()); }
+    { const glib::GLibRunLoop runLoop(context.get()); }
     loop().performAfterDelay(0, [this] { calls.push_back(1); });
     EXPECT_FALSE(hasSomethingToDo());
     loop().runDue();

@@ -1,5 +1,4 @@
-#include "backends/gdk/GdkInput.hpp"
-#include "backends/gdk/GdkKeys.hpp"
+#include "backends/gdk/InputTranslator.hpp"
 #include "tests/gdk/InputEvents.hpp"
 
 #include <gdk/gdkkeysyms.h>
@@ -23,7 +22,7 @@ class GdkInputTest : public testing::Test {
         std::make_shared<InputRecorder>(CGRectMake(0, 0, 100, 100));
     std::shared_ptr<InputRecorder> right =
         std::make_shared<InputRecorder>(CGRectMake(100, 0, 100, 100));
-    GdkInput input{content};
+    windowing::InputTranslator input{content};
 };
 
 TEST_F(GdkInputTest, TurnsAPressedPointerIntoATouch) {
@@ -195,7 +194,7 @@ struct KeyCase {
 class GdkKeysTest : public testing::TestWithParam<KeyCase> {};
 
 TEST_P(GdkKeysTest, MapsAKey) {
-    EXPECT_EQ(keyOf(keyEvent(GetParam().keyval, GetParam().state).key), GetParam().key);
+    EXPECT_EQ(windowing::keyOf(keyEvent(GetParam().keyval, GetParam().state).key), GetParam().key);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -207,7 +206,10 @@ INSTANTIATE_TEST_SUITE_P(
         KeyCase{GDK_KEY_Right, 0, UIKey::Right}, KeyCase{GDK_KEY_Up, 0, UIKey::Up},
         KeyCase{GDK_KEY_Down, 0, UIKey::Down}, KeyCase{GDK_KEY_Page_Up, 0, UIKey::PageUp},
         KeyCase{GDK_KEY_KP_Page_Down, 0, UIKey::PageDown}, KeyCase{GDK_KEY_Home, 0, UIKey::Home},
-        KeyCase{GDK_KEY_End, 0, UIKey::End}, KeyCase{GDK_KEY_Right, GDK_CONTROL_MASK, std::nullopt},
+        KeyCase{GDK_KEY_End, 0, UIKey::End}, KeyCase{GDK_KEY_Return, 0, UIKey::Press},
+        KeyCase{GDK_KEY_KP_Enter, 0, UIKey::Press}, KeyCase{GDK_KEY_space, 0, UIKey::Press},
+        KeyCase{GDK_KEY_space, GDK_MOD1_MASK, std::nullopt},
+        KeyCase{GDK_KEY_Right, GDK_CONTROL_MASK, std::nullopt},
         KeyCase{GDK_KEY_Tab, GDK_MOD1_MASK, std::nullopt},
         KeyCase{GDK_KEY_Left, GDK_SUPER_MASK, std::nullopt}, KeyCase{GDK_KEY_1, 0, std::nullopt}));
 

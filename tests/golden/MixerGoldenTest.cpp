@@ -16,7 +16,7 @@ class GoldenMixer : public testing::Test {
  public:
     void expectGolden(MixerScene& scene, const std::string& name, int scale = 2) {
         const std::string path = folder.path("mixer.png");
-        ASSERT_TRUE(paintViewToPNG(scene.window(), path, CGFloat(scale)));
+        ASSERT_TRUE(painting::paintViewToPNG(scene.window(), path, CGFloat(scale)));
         EXPECT_TRUE(fileMatchesGolden(path, name + "@" + std::to_string(scale) + "x"));
     }
 
@@ -93,7 +93,7 @@ TEST_F(GoldenMixer, ShowsNothingOfTheSideOfATrackThatTheThumbHasLeftNoRoomFor) {
                               int scale, const std::string& name) {
         MixerScene scene(settings, {category}, 320);
         const std::string path = folder.path(name);
-        EXPECT_TRUE(paintViewToPNG(scene.window(), path, CGFloat(scale)));
+        EXPECT_TRUE(painting::paintViewToPNG(scene.window(), path, CGFloat(scale)));
         std::ifstream file(path, std::ios::binary);
         return std::string(std::istreambuf_iterator<char>(file), {});
     };

@@ -3,10 +3,10 @@
 #include "platform/foundation/NSLog.hpp"
 #include "platform/foundation/PreferencesDirectory.hpp"
 #include "platform/uikit/UILabel.hpp"
-#include "shells/common/Backends.hpp"
 #include "shells/common/WidgetBundle.hpp"
 #include "shells/desktop/PanelPicture.hpp"
 #include "shells/panel/HostedWidget.hpp"
+#include "tests/support/FakeRoleOutputs.hpp"
 #include "tests/support/Golden.hpp"
 #include "tests/support/MixerFiles.hpp"
 #include "tests/support/Paper.hpp"
@@ -15,6 +15,9 @@
 
 #include <cstdlib>
 #include <filesystem>
+
+using namespace desktop;
+using namespace shell;
 
 namespace {
 
@@ -33,16 +36,17 @@ class GoldenPanel : public testing::Test {
         setPreferencesDirectory("");
         setLogSink({});
     }
-    void expectGolden(const std::string& name, const NSString& notice = std::nullopt) {
-        auto created = shell::createController(TARNWICK_BUNDLE_DIR);
-        ASSERT_TRUE(created.controller) << created.error;
+    void expectGolden(const std::string& name) {
+        const auto created = shell::createController(TARNWICK_BUNDLE_DIR);
+        ASSERT_TRUE(created) << created.error();
         constexpr CGFloat parentWidth = 320;  // points
-        HostedWidget widget(std::move(created.controller), parentWidth);
+        HostedWidget widget(*created, parentWidth);
         const std::string path = pictures.path("panel.png");
-        ASSERT_TRUE(paintPanelPicture(widget, notice, path));
+        ASSERT_TRUE(paintPanelPicture(widget, panel, path));
         EXPECT_TRUE(fileMatchesGolden(path, name));
     }
 
+    std::shared_ptr<PanelView> panel = std::make_shared<PanelView>();
     TemporaryFolder pictures;
     test::MixerFiles files;
 };
@@ -56,7 +60,17 @@ TEST_F(GoldenPanel, HasTheRowsOnItAndAShadowAround) {
 TEST_F(GoldenPanel, HasANoticeBelowTheRows) {
     setPreferencesDirectory(files.folder().string());
     files.writeCategories({{"Nobody", "Media"}});
-    expectGolden("panel-notice@2x", "No sound server answers");
+    panel->setNotice("No sound server answers");
+    expectGolden("panel-notice@2x");
+}
+
+TEST_F(GoldenPanel, OffersOutputsForRolesBelowTheRows) {
+    setPreferencesDirectory(files.folder().string());
+    files.writeCategories({{"Ringtone", "Ringtone"}, {"Audio/Video", "Media"}});
+    test::FakeRoleOutputs outputs;
+    outputs.follow();
+    panel->setOutputs(&outputs);
+    expectGolden("panel-offer@2x");
 }
 
 TEST_F(GoldenPanel, TellsThatThereAreNoRows) {

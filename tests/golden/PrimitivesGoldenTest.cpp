@@ -31,7 +31,7 @@ void paintShadows(Canvas& canvas) {
 }
 
 void paintBitmaps(Canvas& canvas) {
-    const CairoBitmap disc = bitmapOf(16, 16, [](int x, int y) {
+    const painting::CairoBitmap disc = bitmapOf(16, 16, [](int x, int y) {
         const int distance = (2 * x - 15) * (2 * x - 15) + (2 * y - 15) * (2 * y - 15);
         return distance > 225 ? 0U : 0xff000000U | std::uint32_t(0x0f0f0f * (y + 1));
     });

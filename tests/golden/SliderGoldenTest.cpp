@@ -25,7 +25,7 @@ class GoldenSlider : public testing::Test {
         for (const int scale : {1, 2}) {
             const std::string fullName = name + "@" + std::to_string(scale) + "x";
             const std::string path = folder.path("slider.png");
-            ASSERT_TRUE(paintViewToPNG(window, path, CGFloat(scale)));
+            ASSERT_TRUE(painting::paintViewToPNG(window, path, CGFloat(scale)));
             EXPECT_TRUE(fileMatchesGolden(path, fullName));
         }
     }

@@ -1,4 +1,4 @@
-#include "shells/headless/Json.hpp"
+#include "shells/headless/Answer.hpp"
 
 #include <gtest/gtest.h>
 

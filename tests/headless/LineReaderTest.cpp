@@ -1,4 +1,4 @@
-#include "shells/headless/LineReader.hpp"
+#include "shells/headless/InputLoop.hpp"
 
 #include <gtest/gtest.h>
 

@@ -49,7 +49,7 @@ TEST_F(Protocol, TakesALineOfOneMebibyteAndRefusesALongerOne) {
 
 TEST_F(Protocol, EndsWithSuccessAtTheEndOfInput) {
     EXPECT_EQ(program->finish(), 0);
-    EXPECT_EQ(program->readLine(), std::nullopt);
+    EXPECT_EQ(program->nextLine(), std::nullopt);
 }
 
 TEST_F(Protocol, CarriesOutALastLineWithoutItsEnd) {
@@ -65,24 +65,24 @@ TEST_F(Protocol, EndsWithSuccessAtQuitAndLeavesTheRestUndone) {
     EXPECT_TRUE(program->readReply().isOk());
     const Reply reply = program->readReply();
     EXPECT_EQ(reply.line.dump(), R"({"ok":true})");
-    EXPECT_EQ(program->readLine(), std::nullopt);
+    EXPECT_EQ(program->nextLine(), std::nullopt);
     EXPECT_EQ(program->finish(), 0);
-    EXPECT_EQ(program->standardError(), "");
+    EXPECT_EQ(program->complaints(), "");
 }
 
 TEST_F(Protocol, SaysNothingMoreAfterTheLastCommand) {
     EXPECT_TRUE(send("create").isOk());
     EXPECT_TRUE(send("call view").isOk());
     EXPECT_EQ(program->finish(), 0);
-    EXPECT_EQ(program->readLine(), std::nullopt);
-    EXPECT_EQ(program->standardError(), "");
+    EXPECT_EQ(program->nextLine(), std::nullopt);
+    EXPECT_EQ(program->complaints(), "");
 }
 
-TEST_F(Protocol, FailsWhenNobodyReadsItsOutput) {
+TEST_F(Protocol, FailsWhenTheReaderOfItsOutputIsGone) {
     program->closeOutput();
     program->write("tree\n");
     EXPECT_EQ(program->finish(), 1);
-    EXPECT_NE(program->standardError(), "");
+    EXPECT_NE(program->complaints(), "");
 }
 
 struct Misuse {

@@ -1,4 +1,4 @@
-#include "shells/headless/RecentEvents.hpp"
+#include "shells/headless/Events.hpp"
 
 #include <gtest/gtest.h>
 
@@ -9,8 +9,7 @@ class RecentEventsTest : public testing::Test {
  protected:
     void add(const Json& entry) { recent.add({{"event", "e"}, {"entry", entry}}); }
     bool takes(std::string_view description) {
-        const Words read = splitWords(description);
-        return recent.take(read.words).has_value();
+        return recent.take(*splitWords(description)).has_value();
     }
     RecentEvents recent;
 };

@@ -1,4 +1,4 @@
-#include "tests/rigs/ChildProcess.hpp"
+#include "tests/processes/ChildProcess.hpp"
 #include "tests/rigs/PulseAudioServer.hpp"
 #include "tests/rigs/Waiting.hpp"
 #include "tests/support/HeadlessFixture.hpp"
@@ -56,13 +56,6 @@ TEST_F(RealServer, IsMovedByATouch) {
     EXPECT_NEAR(sinkFraction(), 1, volumeStep);
 }
 
-TEST_F(RealServer, MovesARowWhenItIsChangedElsewhere) {
-    startBoth();
-    setSinkVolume(30);
-    EXPECT_TRUE(waitFor("volume-notification Audio/Video 0.3"));
-    EXPECT_EQ(captionOf(1), "Music (Speaker): 30%");
-}
-
 TEST_F(RealServer, TakesTheCommandForAVolume) {
     startBoth();
     EXPECT_EQ(expectOk("volume Audio/Video 0.2"), Happened{}) << "the widget has set nothing";
@@ -102,27 +95,14 @@ TEST_F(RealServer, SleepsWhileNothingHappens) {
     setSinkVolume(30);
     ASSERT_TRUE(waitFor("volume-notification Audio/Video 0.3"));
     rigs::runFor(1);  // What settles and what is confirmed has an end.
-    const long sleeps = rigs::sleepsOf(program->id());
-    const double processorSeconds = rigs::processorSecondsOf(program->id());
+    const long sleeps = sleepsOf(program->id());
+    const double processorSeconds = processorSecondsOf(program->id());
     rigs::runFor(3);
-    EXPECT_EQ(rigs::sleepsOf(program->id()), sleeps);
+    EXPECT_EQ(sleepsOf(program->id()), sleeps);
     // A loop that never sleeps is not woken either.
-    EXPECT_NEAR(rigs::processorSecondsOf(program->id()), processorSeconds, 0.001);
+    EXPECT_NEAR(processorSecondsOf(program->id()), processorSeconds, 0.001);
     setSinkVolume(40);
     EXPECT_TRUE(waitFor("volume-notification Audio/Video 0.4"));
-}
-
-TEST_F(RealServer, ShowsWhatAnotherProgramSetWhileARowWasHeld) {
-    startBoth();
-    expectOk("touch began 160 95");
-    expectOk("touch moved 120 95");
-    EXPECT_TRUE(waitFor("volume-notification Audio/Video"));
-    const std::string held = captionOf(1);
-    setSinkVolume(90);
-    EXPECT_TRUE(waitFor("volume-notification Audio/Video 0.9"));
-    EXPECT_EQ(captionOf(1), held);
-    expectOk("touch ended 120 95");
-    EXPECT_EQ(captionOf(1), "Music (Speaker): 90%");
 }
 
 TEST_F(RealServer, KeepsARowWhereItWasLeftWhileItsVolumeIsOnItsWay) {
@@ -134,33 +114,6 @@ TEST_F(RealServer, KeepsARowWhereItWasLeftWhileItsVolumeIsOnItsWay) {
     EXPECT_EQ(captionOf(1), held);
     EXPECT_TRUE(waitFor("volume-notification Audio/Video"));
     EXPECT_EQ(captionOf(1), held);
-}
-
-TEST_F(RealServer, HasNoVolumeForARowThatIsHeldWhenItGoes) {
-    startBoth();
-    expectOk("touch began 160 95");
-    server.stop(SIGKILL);
-    EXPECT_TRUE(waitFor("availability"));
-    expectOk("touch moved 200 95");
-    EXPECT_NE(captionOf(1), "Music (Speaker): unknown") << "the finger is followed";
-    EXPECT_EQ(captionOf(0), "Bell: 100%") << "nothing is read meanwhile";
-    EXPECT_FALSE(viewWithTag(2000).at("enabled").get<bool>());
-    expectOk("touch ended 200 95");
-    EXPECT_EQ(captionOf(0), "Bell: unknown");
-    EXPECT_EQ(captionOf(1), "Music (Speaker): unknown");
-}
-
-TEST_F(RealServer, IsUnknownAgainWhereAVolumeIsSetThatIsNotThere) {
-    files.writeCategories({{"Ringtone", "Bell"}, {"HeadsetBT", "Headset"}});
-    startBoth();
-    EXPECT_EQ(captionOf(1), "Headset: unknown");
-    EXPECT_FALSE(viewWithTag(2001).at("enabled").get<bool>());
-    EXPECT_TRUE(viewWithTag(2000).at("enabled").get<bool>());
-    for (const char* input : {"touch began 160 95", "touch moved 200 95", "touch ended 200 95"})
-        expectOk(input);
-    EXPECT_EQ(captionOf(1), "Headset: unknown");
-    EXPECT_TRUE(resultOf("scroll 160 95 5").get<bool>());
-    EXPECT_EQ(captionOf(1), "Headset: unknown");
 }
 
 TEST_F(RealServer, TellsThatItIsGoneAndBack) {

@@ -1,4 +1,3 @@
-#include "tests/headless/WidgetEvents.hpp"
 #include "tests/support/HeadlessFixture.hpp"
 
 namespace test {
@@ -19,6 +18,13 @@ struct Story {
 
     friend void PrintTo(const Story& tested, std::ostream* out) { *out << tested.name; }
 };
+
+// What the controllers make happen with the initial list in 320 points.
+const std::string shown = "post org.tarnwick.mixer.isvisible";
+const std::string gone = "post org.tarnwick.mixer.ishidden";
+const std::string sizeTold = "host widget:didUpdatePreferredSize: 320 x 270";
+const std::string sizeLogged = "log TW: self.preferredViewSize: {320, 270}";
+const std::string sizeInvalid = "host invalidatePreferredViewSize";
 
 const Happened nothing;
 const Happened presented = {sizeTold, sizeLogged, sizeInvalid, shown};

@@ -10,12 +10,17 @@ namespace {
 using Texts = std::vector<std::string>;
 
 Texts textsOf(std::string_view line) {
-    const Words read = splitWords(line);
-    EXPECT_EQ(read.error, "") << line;
+    const auto words = splitWords(line);
+    EXPECT_TRUE(words) << line;
     Texts texts;
-    for (const Word& word : read.words)
+    for (const Word& word : words ? *words : std::vector<Word>())
         texts.push_back(word.text);
     return texts;
+}
+
+std::string refusalOf(std::string_view line) {
+    const auto words = splitWords(line);
+    return words ? "none" : words.error();
 }
 
 TEST(Words, AreSeparatedByAnyNumberOfBlanks) {
@@ -40,28 +45,28 @@ TEST(Words, HoldAMarkThatIsDoubledInQuotationMarks) {
     EXPECT_EQ(textsOf(R"("""")"), Texts{R"(")"});
 }
 
-TEST(Words, TakeABackslashAsItStands) {
+TEST(Words, ReadABackslashLiterally) {
     EXPECT_EQ(textsOf(R"("C:\" \n)"), (Texts{R"(C:\)", R"(\n)"}));
 }
 
 TEST(Words, RememberWhetherTheyWereQuoted) {
-    const Words read = splitWords(R"(- "-")");
-    ASSERT_EQ(read.words.size(), 2U);
-    EXPECT_TRUE(read.words[0].isBare("-"));
-    EXPECT_FALSE(read.words[1].isBare("-"));
+    const auto words = splitWords(R"(- "-")");
+    ASSERT_TRUE(words);
+    ASSERT_EQ(words->size(), 2U);
+    EXPECT_TRUE((*words)[0].isBare("-"));
+    EXPECT_FALSE((*words)[1].isBare("-"));
 }
 
 TEST(Words, RefuseMarksThatDoNotFit) {
-    EXPECT_NE(splitWords("a \"b").error, "");
-    EXPECT_NE(splitWords("\"").error, "");
-    EXPECT_NE(splitWords("\"\"\"").error, "");
-    EXPECT_NE(splitWords("\"a\"b").error, "");
-    EXPECT_NE(splitWords("a\"b\"").error, "");
-    EXPECT_TRUE(splitWords("a \"b").words.empty());
+    EXPECT_EQ(refusalOf("a \"b"), "a quotation mark is not closed");
+    EXPECT_EQ(refusalOf("\""), "a quotation mark is not closed");
+    EXPECT_EQ(refusalOf("\"\"\""), "a quotation mark is not closed");
+    EXPECT_EQ(refusalOf("\"a\"b"), "a blank is missing after a quoted word");
+    EXPECT_EQ(refusalOf("a\"b\""), "a quotation mark inside a word");
 }
 
 TEST(Words, RefuseANullByte) {
-    EXPECT_NE(splitWords(std::string_view("a\0b", 3)).error, "");
+    EXPECT_EQ(refusalOf(std::string_view("a\0b", 3)), "a line cannot hold a null byte");
 }
 
 TEST(Words, KeepBytesThatAreNoText) {

@@ -1,7 +1,7 @@
 #include "host/TarnwickViewController.hpp"
 #include "platform/foundation/NSClassRegistry.hpp"
 #include "platform/foundation/NSLog.hpp"
-#include "platform/uikit/UITouchMessage.hpp"
+#include "platform/uikit/UIEvent.hpp"
 #include "platform/uikit/UIWindow.hpp"
 
 #include <gtest/gtest.h>

@@ -4,6 +4,16 @@
 #include <cstdlib>
 #include <string>
 
+/// The language that the user prefers to that of the locale, for as long as this lives; in a
+/// CommaLocale alone.
+class PreferredLanguage {
+ public:
+    explicit PreferredLanguage(const char* language) { setenv("LANGUAGE", language, 1); }
+    ~PreferredLanguage() { unsetenv("LANGUAGE"); }
+    PreferredLanguage(const PreferredLanguage&) = delete;
+    PreferredLanguage& operator=(const PreferredLanguage&) = delete;
+};
+
 /// Runs the program in a locale whose decimal point is a comma, for as long as this lives.
 class CommaLocale {
  public:

@@ -3,14 +3,16 @@
 #include "platform/foundation/NSLog.hpp"
 #include "platform/foundation/NSRunLoop.hpp"
 #include "platform/foundation/PreferencesDirectory.hpp"
-#include "platform/uikit/UIAccessibility.hpp"
-#include "shells/common/Backends.hpp"
+#include "platform/uikit/UISlider.hpp"
+#include "platform/uikit/UIView.hpp"
 #include "shells/common/WidgetBundle.hpp"
 #include "shells/panel/HostedWidget.hpp"
 #include "tests/support/MixerFiles.hpp"
 #include "tests/support/VirtualClock.hpp"
 
 #include <gtest/gtest.h>
+
+using namespace shell;
 
 namespace {
 
@@ -220,9 +222,9 @@ class HostedMixerTest : public testing::Test {
         setPreferencesDirectory(files.folder().string());
         setMachineModel("iPad4,1");
         AVSystemController::setSharedAVSystemController(device);
-        auto created = shell::createController(TARNWICK_BUNDLE_DIR);
-        EXPECT_TRUE(created.controller) << created.error;
-        widget = std::make_unique<HostedWidget>(std::move(created.controller), 768);
+        const auto created = shell::createController(TARNWICK_BUNDLE_DIR);
+        EXPECT_TRUE(created) << created.error();
+        widget = std::make_unique<HostedWidget>(*created, 768);
     }
     ~HostedMixerTest() override {
         widget.reset();
@@ -234,7 +236,7 @@ class HostedMixerTest : public testing::Test {
         std::vector<std::string> found;
         for (const auto& element : accessibilityElements(widget->view()))
             if (element->className() == "UISlider")
-                found.push_back(accessibilityLabel(*element).value_or("nil"));
+                found.push_back(element->accessibilityLabel().value_or("nil"));
         return found;
     }
 

@@ -5,13 +5,14 @@
 #include "platform/foundation/PreferencesDirectory.hpp"
 #include "platform/uikit/UISlider.hpp"
 #include "platform/uikit/UIWindow.hpp"
-#include "shells/common/Backends.hpp"
 #include "shells/common/WidgetBundle.hpp"
 #include "shells/panel/LegacyHostedWidget.hpp"
 #include "shells/panel/PanelView.hpp"
 #include "tests/support/MixerFiles.hpp"
 
 #include <gtest/gtest.h>
+
+using namespace shell;
 
 namespace {
 
@@ -24,9 +25,9 @@ class LegacyHostedWidgetTest : public testing::Test {
         setPreferencesDirectory(files.folder().string());
         setMachineModel("iPhone4,1");
         AVSystemController::setSharedAVSystemController(device);
-        auto created = shell::createLegacyController(TARNWICK_BUNDLE_DIR);
-        EXPECT_NE(created.controller, nullptr) << created.error;
-        widget = std::make_unique<LegacyHostedWidget>(std::move(created.controller));
+        const auto created = shell::createLegacyController(TARNWICK_BUNDLE_DIR);
+        EXPECT_TRUE(created) << created.error();
+        widget = std::make_unique<LegacyHostedWidget>(*created);
         NSNotificationCenter::defaultCenter().add(
             observer, [this](const NSNotification& posted) { announced.push_back(posted.name); },
             std::nullopt, nullptr);

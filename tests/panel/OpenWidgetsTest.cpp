@@ -3,15 +3,17 @@
 #include "platform/foundation/NSLog.hpp"
 #include "platform/foundation/NSRunLoop.hpp"
 #include "platform/foundation/PreferencesDirectory.hpp"
-#include "platform/uikit/UIAccessibility.hpp"
 #include "platform/uikit/UILabel.hpp"
+#include "platform/uikit/UIView.hpp"
 #include "platform/uikit/UIWindow.hpp"
-#include "shells/common/Backends.hpp"
+#include "shells/common/WidgetBundle.hpp"
 #include "shells/panel/OpenWidgets.hpp"
 #include "tests/support/MixerFiles.hpp"
 #include "tests/support/VirtualClock.hpp"
 
 #include <gtest/gtest.h>
+
+using namespace shell;
 
 namespace {
 
@@ -42,7 +44,7 @@ class OpenWidgetsTest : public testing::Test {
         std::vector<std::string> texts;
         for (const auto& element : accessibilityElements(opened.widget->view()))
             if (std::dynamic_pointer_cast<UILabel>(element))
-                texts.push_back(accessibilityLabel(*element).value_or("nil"));
+                texts.push_back(element->accessibilityLabel().value_or("nil"));
         return texts;
     }
 

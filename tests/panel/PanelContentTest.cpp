@@ -1,12 +1,15 @@
 #include "platform/foundation/PreferencesDirectory.hpp"
-#include "platform/uikit/UIAccessibility.hpp"
 #include "platform/uikit/UILabel.hpp"
+#include "platform/uikit/UISlider.hpp"
+#include "platform/uikit/UIView.hpp"
 #include "shells/panel/HostedWidget.hpp"
-#include "shells/panel/PanelContent.hpp"
+#include "shells/panel/Notices.hpp"
 #include "shells/panel/RowReport.hpp"
 
 #include <glib.h>
 #include <gtest/gtest.h>
+
+using namespace shell;
 
 namespace {
 
@@ -30,7 +33,7 @@ class PanelContentTest : public testing::Test {
     std::vector<std::string> labels() {
         std::vector<std::string> texts;
         for (const auto& element : accessibilityElements(panelContent(widget).view))
-            texts.push_back(accessibilityLabel(*element).value_or("nil"));
+            texts.push_back(element->accessibilityLabel().value_or("nil"));
         return texts;
     }
 
@@ -91,4 +94,13 @@ TEST_F(PanelContentTest, IsReportedAsTextInBothCases) {
     const std::string rows = rowReport(panelContent(widget).view);
     EXPECT_TRUE(rows.starts_with("  Media: 40% ")) << rows;
     EXPECT_TRUE(rows.ends_with("[########------------]\n")) << rows;
+}
+
+TEST_F(PanelContentTest, ReportRoundsAVolumeAsItsCaptionDoes) {
+    put<UILabel>()->setText("Media: 58%");
+    const auto slider = put<UISlider>();
+    slider->setMaximumValue(100);
+    slider->setValue(57.5F);
+    const std::string rows = rowReport(panelContent(widget).view);
+    EXPECT_TRUE(rows.ends_with("]\n")) << rows;
 }

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace shell;
+
 namespace {
 
 /// A panel of 200 by 100 points, with a slider at y 40 of a content of 300. The slider stands at 0,

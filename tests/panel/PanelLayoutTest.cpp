@@ -5,6 +5,8 @@
 #include <cmath>
 #include <limits>
 
+using namespace shell;
+
 namespace {
 
 constexpr CGSize screen = {1920, 1080};

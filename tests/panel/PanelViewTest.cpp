@@ -1,9 +1,11 @@
 #include "platform/uikit/UIWindow.hpp"
+#include "shells/panel/LegacyHostedWidget.hpp"
 #include "shells/panel/PanelView.hpp"
-#include "shells/panel/TapView.hpp"
 #include "tests/support/RecordingCanvas.hpp"
 
 #include <gtest/gtest.h>
+
+using namespace shell;
 
 namespace {
 
@@ -112,16 +114,16 @@ TEST_F(PanelViewTest, ScrollsWhatIsTallerBelowTheButton) {
 }
 
 TEST_F(PanelViewTest, HasRoomForEachLineOfItsNotice) {
-    EXPECT_EQ(panel->noticeHeight(), 0);
+    EXPECT_EQ(panel->footerHeight(200), 0);
     panel->setNotice("No sound server answers");
-    const CGFloat one = panel->noticeHeight();
+    const CGFloat one = panel->footerHeight(200);
     panel->setNotice("No sound server answers\nSettings: no skin");
-    const CGFloat two = panel->noticeHeight();
+    const CGFloat two = panel->footerHeight(200);
     panel->setNotice("No sound server answers\nSettings: no skin\nand more");
     EXPECT_GT(two, one);
-    EXPECT_EQ(panel->noticeHeight() - two, two - one);
+    EXPECT_EQ(panel->footerHeight(200) - two, two - one);
     panel->setNotice(std::nullopt);
-    EXPECT_EQ(panel->noticeHeight(), 0);
+    EXPECT_EQ(panel->footerHeight(200), 0);
 }
 
 TEST(CentredLabelTest, DrawsItsLinesOneBelowTheOther) {

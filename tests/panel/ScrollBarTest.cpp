@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace shell;
+
 namespace {
 
 /// An opening of 232 points in which half of the content is seen: the bar is as long as its way.

@@ -6,6 +6,8 @@
 
 #include <limits>
 
+using namespace shell;
+
 namespace {
 
 /// An opening of 200 by 100 points.

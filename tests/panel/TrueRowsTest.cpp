@@ -6,13 +6,14 @@
 #include "platform/uikit/UILabel.hpp"
 #include "platform/uikit/UISlider.hpp"
 #include "platform/uikit/UIWindow.hpp"
-#include "shells/common/Backends.hpp"
 #include "shells/common/WidgetBundle.hpp"
 #include "shells/panel/HostedWidget.hpp"
 #include "tests/support/MixerFiles.hpp"
 #include "tests/support/VirtualClock.hpp"
 
 #include <gtest/gtest.h>
+
+using namespace shell;
 
 namespace {
 
@@ -35,9 +36,9 @@ class TrueRows : public testing::Test {
         setLogSink({});
     }
     void present() {
-        auto created = shell::createController(TARNWICK_BUNDLE_DIR);
-        ASSERT_TRUE(created.controller) << created.error;
-        widget = std::make_unique<HostedWidget>(std::move(created.controller), 320);
+        const auto created = shell::createController(TARNWICK_BUNDLE_DIR);
+        ASSERT_TRUE(created) << created.error();
+        widget = std::make_unique<HostedWidget>(*created, 320);
         widget->present();
         window->setFrame({{0, 0}, widget->preferredSize()});
         window->addSubview(widget->view());

@@ -5,6 +5,8 @@
 
 #include <limits>
 
+using namespace shell;
+
 namespace {
 
 using Log = std::vector<std::string>;

@@ -25,9 +25,9 @@ constexpr std::size_t call = 2;
 class LockScreenTest : public testing::Test {
  protected:
     void startSound() { sound.startAndWait(); }
-    void startShell(const rigs::Environment& variables = {},
+    void startShell(const Environment& variables = {},
                     PhoneShell::Pages pages = PhoneShell::Pages::Mixer) {
-        rigs::Environment all = {{"PULSE_SERVER", folder.address()}};
+        Environment all = {{"PULSE_SERVER", folder.address()}};
         all.insert(variables.begin(), variables.end());
         shell = std::make_unique<PhoneShell>(compositor, all, pages);
     }

@@ -83,31 +83,6 @@ TEST_F(LockTouchTest, LongListScrollsByASwipeAcrossASliderAndTheLockScreenHearsN
         EXPECT_EQ(screen->passedOn(type), 0U) << type;
 }
 
-TEST_F(LockTouchTest, LongListGivesADragSidewaysToTheSliderThatItBeganOn) {
-    files.writeShownCategories(20);
-    lockAtMixer();
-    const std::shared_ptr<UISlider> dragged = sliders()[5];
-    const CGPoint from = middleOf(*dragged);
-    screen->touch(GDK_TOUCH_BEGIN, from.x, from.y);
-    screen->touch(GDK_TOUCH_UPDATE, from.x - 60, from.y + 10);
-    EXPECT_TRUE(dragged->isHighlighted());
-    screen->touch(GDK_TOUCH_END, from.x - 60, from.y + 10);
-    EXPECT_EQ(middleOf(*dragged).y, from.y);
-    EXPECT_FALSE(dragged->isHighlighted());
-    EXPECT_EQ(screen->passedOn(GDK_TOUCH_UPDATE), 0U);
-}
-
-TEST_F(LockTouchTest, LongListLeavesADragSidewaysToTheLockScreen) {
-    files.writeShownCategories(20);
-    lockAtMixer();
-    const CGFloat before = middleOf(*sliders()[0]).y;
-    screen->touch(GDK_TOUCH_BEGIN, 10, 500);
-    screen->touch(GDK_TOUCH_UPDATE, 60, 480);
-    screen->touch(GDK_TOUCH_UPDATE, 200, 300);
-    EXPECT_EQ(screen->passedOn(GDK_TOUCH_UPDATE), 2U);
-    EXPECT_EQ(middleOf(*sliders()[0]).y, before);
-}
-
 TEST_F(LockTouchTest, PointerIsAFingerToo) {
     lockWithValues();
     const CGPoint middle = middleOf(*sliders()[1]);

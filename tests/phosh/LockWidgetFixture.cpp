@@ -4,8 +4,9 @@
 #include "platform/foundation/NSLog.hpp"
 #include "platform/foundation/NSNotificationCenter.hpp"
 #include "platform/foundation/PreferencesDirectory.hpp"
-#include "platform/uikit/UIAccessibility.hpp"
 #include "platform/uikit/UILabel.hpp"
+#include "platform/uikit/UISlider.hpp"
+#include "platform/uikit/UIView.hpp"
 #include "platform/uikit/UIWindow.hpp"
 #include "tests/desktop/XServer.hpp"
 #include "tests/rigs/Waiting.hpp"
@@ -94,7 +95,7 @@ std::vector<std::string> LockWidgetFixture::labels() {
     std::vector<std::string> texts;
     for (const auto& element : elements())
         if (std::dynamic_pointer_cast<UILabel>(element))
-            texts.push_back(accessibilityLabel(*element).value_or("nil"));
+            texts.push_back(element->accessibilityLabel().value_or("nil"));
     return texts;
 }
 

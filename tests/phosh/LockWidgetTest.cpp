@@ -2,9 +2,12 @@
 #include "platform/foundation/NSLog.hpp"
 #include "platform/foundation/NSRunLoop.hpp"
 #include "platform/uikit/UIWindow.hpp"
+#include "tests/locale/CommaLocale.hpp"
 #include "tests/phosh/LockWidgetFixture.hpp"
 #include "tests/pulse/Memory.hpp"
 #include "tests/rigs/Waiting.hpp"
+
+#include <libintl.h>
 
 #include <algorithm>
 
@@ -46,6 +49,44 @@ TEST_F(LockWidgetTest, SaysWhatIsWrongWithTheFilesOnceItIsSeen) {
     EXPECT_TRUE(std::ranges::any_of(shown, [](const std::string& label) {
         return label.find("no skin 'Glass'") != std::string::npos;
     }));
+}
+
+TEST_F(LockWidgetTest, SpeaksTheLanguageOfTheShellAndChangesNothingOfItsLocale) {
+    const CommaLocale german;
+    if (!german.isActive()) GTEST_SKIP() << "no German locale on this system";
+    files.writeSettings("<key>selectedSkin</key><string>Glass</string>");
+    const auto isShown = [](const char* part) {
+        return std::ranges::any_of(labels(), [&](const std::string& label) {
+            return label.find(part) != std::string::npos;
+        });
+    };
+    lockAtMixer();
+    EXPECT_TRUE(rigs::waitUntil([&] { return isShown("kein Skin 'Glass'"); }));
+    EXPECT_TRUE(isShown("unknown")) << "captions keep their words";
+    EXPECT_STREQ(textdomain(nullptr), "messages");
+    EXPECT_STREQ(std::setlocale(LC_ALL, nullptr), "de_DE.UTF-8");
+}
+
+TEST_F(LockWidgetTest, KeepsToTheChoiceOfOutputsForRoles) {
+    folder.writeOutputs("apart");
+    sound.beAsInASession();
+    sound.startAndWait();
+    lockAtMixer();
+    EXPECT_TRUE(
+        rigs::waitUntil([&] { return folder.outputs().find("phase=up") != std::string::npos; }));
+    const std::string sinks = sound.pactl({"list", "short", "sinks"});
+    EXPECT_NE(sinks.find("role.multimedia"), std::string::npos) << sinks;
+}
+
+TEST_F(LockWidgetTest, OffersNoOutputsForRoles) {
+    sound.startAndWait();
+    lockAtMixer();
+    rigs::runFor(0.3);
+    const std::vector<std::string> shown = labels();
+    EXPECT_EQ(shown.size(), 5U);
+    EXPECT_EQ(folder.outputs(), "") << "nothing was decided";
+    const std::string sinks = sound.pactl({"list", "short", "sinks"});
+    EXPECT_EQ(sinks.find("role.multimedia"), std::string::npos);
 }
 
 TEST_F(LockWidgetTest, FirstTurnToThePagePresentsAndEveryOtherDismissesAndPresents) {

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace phosh;
+
 namespace {
 
 /// A page of 200 by 100 points with a slider at y 40 of a content of 300.

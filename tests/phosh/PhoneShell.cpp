@@ -1,5 +1,6 @@
 #include "tests/phosh/PhoneShell.hpp"
 
+#include "tests/processes/RunningProgram.hpp"
 #include "tests/rigs/Waiting.hpp"
 
 #include <csignal>
@@ -34,7 +35,7 @@ void writePlugins(const rigs::ServerFolder& folder, PhoneShell::Pages pages) {
 
 }  // namespace
 
-PhoneShell::PhoneShell(HeadlessPhoc& compositor, const rigs::Environment& variables, Pages pages)
+PhoneShell::PhoneShell(HeadlessPhoc& compositor, const Environment& variables, Pages pages)
     : compositor_(compositor), bus_(compositor.folder()) {
     const rigs::ServerFolder& folder = compositor.folder();
     writePlugins(folder, pages);
@@ -49,7 +50,7 @@ PhoneShell::PhoneShell(HeadlessPhoc& compositor, const rigs::Environment& variab
     for (const auto& [name, value] : variables)
         variables_[name] = value;
     process_ =
-        rigs::ChildProcess({program, "--locked"}, {.environment = variables_, .log = folder.log()});
+        ChildProcess({program, "--locked"}, {.environment = variables_, .log = folder.log()});
     const auto isUp = [&] {
         return isLocked() || folder.logged().find("Phosh ready") != std::string::npos;
     };
@@ -69,7 +70,7 @@ bool PhoneShell::isRunning() {
 
 std::string PhoneShell::call(const std::string& method,
                              const std::vector<std::string>& arguments) const {
-    rigs::Environment variables = variables_;
+    Environment variables = variables_;
     variables["LD_PRELOAD"] = "";
     std::vector<std::string> words = {"gdbus",
                                       "call",
@@ -81,7 +82,7 @@ std::string PhoneShell::call(const std::string& method,
                                       "--method",
                                       "org.gnome.ScreenSaver." + method};
     words.insert(words.end(), arguments.begin(), arguments.end());
-    return rigs::outputOf(words, variables);
+    return outputOf(words, variables);
 }
 
 bool PhoneShell::isLocked() const {

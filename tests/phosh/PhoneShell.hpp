@@ -18,7 +18,7 @@ class PhoneShell {
 
     /// Returns once it is locked. `variables` are its environment's on top of the rest. Throws
     /// std::runtime_error with what it said when that fails, as do lock() and unlock().
-    explicit PhoneShell(HeadlessPhoc& compositor, const rigs::Environment& variables = {},
+    explicit PhoneShell(HeadlessPhoc& compositor, const Environment& variables = {},
                         Pages pages = Pages::Mixer);
     ~PhoneShell();
 
@@ -46,8 +46,8 @@ class PhoneShell {
 
     HeadlessPhoc& compositor_;
     PrivateBus bus_;
-    rigs::Environment variables_;
-    rigs::ChildProcess process_;
+    Environment variables_;
+    ChildProcess process_;
     bool activeIsBlank_ = false;
 };
 

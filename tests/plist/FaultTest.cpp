@@ -1,4 +1,3 @@
-#include "backends/plist/XmlShape.hpp"
 #include "tests/plist/BinaryPlist.hpp"
 #include "tests/plist/Xml.hpp"
 
@@ -7,9 +6,9 @@
 namespace {
 
 PropertyListFault faultOf(const std::string& bytes) {
-    DecodedPropertyList decoded = PlistCodec().decode(bytes);
-    EXPECT_FALSE(decoded.value) << bytes;
-    return decoded.fault;
+    const DecodedPropertyList decoded = PlistCodec().decode(bytes);
+    EXPECT_FALSE(decoded) << bytes;
+    return decoded ? PropertyListFault() : decoded.error();
 }
 
 std::string textOf(const PropertyListFault& fault) {

@@ -1,4 +1,4 @@
-#include "backends/plist/BinaryShape.hpp"
+#include "backends/plist/Forms.hpp"
 #include "tests/plist/BinaryPlist.hpp"
 #include "tests/plist/Xml.hpp"
 
@@ -23,8 +23,6 @@ TEST(HostileBinary, ReadsTheDeepestNestingAndRefusesOneMore) {
     EXPECT_FALSE(decoded(nested(maximumDepth + 1, false).file()));
     EXPECT_TRUE(decoded(nested(maximumDepth, true).file()));
     EXPECT_FALSE(decoded(nested(maximumDepth + 1, true).file()));
-    EXPECT_TRUE(faultInBinary(nested(maximumDepth + 1, false).file()));
-    EXPECT_TRUE(faultInBinary(nested(maximumDepth + 1, true).file()));
     EXPECT_FALSE(decoded(nested(60000, false).file()));
 }
 
@@ -34,10 +32,8 @@ TEST(HostileBinary, FindsTheDepthBehindObjectsThatAreShared) {
     const std::uint64_t shared = list.root;
     const std::uint64_t longWay = list.addArray({list.addArray({shared})});
     list.root = list.addArray({shared, longWay});
-    EXPECT_TRUE(faultInBinary(list.file()));
     EXPECT_FALSE(decoded(list.file()));
     list.root = list.addArray({shared, list.addArray({shared})});
-    EXPECT_FALSE(faultInBinary(list.file()));
     EXPECT_TRUE(decoded(list.file()));
 }
 

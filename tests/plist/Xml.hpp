@@ -12,7 +12,8 @@ inline std::string documentOf(const std::string& body) {
 }
 
 inline std::optional<PropertyValue> decoded(const std::string& bytes) {
-    return PlistCodec().decode(bytes).value;
+    const DecodedPropertyList result = PlistCodec().decode(bytes);
+    return result ? std::optional(*result) : std::nullopt;
 }
 
 inline std::optional<PropertyValue> decodedBody(const std::string& body) {

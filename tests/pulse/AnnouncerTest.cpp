@@ -1,4 +1,4 @@
-#include "backends/pulse/Announcer.hpp"
+#include "backends/pulse/categories/Announcer.hpp"
 #include "platform/celestial/AVSystemController.hpp"
 #include "platform/foundation/NSNotificationCenter.hpp"
 #include "platform/foundation/NSRunLoop.hpp"

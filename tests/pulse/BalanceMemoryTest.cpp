@@ -1,4 +1,4 @@
-#include "backends/pulse/BalanceMemory.hpp"
+#include "backends/pulse/writes/VolumeWriter.hpp"
 
 #include <gtest/gtest.h>
 
@@ -6,8 +6,8 @@ using namespace pulse;
 
 namespace {
 const Target speaker{.kind = Target::Kind::Sink, .name = "spk"};
-const Target event{.kind = Target::Kind::RoleEntry, .name = "spk"};
-const Target stream{.kind = Target::Kind::Stream, .streamIndex = 7};
+const Target event{.kind = Target::Kind::RestoreEntry, .name = "spk"};
+const Target stream{.kind = Target::Kind::SinkInput, .sinkInputIndex = 7};
 
 testing::AssertionResult channelsAre(const pa_cvolume& volume, pa_volume_t left,
                                      pa_volume_t right) {
@@ -73,11 +73,11 @@ TEST(BalanceMemory, ForgetsStreamsThatHaveEndedAndNothingElse) {
     for (const Target& target : {speaker, event, stream})
         memory.observe(target, {2, {40000, 20000}});
     ServerMirror mirror;
-    mirror.streams.push_back({.index = 7});
-    memory.forgetStreamsMissingIn(mirror);
+    mirror.sinkInputs.push_back({.index = 7});
+    memory.forgetSinkInputsMissingIn(mirror);
     EXPECT_TRUE(memory.knows(stream));
-    mirror.streams[0].index = 8;
-    memory.forgetStreamsMissingIn(mirror);
+    mirror.sinkInputs[0].index = 8;
+    memory.forgetSinkInputsMissingIn(mirror);
     EXPECT_FALSE(memory.knows(stream));
     EXPECT_TRUE(memory.knows(speaker));
     EXPECT_TRUE(memory.knows(event));

@@ -1,4 +1,4 @@
-#include "backends/pulse/CategoryMapping.hpp"
+#include "backends/pulse/categories/CategoryMapping.hpp"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@ ServerMirror twoDevices() {
     mirror.server.defaultSinkName = "spk";
     mirror.sinks["spk"] = {.name = "spk", .volume = {2, {32768, 32768}}};
     mirror.sinks["hp"] = {.name = "hp", .formFactor = "headphone"};
-    mirror.roleEntries.emplace();
+    mirror.restoreEntries.emplace();
     return mirror;
 }
 
@@ -139,6 +139,7 @@ TEST(CategoryMapping, MapsSchemesToWhatTheyName) {
     EXPECT_EQ(objectForCategory(mirror, "role:game"), (VolumeObject{Kind::Role, "game"}));
     EXPECT_EQ(objectForCategory(mirror, "sink:hp"), (VolumeObject{Kind::Sink, "hp"}));
     EXPECT_EQ(objectForCategory(mirror, "sink:@DEFAULT_SINK@"), (VolumeObject{Kind::Sink, "spk"}));
+    EXPECT_EQ(objectForCategory(mirror, "sink:@REAL@"), (VolumeObject{Kind::Sink, "spk"}));
     EXPECT_EQ(objectForCategory(mirror, "source:mic"), (VolumeObject{Kind::Source, "mic"}));
     EXPECT_EQ(objectForCategory(mirror, "source:@DEFAULT_SOURCE@"),
               (VolumeObject{Kind::Source, "mic"}));

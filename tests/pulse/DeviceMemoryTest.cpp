@@ -1,4 +1,4 @@
-#include "backends/pulse/DeviceMemory.hpp"
+#include "backends/pulse/writes/DeviceMemory.hpp"
 
 #include <gtest/gtest.h>
 

@@ -7,7 +7,7 @@
 
 // Servers that are absent, end, hang and come back.
 
-using State = PulseAudioController::State;
+using State = SoundServer::State;
 
 class PulseFaults : public OnBothServers {
  protected:
@@ -55,6 +55,37 @@ TEST_P(PulseFaults, SaysThatNoServerAnswersAndFillsWhenOneComes) {
     EXPECT_TRUE(waitForVolume("Audio/Video", 1));
     EXPECT_TRUE(waitForVolume("Ringtone", 1));
     EXPECT_EQ(states_, (std::vector<State>{State::Unavailable, State::Ready}));
+}
+
+TEST_P(PulseFaults, SaysWhatBecomesOfTheConnectionWhereThatIsDebugged) {
+    setenv("TARNWICK_DEBUG", "rows,sound", 1);
+    testing::internal::CaptureStderr();
+    startControllerWatched();
+    ASSERT_TRUE(waitUntil([&] { return isUnavailable(); }));
+    runFor(0.1);  // Several attempts.
+    server_->start();
+    ASSERT_TRUE(waitUntil([&] { return isReady(); }));
+    server_->stop(SIGKILL);
+    ASSERT_TRUE(waitUntil([&] { return isUnavailable(); }));
+    controller_.reset();
+    unsetenv("TARNWICK_DEBUG");
+    const std::string said = testing::internal::GetCapturedStderr();
+    EXPECT_TRUE(
+        said.starts_with("sound: cannot connect: there is no " + folder_.socket().string() + "\n"))
+        << said;
+    EXPECT_NE(
+        said.find("\nsound: connected to " + server_->address() + "\nsound: lost the server: "),
+        std::string::npos)
+        << said;
+    EXPECT_EQ(said.find("there is no"), said.rfind("there is no")) << "once, not at each attempt";
+}
+
+TEST_P(PulseFaults, SaysNothingOfTheConnectionWhereThatIsNotDebugged) {
+    testing::internal::CaptureStderr();
+    startBothWatched();
+    server_->stop(SIGKILL);
+    ASSERT_TRUE(waitUntil([&] { return isUnavailable(); }));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
 TEST_P(PulseFaults, TellsTheFailureOfTheFirstAttemptOnceHoweverManyFollow) {
@@ -162,7 +193,7 @@ TEST_P(PulseFaults, IsUnavailableAtAddressesThatLeadNowhere) {
           std::string("["), std::string("[]:"), std::string("{"), std::string("{}"),
           std::string(4096, 'x'), std::string(4097, 'x'), std::string(100000, 'x'),
           "unix:/" + std::string(5000, 'x')}) {
-        controller_ = std::make_shared<PulseAudioController>(address);
+        controller_ = pulse::connectToServer(address);
         EXPECT_TRUE(waitUntil([&] { return isUnavailable(); })) << address.substr(0, 30);
         EXPECT_EQ(volumeOf("Audio/Video"), unreadable);
     }
@@ -171,7 +202,7 @@ TEST_P(PulseFaults, IsUnavailableAtAddressesThatLeadNowhere) {
 TEST_P(PulseFaults, TakesAServerFromTheEnvironment) {
     setenv("PULSE_SERVER", server_->address().c_str(), 1);
     server_->start();
-    controller_ = std::make_shared<PulseAudioController>();
+    controller_ = pulse::connectToServer();
     EXPECT_TRUE(waitForVolume("Audio/Video", 1));
     unsetenv("PULSE_SERVER");
 }

@@ -28,18 +28,6 @@ TEST_P(PulseFollowing, ReadsTheDefaultDeviceAndAnnouncesItAtTheStart) {
     EXPECT_TRUE(waitForVolume("PhoneCall", 1));
 }
 
-TEST_P(PulseFollowing, FollowsAVolumeSetElsewhere) {
-    startBoth();
-    server_->pactl({"set-sink-volume", "spk", "40%"});
-    EXPECT_TRUE(waitForVolume("Audio/Video", 0.4F));
-}
-
-TEST_P(PulseFollowing, ShowsTheLoudestChannel) {
-    startBoth();
-    server_->pactl({"set-sink-volume", "spk", "16384", "49152"});
-    EXPECT_TRUE(waitForVolume("Audio/Video", 0.75F));
-}
-
 TEST_P(PulseFollowing, ShowsAMutedDeviceAsSilentAndComesBackUnmuted) {
     startBoth();
     server_->pactl({"set-sink-volume", "spk", "40%"});
@@ -67,25 +55,6 @@ TEST_P(PulseFollowing, FollowsAnotherDefaultDeviceWithItsRoute) {
     EXPECT_TRUE(waitForVolume("Audio/Video", 0.25F));
     EXPECT_EQ(controller_->routeForCategory("Audio/Video"), "Headphones");
     EXPECT_EQ(controller_->routeForCategory("PhoneCall"), "Headphones");
-}
-
-TEST_P(PulseFollowing, AnnouncesARouteThatChangedWithoutTheVolume) {
-    startBoth();
-    posted_.clear();
-    server_->pactl({"set-default-sink", "hp"});  // Both devices are at 100 %.
-    ASSERT_TRUE(waitUntil([&] { return lastPosted("Audio/Video") && lastPosted("Ringtone"); }));
-    EXPECT_EQ(lastPosted("Audio/Video")->volume, 1);
-    EXPECT_EQ(controller_->routeForCategory("Ringtone"), "Headphones");
-}
-
-TEST_P(PulseFollowing, IgnoresADeviceThatIsNotTheDefault) {
-    startBoth();
-    posted_.clear();
-    server_->pactl({"set-sink-volume", "hp", "16384"});
-    server_->pactl({"set-sink-volume", "spk", "40%"});
-    ASSERT_TRUE(waitForVolume("Audio/Video", 0.4F));
-    EXPECT_EQ(volumesPosted("Audio/Video").size(), 1U);
-    EXPECT_EQ(volumesPosted("Ringtone").size(), 0U);
 }
 
 TEST_P(PulseFollowing, TakesTheNextDeviceWhenTheDefaultOneGoes) {
@@ -127,12 +96,33 @@ TEST_F(PulseAudioFollowing, CannotReadTheRingtoneWhereTheServerKeepsNoRoles) {
     EXPECT_FALSE(controller_->setVolumeTo(0.5F, "Ringtone"));
 }
 
-TEST_P(PulseFollowing, CannotReadWhatItDoesNotKnow) {
+TEST_F(PulseAudioFollowing, SaysWhatTheServerRefusesToDescribeWhereThatIsDebugged) {
+    pulseAudio().setRoleEntries(rigs::PulseAudioServer::RoleEntries::None);
+    setenv("TARNWICK_DEBUG", "sound", 1);
+    testing::internal::CaptureStderr();
+    startBoth();
+    unsetenv("TARNWICK_DEBUG");
+    const std::string said = testing::internal::GetCapturedStderr();
+    EXPECT_NE(said.find("sound: the server refuses to describe its stored volumes: "
+                        "No such extension\n"),
+              std::string::npos)
+        << said;
+    EXPECT_NE(said.find("sound: the server refuses to announce changes of stored volumes: "
+                        "No such extension\n"),
+              std::string::npos)
+        << said;
+}
+
+TEST_F(PulseAudioFollowing, CannotReadNorChangeWhatItDoesNotKnow) {
     startBoth();
     float untouched = 0.25F;
     for (const NSString& category : {NSString("HeadsetBT"), NSString("Nonsense"), NSString("")}) {
         EXPECT_FALSE(controller_->getVolume(untouched, category));
         EXPECT_FALSE(controller_->setVolumeTo(0.5F, category));
+        EXPECT_EQ(controller_->levelOf(category), std::nullopt);
+        EXPECT_FALSE(controller_->setMute(AVSystemController::Mute::On, category));
+        EXPECT_FALSE(controller_->toggleMute(category));
+        EXPECT_FALSE(controller_->stepVolumeBy(0.05, category));
     }
     EXPECT_FALSE(controller_->getVolume(untouched, std::nullopt));
     EXPECT_FALSE(controller_->setVolumeTo(0.5F, std::nullopt));

@@ -7,7 +7,7 @@
 
 // The service's end, in every state and from inside everything that it calls. The sanitizers watch.
 
-using State = PulseAudioController::State;
+using State = SoundServer::State;
 
 class PulseLifetime : public OnBothServers {
  protected:
@@ -154,7 +154,7 @@ TEST_P(PulseLifetime, MayBeEndedByAnObserverOfItsNotification) {
 
 TEST_P(PulseLifetime, LivesBesideAnother) {
     startBoth();
-    auto other = std::make_unique<PulseAudioController>(server_->address());
+    auto other = pulse::connectToServer(server_->address());
     ASSERT_TRUE(waitUntil([&] { return other->state() == State::Ready; }));
     other->setVolumeTo(0.5F, "Audio/Video");
     EXPECT_TRUE(waitForVolume("Audio/Video", 0.5F));

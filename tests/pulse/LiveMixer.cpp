@@ -8,8 +8,8 @@
 
 namespace {
 
-constexpr CGFloat width = 320;     // points
-constexpr CGFloat rowHeight = 50;  // points
+constexpr CGFloat width = 320;  // points
+constexpr CGFloat pointsPerRow = 50;
 
 std::vector<test::CategoryEntry> entriesOf(const std::vector<std::string>& categories) {
     std::vector<test::CategoryEntry> entries;
@@ -24,12 +24,12 @@ LiveMixer::LiveMixer(std::shared_ptr<AVSystemController> service,
                      const std::vector<std::string>& categories, const std::string& moreSettings) {
     AVSystemController::setSharedAVSystemController(std::move(service));
     NSPropertyList::setCodec(std::make_shared<PlistCodec>());
-    UIImageDecoder::setDecoder(std::make_shared<CairoImageDecoder>());
+    UIImageDecoder::setDecoder(std::make_shared<painting::CairoImageDecoder>());
     setMachineModel("iPhone6,1");
     files_.writeSettings("<key>displayPercentage</key><true/>" + moreSettings);
     files_.writeCategories(entriesOf(categories));
     setPreferencesDirectory(files_.folder().string());
-    const CGRect frame{{0, 0}, {width, rowHeight * (CGFloat(categories.size()) + 1)}};
+    const CGRect frame{{0, 0}, {width, pointsPerRow * (CGFloat(categories.size()) + 1)}};
     window_ = std::make_shared<UIWindow>(frame);
     mixer_ = std::make_shared<TarnwickView>(frame);
     window_->addSubview(mixer_);

@@ -1,8 +1,5 @@
 #include "tests/pulse/ServiceFixture.hpp"
 
-#include <cmath>
-#include <limits>
-
 using Mute = AVSystemController::Mute;
 
 // What the service does to the server when a slider is moved, seen by other clients.
@@ -10,48 +7,16 @@ using Mute = AVSystemController::Mute;
 class PulseMoving : public OnBothServers {};
 INSTANTIATE_TEST_SUITE_P(On, PulseMoving, bothServers, serverName);
 
-TEST_P(PulseMoving, MovesTheRealDevice) {
-    startBoth();
-    ASSERT_TRUE(controller_->setVolumeTo(0.376F, "Audio/Video"));
-    EXPECT_TRUE(waitForSink("spk", {24642, 24642}));
-    EXPECT_EQ(server_->sinkVolumes("hp"), (Channels{65536, 65536}));
-    EXPECT_TRUE(waitForVolume("Audio/Video", 24642.0F / 65536));
-}
-
-TEST_P(PulseMoving, AnswersTheNewVolumeAtOnceAndAnnouncesItLater) {
-    startBoth();
-    posted_.clear();
-    ASSERT_TRUE(controller_->setVolumeTo(0.25F, "Audio/Video"));
-    EXPECT_EQ(volumeOf("Audio/Video"), 0.25F);
-    EXPECT_TRUE(posted_.empty());
-    EXPECT_TRUE(waitForVolume("Audio/Video", 0.25F));
-}
-
 TEST_P(PulseMoving, MovesToEveryPlaceOfTheScale) {
     startBoth();
     const std::pair<float, unsigned> places[] = {
-        {0.0F, 0},     {1.0F / 65536, 1},
-        {0.005F, 328}, {0.376F, 24642},
-        {1.0F, 65536}, {-0.5F, 0},
-        {1.5F, 65536}, {std::numeric_limits<float>::quiet_NaN(), 0},
-    };
+        {0.0F, 0}, {1.0F / 65536, 1}, {0.005F, 328}, {0.376F, 24642}, {1.5F, 65536}};
     for (const auto& [fraction, raw] : places) {
         ASSERT_TRUE(controller_->setVolumeTo(fraction, "Audio/Video"));
         EXPECT_TRUE(waitForSink("spk", {raw, raw})) << fraction;
         EXPECT_TRUE(waitForVolume("Audio/Video", static_cast<float>(raw) / 65536)) << fraction;
     }
-}
-
-TEST_P(PulseMoving, Unmutes) {
-    startBoth();
-    server_->pactl({"set-sink-mute", "spk", "1"});
-    ASSERT_TRUE(waitForVolume("Audio/Video", 0));
-    ASSERT_TRUE(controller_->setVolumeTo(0.25F, "Audio/Video"));
-    EXPECT_TRUE(waitUntil([&] {
-        return server_->pactl({"get-sink-mute", "spk"}) == "Mute: no\n";
-    }));
-    EXPECT_TRUE(waitForSink("spk", {16384, 16384}));
-    EXPECT_TRUE(waitForVolume("Audio/Video", 0.25F));
+    EXPECT_EQ(server_->sinkVolumes("hp"), (Channels{65536, 65536})) << "the other device";
 }
 
 TEST_P(PulseMoving, BringsAnAmplifiedDeviceDownToFullWhenTheUserMovesIt) {
@@ -202,7 +167,7 @@ TEST_F(PulseMovingADeviceThatHasNeverRun, MutesAndUnmutesIt) {
     EXPECT_TRUE(waitForVolume("Audio/Video", 1));
 }
 
-TEST_F(PulseMovingADeviceThatHasNeverRun, FollowsWhatSomebodyElseSetsAfterwards) {
+TEST_F(PulseMovingADeviceThatHasNeverRun, FollowsChangesByOtherProgramsAfterwards) {
     ASSERT_TRUE(controller_->setVolumeTo(0.25F, "Audio/Video"));
     ASSERT_TRUE(waitForSink("spk", {16384, 16384}));
     runFor(0.1);  // The server loses what comes at the moment when a device begins or ends to run.

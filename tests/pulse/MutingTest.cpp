@@ -104,14 +104,6 @@ TEST_P(PulseMuting, TellsOfAVolumeThatMovesBehindIt) {
     EXPECT_EQ(controller_->levelOf("Audio/Video"), (Level{0.25F, Mute::On}));
 }
 
-TEST_P(PulseMuting, IsNothingForWhatIsNotThere) {
-    startBoth();
-    EXPECT_EQ(controller_->levelOf("HeadsetBT"), std::nullopt);
-    EXPECT_FALSE(controller_->setMute(Mute::On, "HeadsetBT"));
-    EXPECT_FALSE(controller_->toggleMute("HeadsetBT"));
-    EXPECT_FALSE(controller_->stepVolumeBy(0.05, "HeadsetBT"));
-}
-
 TEST_P(PulseMuting, SilencesInputs) {
     startBoth();
     ASSERT_TRUE(controller_->setMute(Mute::On, "source:hp.monitor"));
@@ -186,18 +178,6 @@ TEST_P(PulseMuting, OfAnApplicationEndsWhereSomebodyElseEndsIt) {
     EXPECT_FALSE(later->isMuted());
 }
 
-TEST_P(PulseMuting, SilencesConferencesAndThoseThatJoin) {
-    startBoth();
-    const auto program = game();
-    const auto voices = program->play({});
-    const auto recording = program->record();
-    ASSERT_TRUE(waitForVolume("VideoConference", 1));
-    ASSERT_TRUE(controller_->setMute(Mute::On, "VideoConference"));
-    EXPECT_TRUE(waitForMute(*voices, Mute::On));
-    const auto more = program->play({.role = "music"});
-    EXPECT_TRUE(waitForMute(*more, Mute::On));
-}
-
 TEST_P(PulseMuting, SilencesWhatRingsAndWhatWillRing) {
     startBoth();
     ASSERT_TRUE(controller_->setVolumeTo(0.5F, "Ringtone"));
@@ -251,16 +231,4 @@ TEST_P(PulseMuting, OfARoleOutlivesTheServer) {
     server_->startAndWait();
     startControllerAndWait();
     EXPECT_TRUE(waitForLevel("Ringtone", {0.5F, Mute::On}));
-}
-
-TEST_P(PulseMuting, OfADeviceOutlivesTheMixer) {
-    startBoth();
-    ASSERT_TRUE(controller_->setVolumeTo(0.5F, "Audio/Video"));
-    ASSERT_TRUE(controller_->setMute(Mute::On, "Audio/Video"));
-    ASSERT_TRUE(waitUntilWritten());
-    controller_.reset();
-    startControllerAndWait();
-    EXPECT_EQ(controller_->levelOf("Audio/Video"), (Level{0.5F, Mute::On}));
-    ASSERT_TRUE(controller_->toggleMute("Audio/Video"));
-    EXPECT_TRUE(waitForVolume("Audio/Video", 0.5F));
 }

@@ -35,16 +35,6 @@ class PulsePorts : public OnBothServers {
 };
 INSTANTIATE_TEST_SUITE_P(On, PulsePorts, bothServers, serverName);
 
-TEST_P(PulsePorts, AreWhatTheRigTakesThemFor) {
-    const std::string headphones = isPipeWire() ? "headphones" : "analog-output-headphones";
-    const std::string speaker = isPipeWire() ? "speaker" : "analog-output-speaker";
-    EXPECT_EQ(card_->activePort(), speaker);
-    card_->plug(Plug::Headphones);
-    EXPECT_TRUE(waitUntil([&] { return card_->activePort() == headphones; }));
-    card_->unplug(Plug::Headphones);
-    EXPECT_TRUE(waitUntil([&] { return card_->activePort() == speaker; }));
-}
-
 TEST_P(PulsePorts, NameTheRouteOfWhatIsPluggedInAndAgainTheSpeaker) {
     startControllerAndWait();
     EXPECT_EQ(routeOf("Audio/Video"), "Speaker");

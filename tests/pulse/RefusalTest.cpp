@@ -11,7 +11,7 @@ class PulseRefusal : public OnPipeWire {
     void SetUp() override {
         server_->startAndWait();
         server_->pactl({"set-sink-volume", "spk", "32768"});
-        controller_ = std::make_shared<PulseAudioController>(pipeWire().lookersAddress());
+        controller_ = pulse::connectToServer(pipeWire().lookersAddress());
         controller_->setRefusalHandler([this](const std::string& what, const std::string& why) {
             refusals_.push_back(what + ": " + why);
         });
@@ -33,6 +33,16 @@ TEST_F(PulseRefusal, IsToldInTheServersWordsAndTheVolumeIsWhatItWas) {
     ASSERT_TRUE(controller_->setMute(Mute::On, "sink:hp"));
     EXPECT_TRUE(waitForRefusals({"sink:spk: Access denied", "sink:hp: Access denied"}));
     EXPECT_EQ(controller_->levelOf("sink:hp"), (Level{1, Mute::Off}));
+}
+
+TEST_F(PulseRefusal, IsSaidWhereTheSoundIsDebugged) {
+    setenv("TARNWICK_DEBUG", "sound", 1);
+    testing::internal::CaptureStderr();
+    controller_->setVolumeTo(0.9F, "Audio/Video");
+    EXPECT_TRUE(waitForRefusals({"sink:spk: Access denied"}));
+    unsetenv("TARNWICK_DEBUG");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "sound: the server refuses to change 'sink:spk': Access denied\n");
 }
 
 TEST_F(PulseRefusal, IsToldOnceForAWholeDrag) {

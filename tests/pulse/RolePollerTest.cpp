@@ -1,4 +1,4 @@
-#include "backends/pulse/RolePoller.hpp"
+#include "backends/pulse/mirror/MirrorReader.hpp"
 #include "platform/celestial/AVSystemController.hpp"
 #include "platform/foundation/NSNotificationCenter.hpp"
 #include "platform/foundation/NSRunLoop.hpp"

@@ -33,12 +33,12 @@ class PulseRoleSinks : public OnBothServers {
                     " device.intended-roles=[\"" + role + "\"] audio.position=[FL,FR]",
                 "--playback-props=media.role=Loopback node.name=output.loopback.sink.role." + role +
                     " target.object=" + master},
-            rigs::ChildProcess::Setting{.environment = folder_.environment(),
+            test::ChildProcess::Setting{.environment = folder_.environment(),
                                         .log = folder_.log()});
     }
 
  private:
-    std::vector<rigs::ChildProcess> loopbacks_;
+    std::vector<test::ChildProcess> loopbacks_;
 };
 INSTANTIATE_TEST_SUITE_P(On, PulseRoleSinks, bothServers, serverName);
 

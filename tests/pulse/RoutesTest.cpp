@@ -1,6 +1,6 @@
-#include "backends/pulse/CategoryMapping.hpp"
-#include "backends/pulse/Roles.hpp"
-#include "backends/pulse/Routes.hpp"
+#include "backends/pulse/categories/CategoryMapping.hpp"
+#include "backends/pulse/categories/Roles.hpp"
+#include "backends/pulse/categories/Routes.hpp"
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@ ServerMirror twoDevices() {
     mirror.server.defaultSinkName = "spk";
     mirror.sinks["spk"] = {.name = "spk", .index = 1};
     mirror.sinks["hp"] = {.name = "hp", .formFactor = "headphone", .index = 2};
-    mirror.roleEntries.emplace();
+    mirror.restoreEntries.emplace();
     return mirror;
 }
 
@@ -23,10 +23,10 @@ ServerMirror twoDevices() {
 ServerMirror withRoleSinkOn(std::uint32_t sinkIndex) {
     ServerMirror mirror = twoDevices();
     mirror.sinks[musicSink] = {.name = musicSink, .index = 3};
-    mirror.streams.push_back({.index = 10,
-                              .sinkIndex = sinkIndex,
-                              .role = "Loopback",
-                              .nodeName = "output.loopback.sink.role.multimedia"});
+    mirror.sinkInputs.push_back({.index = 10,
+                                 .sinkIndex = sinkIndex,
+                                 .role = "Loopback",
+                                 .nodeName = "output.loopback.sink.role.multimedia"});
     return mirror;
 }
 
@@ -79,18 +79,18 @@ TEST(Routes, AreABluetoothDevicesOwnWhateverIsTheDefault) {
 
 TEST(Routes, FollowAStreamToItsDevice) {
     ServerMirror mirror = twoDevices();
-    mirror.streams = {{.index = 7, .sinkIndex = 2, .role = "phone"}};
+    mirror.sinkInputs = {{.index = 7, .sinkIndex = 2, .role = "phone"}};
     EXPECT_EQ(routeForCategory(mirror, "PhoneCall"), "Headphones");
     EXPECT_EQ(routeForCategory(mirror, "Audio/Video"), "Speaker");
-    mirror.streams[0].sinkIndex = 99;
+    mirror.sinkInputs[0].sinkIndex = 99;
     EXPECT_EQ(routeForCategory(mirror, "PhoneCall"), "Speaker");
 }
 
 TEST(Routes, AreTheDeviceThatTheServerRemembersForARole) {
     ServerMirror mirror = twoDevices();
-    (*mirror.roleEntries)[roleEntryName("event")] = {.device = "hp"};
+    (*mirror.restoreEntries)[roleEntryName("event")] = {.device = "hp"};
     EXPECT_EQ(routeForCategory(mirror, "Ringtone"), "Headphones");
-    (*mirror.roleEntries)[roleEntryName("event")] = {.device = "gone"};
+    (*mirror.restoreEntries)[roleEntryName("event")] = {.device = "gone"};
     EXPECT_EQ(routeForCategory(mirror, "Ringtone"), "Speaker");
 }
 
@@ -103,14 +103,14 @@ TEST(Routes, LookPastADefaultThatIsARoleSink) {
     ServerMirror mirror = withRoleSinkOn(2);
     mirror.server.defaultSinkName = musicSink;
     EXPECT_EQ(routeForCategory(mirror, "PhoneCall"), "Headphones");
-    mirror.streams.clear();
+    mirror.sinkInputs.clear();
     mirror.sinks["spk"].bus = "pci";
     EXPECT_EQ(routeForCategory(mirror, "PhoneCall"), "Speaker") << "the machine's own device";
 }
 
 TEST(Routes, AreTheDefaultDevicesForARoleSinkThatPlaysNothing) {
     ServerMirror mirror = withRoleSinkOn(2);
-    mirror.streams.clear();
+    mirror.sinkInputs.clear();
     mirror.sinks["alsa"] = {.name = "alsa", .formFactor = "hdmi", .bus = "pci", .index = 6};
     mirror.server.defaultSinkName = "hp";
     EXPECT_EQ(routeForCategory(mirror, "Audio/Video"), "Headphones");
@@ -120,7 +120,7 @@ TEST(Routes, LookPastVirtualDevicesOfBothServers) {
     ServerMirror mirror = twoDevices();
     mirror.sinks["remapped"] = {.name = "remapped", .masterDevice = "filter", .index = 4};
     mirror.sinks["filter"] = {.name = "filter", .linkGroup = "filter-1", .index = 5};
-    mirror.streams = {{.index = 7, .sinkIndex = 2, .linkGroup = "filter-1"}};
+    mirror.sinkInputs = {{.index = 7, .sinkIndex = 2, .linkGroup = "filter-1"}};
     mirror.server.defaultSinkName = "remapped";
     EXPECT_EQ(routeForCategory(mirror, "Audio/Video"), "Headphones");
 }
@@ -156,4 +156,70 @@ TEST(Roles, HaveAWordInEachVocabulary) {
     EXPECT_EQ(streamRole("Movie"), "video");
     EXPECT_EQ(streamRole("call"), "phone");
     EXPECT_EQ(streamRole("game"), "game");
+}
+
+TEST(RouteName, IsSpeakerForADeviceThatSaysNothing) {
+    EXPECT_EQ(routeOfDevice({}), "Speaker");
+}
+
+TEST(RouteName, NamesBluetoothByItsProfileInEitherSpelling) {
+    for (const char* profile : {"a2dp_sink", "a2dp-sink", "", "unheard-of"})
+        EXPECT_EQ(routeOfDevice({.bus = "bluetooth", .bluetoothProfile = profile}), "HeadphonesBT")
+            << profile;
+    for (const char* profile :
+         {"headset_head_unit", "headset-head-unit", "handsfree_head_unit", "handsfree-head-unit"})
+        EXPECT_EQ(routeOfDevice({.bus = "bluetooth", .bluetoothProfile = profile}), "HeadsetBT")
+            << profile;
+}
+
+TEST(RouteName, PutsTheBluetoothProfileBeforeThePort) {
+    // Bluetooth devices report a headset's port in both profiles.
+    EXPECT_EQ(routeOfDevice({.portType = PA_DEVICE_PORT_TYPE_HEADSET,
+                             .bus = "bluetooth",
+                             .bluetoothProfile = "a2dp-sink"}),
+              "HeadphonesBT");
+}
+
+TEST(RouteName, NamesTheActivePort) {
+    const std::pair<pa_device_port_type_t, const char*> expectations[] = {
+        {PA_DEVICE_PORT_TYPE_SPEAKER, "Speaker"},   {PA_DEVICE_PORT_TYPE_HEADPHONES, "Headphones"},
+        {PA_DEVICE_PORT_TYPE_HEADSET, "Headset"},   {PA_DEVICE_PORT_TYPE_HDMI, "HDMI"},
+        {PA_DEVICE_PORT_TYPE_LINE, "Line Out"},     {PA_DEVICE_PORT_TYPE_EARPIECE, "Earpiece"},
+        {PA_DEVICE_PORT_TYPE_HANDSET, "Earpiece"},  {PA_DEVICE_PORT_TYPE_USB, "USB Audio"},
+        {PA_DEVICE_PORT_TYPE_SPDIF, "Digital Out"}, {PA_DEVICE_PORT_TYPE_NETWORK, "Network"},
+        {PA_DEVICE_PORT_TYPE_HANDSFREE, "Headset"}, {PA_DEVICE_PORT_TYPE_TV, "HDMI"},
+    };
+    for (const auto& [type, name] : expectations)
+        EXPECT_EQ(routeOfDevice({.portType = type, .formFactor = "headphone", .bus = "usb"}), name);
+}
+
+TEST(RouteName, AsksTheFormFactorWhereThePortLeavesItOpen) {
+    const std::pair<const char*, const char*> expectations[] = {
+        {"internal", "Speaker"}, {"speaker", "Speaker"},    {"headphone", "Headphones"},
+        {"headset", "Headset"},  {"hands-free", "Headset"}, {"handset", "Earpiece"},
+        {"tv", "HDMI"},
+    };
+    for (const auto& [formFactor, name] : expectations) {
+        EXPECT_EQ(routeOfDevice({.portType = PA_DEVICE_PORT_TYPE_ANALOG, .formFactor = formFactor}),
+                  name);
+        EXPECT_EQ(routeOfDevice({.formFactor = formFactor, .bus = "usb"}), name);
+    }
+}
+
+TEST(RouteName, AsksTheBusLast) {
+    EXPECT_EQ(routeOfDevice({.bus = "usb"}), "USB Audio");
+    EXPECT_EQ(routeOfDevice({.formFactor = "hifi", .bus = "usb"}), "USB Audio");
+    EXPECT_EQ(routeOfDevice({.bus = "pci"}), "Speaker");
+    // A number that a newer server has a meaning for.
+    EXPECT_EQ(routeOfDevice({.portType = 99, .bus = "usb"}), "USB Audio");
+}
+
+TEST(RouteName, NamesInputs) {
+    EXPECT_EQ(routeOfInput({}), "Microphone");
+    EXPECT_EQ(routeOfInput({.portType = PA_DEVICE_PORT_TYPE_MIC, .bus = "pci"}), "Microphone");
+    EXPECT_EQ(routeOfInput({.portType = PA_DEVICE_PORT_TYPE_HEADSET, .bus = "usb"}), "Headset");
+    EXPECT_EQ(routeOfInput({.formFactor = "headset"}), "Headset");
+    EXPECT_EQ(routeOfInput({.bus = "usb"}), "USB Audio");
+    EXPECT_EQ(routeOfInput({.bus = "bluetooth", .bluetoothProfile = "headset-head-unit"}),
+              "HeadsetBT");
 }

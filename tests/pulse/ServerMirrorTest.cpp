@@ -1,5 +1,5 @@
-#include "backends/pulse/ServerAnswers.hpp"
-#include "backends/pulse/ServerMirror.hpp"
+#include "backends/pulse/mirror/ServerMirror.hpp"
+#include "backends/pulse/mirror/ServerReads.hpp"
 
 #include <gtest/gtest.h>
 #include <pulse/proplist.h>
@@ -10,13 +10,13 @@ using namespace pulse;
 
 namespace {
 
-const Target event{.kind = Target::Kind::RoleEntry, .name = roleEntryName("event")};
+const Target event{.kind = Target::Kind::RestoreEntry, .name = roleEntryName("event")};
 
 ServerMirror oneDevice() {
     ServerMirror mirror;
     mirror.server.defaultSinkName = "spk";
     mirror.sinks["spk"] = {.name = "spk", .volume = {2, {32768, 32768}}, .index = 3};
-    mirror.roleEntries.emplace();
+    mirror.restoreEntries.emplace();
     return mirror;
 }
 
@@ -47,27 +47,28 @@ TEST(ServerMirror, AnswersADevicesVolumeAndMute) {
 
 TEST(ServerMirror, AnswersAStreamByItsIndexAndItsDeviceByThat) {
     ServerMirror mirror = oneDevice();
-    mirror.streams.push_back({.index = 7, .sinkIndex = 3, .volume = {1, {1000}}});
-    mirror.streams.push_back({.index = 8, .sinkIndex = 4});
-    mirror.streams.push_back({.index = 9});
-    EXPECT_EQ(mirror.volumeOf({.kind = Target::Kind::Stream, .streamIndex = 7})->volume.values[0],
-              1000U);
-    EXPECT_FALSE(mirror.volumeOf({.kind = Target::Kind::Stream, .streamIndex = 6}));
-    ASSERT_TRUE(mirror.sinkOf(mirror.streams[0]));
-    EXPECT_EQ(mirror.sinkOf(mirror.streams[0])->name, "spk");
-    EXPECT_FALSE(mirror.sinkOf(mirror.streams[1]));
-    EXPECT_FALSE(mirror.sinkOf(mirror.streams[2]));
+    mirror.sinkInputs.push_back({.index = 7, .sinkIndex = 3, .volume = {1, {1000}}});
+    mirror.sinkInputs.push_back({.index = 8, .sinkIndex = 4});
+    mirror.sinkInputs.push_back({.index = 9});
+    EXPECT_EQ(
+        mirror.volumeOf({.kind = Target::Kind::SinkInput, .sinkInputIndex = 7})->volume.values[0],
+        1000U);
+    EXPECT_FALSE(mirror.volumeOf({.kind = Target::Kind::SinkInput, .sinkInputIndex = 6}));
+    ASSERT_TRUE(mirror.sinkOf(mirror.sinkInputs[0]));
+    EXPECT_EQ(mirror.sinkOf(mirror.sinkInputs[0])->name, "spk");
+    EXPECT_FALSE(mirror.sinkOf(mirror.sinkInputs[1]));
+    EXPECT_FALSE(mirror.sinkOf(mirror.sinkInputs[2]));
 }
 
 TEST(ServerMirror, LacksTheClientsOfWhatDoesNotNameItsProcess) {
     ServerMirror mirror = oneDevice();
-    mirror.streams = {{.processId = "10", .clientIndex = 1}, {}};
+    mirror.sinkInputs = {{.processId = "10", .clientIndex = 1}, {}};
     EXPECT_FALSE(mirror.lacksClients());
-    mirror.recordings = {{.clientIndex = 2}};
+    mirror.sourceOutputs = {{.clientIndex = 2}};
     EXPECT_TRUE(mirror.lacksClients());
     mirror.clients[2] = {};
     EXPECT_FALSE(mirror.lacksClients());
-    mirror.streams.push_back({.clientIndex = 3});
+    mirror.sinkInputs.push_back({.clientIndex = 3});
     EXPECT_TRUE(mirror.lacksClients());
 }
 
@@ -79,14 +80,14 @@ TEST(ServerMirror, TakesARoleThatNobodyTouchedAsFullInStereo) {
     EXPECT_EQ(found->volume.values[0], PA_VOLUME_NORM);
     EXPECT_EQ(found->mute, Mute::Off);
     EXPECT_EQ(mirror.rememberedDevice(event.name), "");
-    mirror.roleEntries.reset();
+    mirror.restoreEntries.reset();
     EXPECT_FALSE(mirror.volumeOf(event));
     EXPECT_EQ(mirror.rememberedDevice(event.name), "");
 }
 
 TEST(ServerMirror, TakesARoleEntryWithoutAVolumeAsFullAndKeepsItsDevice) {
     ServerMirror mirror = oneDevice();
-    (*mirror.roleEntries)[event.name] = {.mute = Mute::On, .device = "hp"};
+    (*mirror.restoreEntries)[event.name] = {.mute = Mute::On, .device = "hp"};
     EXPECT_EQ(mirror.volumeOf(event)->volume.values[0], PA_VOLUME_NORM);
     EXPECT_EQ(mirror.volumeOf(event)->mute, Mute::On);
     EXPECT_EQ(mirror.rememberedDevice(event.name), "hp");
@@ -94,7 +95,7 @@ TEST(ServerMirror, TakesARoleEntryWithoutAVolumeAsFullAndKeepsItsDevice) {
 
 TEST(ServerMirror, WidensAMonoRoleEntryToStereo) {
     ServerMirror mirror = oneDevice();
-    (*mirror.roleEntries)[event.name] = {.volume = {1, {1234}}};
+    (*mirror.restoreEntries)[event.name] = {.volume = {1, {1234}}};
     const auto found = mirror.volumeOf(event);
     EXPECT_EQ(found->volume.channels, 2);
     EXPECT_EQ(found->volume.values[0], 1234U);
@@ -162,7 +163,7 @@ TEST(ServerAnswers, CopiesAStreamARecordingAndTheirClient) {
     info.has_volume = 1;
     info.volume_writable = 1;
     info.proplist = properties.get();
-    StreamList streams;
+    SinkInputList streams;
     add(streams, info);
     info.volume_writable = 0;
     add(streams, info);
@@ -180,7 +181,7 @@ TEST(ServerAnswers, CopiesAStreamARecordingAndTheirClient) {
     pa_source_output_info recording{};
     recording.proplist = properties.get();
     recording.client = 4;
-    RecordingList recordings;
+    SourceOutputList recordings;
     add(recordings, recording);
     EXPECT_EQ(recordings[0].processId, "42");
     EXPECT_EQ(recordings[0].clientIndex, 4U);
@@ -221,10 +222,10 @@ TEST(ServerAnswers, TakesWhatIsMissingAsEmptyAndLeavesOutTheNameless) {
     add(devices, pa_sink_info{});
     add(devices, pa_source_info{});
     EXPECT_TRUE(devices.empty());
-    RoleEntryMap entries;
+    RestoreEntryMap entries;
     add(entries, pa_ext_stream_restore_info{});
     EXPECT_TRUE(entries.empty());
-    StreamList streams;
+    SinkInputList streams;
     add(streams, pa_sink_input_info{});
     EXPECT_EQ(streams[0].role, "");
     EXPECT_FALSE(streams[0].hasVolume);

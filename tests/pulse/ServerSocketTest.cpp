@@ -1,4 +1,4 @@
-#include "backends/pulse/ServerSocket.hpp"
+#include "backends/pulse/connection/Connection.hpp"
 
 #include <gtest/gtest.h>
 

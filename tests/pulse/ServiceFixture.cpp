@@ -23,7 +23,7 @@ ServiceFixture::~ServiceFixture() {
 }
 
 void ServiceFixture::startController() {
-    controller_ = std::make_shared<PulseAudioController>(server_->address());
+    controller_ = pulse::connectToServer(server_->address());
 }
 
 void ServiceFixture::startBoth() {
@@ -63,12 +63,7 @@ bool ServiceFixture::waitForRoute(const std::string& category, const std::string
 }
 
 bool ServiceFixture::waitForSink(const std::string& sink, const Channels& channels) {
-    return waitUntil([&] {
-        // The loop stands still while the command line client runs.
-        constexpr double betweenSeconds = 0.003;
-        runFor(betweenSeconds);
-        return server_->sinkVolumes(sink) == channels;
-    });
+    return waitUntil([&] { return server_->sinkVolumes(sink) == channels; });
 }
 
 bool ServiceFixture::waitForStream(const rigs::PlayingStream& stream, const Channels& channels) {

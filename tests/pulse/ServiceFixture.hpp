@@ -1,7 +1,7 @@
 #pragma once
 
 #include "backends/glib/GLibRunLoop.hpp"
-#include "backends/pulse/PulseAudioController.hpp"
+#include "backends/pulse/PulseServer.hpp"
 #include "platform/foundation/NSNotificationCenter.hpp"
 #include "tests/rigs/OtherProgram.hpp"
 #include "tests/rigs/PipeWireServer.hpp"
@@ -44,10 +44,8 @@ class ServiceFixture : public testing::Test {
     std::string routeOf(const std::string& category) {
         return describe(controller_->routeForCategory(category));
     }
-    bool isReady() const { return controller_->state() == PulseAudioController::State::Ready; }
-    bool isUnavailable() const {
-        return controller_->state() == PulseAudioController::State::Unavailable;
-    }
+    bool isReady() const { return controller_->state() == SoundServer::State::Ready; }
+    bool isUnavailable() const { return controller_->state() == SoundServer::State::Unavailable; }
     /// Waits until the category shows the volume and the notification has said so.
     testing::AssertionResult waitForVolume(const std::string& category, float volume);
     /// Waits until the category shows the volume, told or not.
@@ -68,8 +66,8 @@ class ServiceFixture : public testing::Test {
 
     rigs::ServerFolder folder_;
     std::unique_ptr<rigs::SoundServer> server_;
-    GLibRunLoop loop_;
-    std::shared_ptr<PulseAudioController> controller_;
+    glib::GLibRunLoop loop_;
+    std::shared_ptr<SoundServer> controller_;
     std::vector<Posted> posted_;
     std::unique_ptr<rigs::OtherProgram> program_;
     std::shared_ptr<NSObject> observer_ = std::make_shared<NSObject>();

@@ -1,4 +1,4 @@
-#include "backends/pulse/StreamMemory.hpp"
+#include "backends/pulse/writes/StreamMemory.hpp"
 
 #include <gtest/gtest.h>
 
@@ -20,13 +20,13 @@ constexpr pa_volume_t quarter = 16384;
 class StreamMemoryTest : public testing::Test {
  protected:
     void play(std::uint32_t index, pa_volume_t raw) {
-        mirror.streams.push_back({.index = index,
-                                  .volume = {2, {raw, raw}},
-                                  .applicationName = "Firefox",
-                                  .processId = "10"});
+        mirror.sinkInputs.push_back({.index = index,
+                                     .volume = {2, {raw, raw}},
+                                     .applicationName = "Firefox",
+                                     .processId = "10"});
     }
     void setVolume(std::uint32_t index, pa_volume_t raw) {
-        for (Stream& stream : mirror.streams)
+        for (SinkInput& stream : mirror.sinkInputs)
             if (stream.index == index) stream.volume = {2, {raw, raw}};
     }
     Objects observe() {
@@ -71,17 +71,17 @@ TEST_F(StreamMemoryTest, LeavesDevicesToTheServerAndRolesToPulseAudio) {
 TEST_F(StreamMemoryTest, RemembersARoleUntilWhatPipeWireKeepsBecomesSomethingElse) {
     const VolumeObject phone{Kind::Role, "phone"};
     const auto setEntry = [&](pa_volume_t raw) {
-        (*mirror.roleEntries)[roleEntryName("phone")] = {.volume = {2, {raw, raw}}};
+        (*mirror.restoreEntries)[roleEntryName("phone")] = {.volume = {2, {raw, raw}}};
     };
     mirror.server.pipeWire = Version{};
-    mirror.roleEntries.emplace();
+    mirror.restoreEntries.emplace();
     moving = true;
     remember(phone, 0.02F);
     observe();
     EXPECT_EQ(remembered(phone), 0.02F) << "the entry is on its way";
     moving = false;
     setEntry(1311 + 20);  // As near as its decimals get.
-    mirror.streams.push_back({.index = 1, .volume = {2, {half, half}}, .role = "phone"});
+    mirror.sinkInputs.push_back({.index = 1, .volume = {2, {half, half}}, .role = "phone"});
     EXPECT_EQ(observe(), Objects{phone});
     EXPECT_EQ(remembered(phone), 0.02F);
     setEntry(1311 + 200);
@@ -93,7 +93,7 @@ TEST_F(StreamMemoryTest, GivesARolesStreamsWhatAnotherProgramSetWhereTheServerDo
     const VolumeObject music{Kind::Role, "music"};
     mirror.server.pipeWire = Version{1, 4, 2};
     mirror.clients[1] = {.name = "WirePlumber", .version = "0.5.8"};
-    auto& entries = mirror.roleEntries.emplace();
+    auto& entries = mirror.restoreEntries.emplace();
     const auto keep = [&](pa_volume_t raw) {
         entries[roleEntryName("music")].volume = {2, {raw, raw}};
         memory.watchKeptRoles(mirror, now);
@@ -103,7 +103,7 @@ TEST_F(StreamMemoryTest, GivesARolesStreamsWhatAnotherProgramSetWhereTheServerDo
     EXPECT_EQ(memory.settingFor(music), (Setting{0.5F}));
     keep(quarter);
     EXPECT_EQ(memory.settingFor(music), (Setting{0.25F}));
-    mirror.streams.push_back({.index = 1, .volume = {2, {half, half}}, .role = "music"});
+    mirror.sinkInputs.push_back({.index = 1, .volume = {2, {half, half}}, .role = "music"});
     EXPECT_EQ(observe(), Objects{music});
     now += 1;
     setVolume(1, half + 1000);
@@ -115,8 +115,8 @@ TEST_F(StreamMemoryTest, GivesARolesStreamsWhatAnotherProgramSetWhereTheServerDo
 TEST_F(StreamMemoryTest, LeavesARoleThatPlaysToItsStreamsWhenItIsFirstSeen) {
     mirror.server.pipeWire = Version{1, 4, 2};
     mirror.clients[1] = {.name = "WirePlumber", .version = "0.5.8"};
-    mirror.roleEntries.emplace()[roleEntryName("music")].volume = {2, {quarter, quarter}};
-    mirror.streams.push_back({.index = 1, .volume = {2, {half, half}}, .role = "music"});
+    mirror.restoreEntries.emplace()[roleEntryName("music")].volume = {2, {quarter, quarter}};
+    mirror.sinkInputs.push_back({.index = 1, .volume = {2, {half, half}}, .role = "music"});
     memory.watchKeptRoles(mirror, now);
     EXPECT_EQ(observe(), Objects{});
     EXPECT_EQ(memory.settingFor({Kind::Role, "music"}), Setting{});
@@ -125,18 +125,18 @@ TEST_F(StreamMemoryTest, LeavesARoleThatPlaysToItsStreamsWhenItIsFirstSeen) {
 TEST_F(StreamMemoryTest, LearnsAWatchedRoleFromItsStreamsWhileWhatPipeWireKeepsGoesStale) {
     const VolumeObject phone{Kind::Role, "phone"};
     const auto setEntry = [&](pa_volume_t raw) {
-        (*mirror.roleEntries)[roleEntryName("phone")] = {.volume = {2, {raw, raw}}};
+        (*mirror.restoreEntries)[roleEntryName("phone")] = {.volume = {2, {raw, raw}}};
     };
     mirror.server.pipeWire = Version{};
-    mirror.roleEntries.emplace();
+    mirror.restoreEntries.emplace();
     setEntry(quarter);
-    mirror.streams.push_back({.index = 1, .volume = {2, {quarter, quarter}}, .role = "phone"});
+    mirror.sinkInputs.push_back({.index = 1, .volume = {2, {quarter, quarter}}, .role = "phone"});
     memory.watch(phone, mirror, now);
     observe();
     EXPECT_EQ(memory.remembered(phone), std::nullopt) << "nobody has moved it";
     setVolume(1, half);
     EXPECT_EQ(observe(), Objects{});
-    mirror.streams.clear();
+    mirror.sinkInputs.clear();
     observe();
     EXPECT_EQ(memory.remembered(phone), (Level{0.5F, Mute::Off}));
     setEntry(quarter / 2);
@@ -146,16 +146,16 @@ TEST_F(StreamMemoryTest, LearnsAWatchedRoleFromItsStreamsWhileWhatPipeWireKeepsG
 
 TEST_F(StreamMemoryTest, LearnsWhatTheServerKeepsOfAnApplicationThatPlaysNothing) {
     const auto setEntry = [&](pa_volume_t raw) {
-        (*mirror.roleEntries)["sink-input-by-application-name:firefox"] = {
+        (*mirror.restoreEntries)["sink-input-by-application-name:firefox"] = {
             .volume = {2, {raw, raw}}};
     };
-    mirror.roleEntries.emplace();
+    mirror.restoreEntries.emplace();
     play(1, half);
     remember(browser, 0.25F);
     setEntry(half);  // As it was before, told late.
     observe();
     EXPECT_EQ(memory.remembered(browser), (Level{0.25F, Mute::Off}));
-    mirror.streams.clear();
+    mirror.sinkInputs.clear();
     observe();
     EXPECT_EQ(memory.remembered(browser), (Level{0.25F, Mute::Off}));
     setEntry(PA_VOLUME_NORM);
@@ -165,6 +165,17 @@ TEST_F(StreamMemoryTest, LearnsWhatTheServerKeepsOfAnApplicationThatPlaysNothing
     moving = false;
     observe();
     EXPECT_EQ(memory.remembered(browser), (Level{1, Mute::Off}));
+}
+
+TEST_F(StreamMemoryTest, KeepsWhatTheUserSetAsAStreamEndedThatTheServerStoresLate) {
+    mirror.restoreEntries.emplace();
+    play(1, PA_VOLUME_NORM);
+    remember(browser, 0.25F);
+    mirror.sinkInputs.clear();
+    (*mirror.restoreEntries)["sink-input-by-application-name:Firefox"] = {
+        .volume = {2, {PA_VOLUME_NORM, PA_VOLUME_NORM}}};
+    observe();
+    EXPECT_EQ(remembered(browser), 0.25F);
 }
 
 TEST_F(StreamMemoryTest, RemembersARoleOfWhichPipeWireKeepsNothing) {
@@ -189,7 +200,7 @@ TEST_F(StreamMemoryTest, BringsAStreamThatComesLater) {
 TEST_F(StreamMemoryTest, RemembersWhileNothingPlays) {
     play(1, half);
     remember(browser, 0.25F);
-    mirror.streams.clear();
+    mirror.sinkInputs.clear();
     EXPECT_EQ(observe(), Objects{});
     EXPECT_EQ(remembered(browser), 0.25F);
     remember(browser, 0.5F);
@@ -252,7 +263,7 @@ TEST_F(StreamMemoryTest, DoesNotLearnFromItsOwnMove) {
 TEST_F(StreamMemoryTest, DoesNotLearnSilenceFromMuting) {
     play(1, half);
     remember(browser, 0.5F);
-    mirror.streams[0].mute = Mute::On;
+    mirror.sinkInputs[0].mute = Mute::On;
     observe();
     EXPECT_EQ(remembered(browser), 0.5F);
 }
@@ -260,19 +271,19 @@ TEST_F(StreamMemoryTest, DoesNotLearnSilenceFromMuting) {
 TEST_F(StreamMemoryTest, GivesAMuteToStreamsThatComeLaterAndNoVolume) {
     play(1, half);
     mute(browser, Mute::On);
-    mirror.streams[0].mute = Mute::On;
+    mirror.sinkInputs[0].mute = Mute::On;
     EXPECT_EQ(observe(), Objects{});
     play(2, quarter);
     EXPECT_EQ(observe(), Objects{browser});
     EXPECT_EQ(memory.settingFor(browser), (Setting{.mute = Mute::On}));
-    mirror.streams[1].mute = Mute::On;
+    mirror.sinkInputs[1].mute = Mute::On;
     EXPECT_EQ(observe(), Objects{});
-    mirror.streams.clear();
+    mirror.sinkInputs.clear();
     observe();
     EXPECT_EQ(memory.remembered(browser), (Level{0.5F, Mute::On}));
     remember(browser, 0.25F);
     play(3, half);
-    mirror.streams[0].mute = Mute::On;  // As the server remembers it of the last one.
+    mirror.sinkInputs[0].mute = Mute::On;  // As the server remembers it of the last one.
     EXPECT_EQ(observe(), Objects{browser});
     EXPECT_EQ(memory.settingFor(browser), (Setting{0.25F, Mute::Off}));
 }
@@ -280,7 +291,7 @@ TEST_F(StreamMemoryTest, GivesAMuteToStreamsThatComeLaterAndNoVolume) {
 TEST_F(StreamMemoryTest, LeavesAStreamMutedThatBeginsSoWhereTheUserMutedNothing) {
     remember(browser, 0.25F);
     play(1, quarter);
-    mirror.streams[0].mute = Mute::On;
+    mirror.sinkInputs[0].mute = Mute::On;
     EXPECT_EQ(observe(), Objects{});
     EXPECT_EQ(memory.settingFor(browser), (Setting{.fraction = 0.25F}));
 }
@@ -288,12 +299,12 @@ TEST_F(StreamMemoryTest, LeavesAStreamMutedThatBeginsSoWhereTheUserMutedNothing)
 TEST_F(StreamMemoryTest, LearnsThatSomebodyElseEndedAMute) {
     play(1, half);
     mute(browser, Mute::On);
-    mirror.streams[0].mute = Mute::On;
+    mirror.sinkInputs[0].mute = Mute::On;
     moving = true;
     observe();
     moving = false;
     now += 0.31;
-    mirror.streams[0].mute = Mute::Off;
+    mirror.sinkInputs[0].mute = Mute::Off;
     EXPECT_EQ(observe(), Objects{});
     EXPECT_EQ(memory.remembered(browser), (Level{0.5F, Mute::Off}));
 }
@@ -301,7 +312,7 @@ TEST_F(StreamMemoryTest, LearnsThatSomebodyElseEndedAMute) {
 TEST_F(StreamMemoryTest, RemembersAMutedRoleUntilPipeWireKeepsItUnmuted) {
     const VolumeObject phone{Kind::Role, "phone"};
     mirror.server.pipeWire = Version{};
-    RoleEntry& entry = mirror.roleEntries.emplace()[roleEntryName("phone")];
+    RestoreEntry& entry = mirror.restoreEntries.emplace()[roleEntryName("phone")];
     entry = {.volume = {2, {quarter, quarter}}, .mute = Mute::On};
     mute(phone, Mute::On, 0.5F);
     EXPECT_EQ(observe(), Objects{});
@@ -321,17 +332,17 @@ TEST_F(StreamMemoryTest, TakesEveryStreamAsNewAfterTheConnectionsEnd) {
 }
 
 TEST_F(StreamMemoryTest, TakesAStreamAsNewThatJoinsAConference) {
-    mirror.recordings = {{.processId = "10"}};
+    mirror.sourceOutputs = {{.processId = "10"}};
     remember(conference, 0.25F);
-    mirror.recordings.clear();
+    mirror.sourceOutputs.clear();
     play(1, half);
     EXPECT_EQ(observe(), Objects{});
-    mirror.recordings = {{.processId = "10"}};
+    mirror.sourceOutputs = {{.processId = "10"}};
     EXPECT_EQ(observe(), Objects{conference});
 }
 
 TEST_F(StreamMemoryTest, LetsOneObjectAloneMoveANewStreamOfTwo) {
-    mirror.recordings = {{.processId = "10"}};
+    mirror.sourceOutputs = {{.processId = "10"}};
     remember(browser, 0.25F);
     remember(conference, 0.5F);
     play(1, PA_VOLUME_NORM);

@@ -66,15 +66,6 @@ TEST_P(PulseStreams, OfACallAreFollowed) {
     EXPECT_TRUE(waitUntil([&] { return !phone.stream->isMuted(); }));
 }
 
-TEST_P(PulseStreams, OfOneRoleMoveTogether) {
-    startBoth();
-    const Program one = play("phone", {.name = "One"});
-    const Program other = play("phone", {.name = "Other"});
-    ASSERT_TRUE(controller_->setVolumeTo(0.25F, "PhoneCall"));
-    EXPECT_TRUE(waitForStream(*one.stream, {16384, 16384}));
-    EXPECT_TRUE(waitForStream(*other.stream, {16384, 16384}));
-}
-
 TEST_P(PulseStreams, AreHeardInBothChannelsAfterEveryWayOfMovingThem) {
     startBoth();
     OtherProgram listener(server_->address());
@@ -122,33 +113,6 @@ TEST_P(PulseStreams, KeepTheirBalance) {
     ASSERT_TRUE(waitForVolume("PhoneCall", 40000.0F / 65536));
     ASSERT_TRUE(controller_->setVolumeTo(0.25F, "PhoneCall"));
     EXPECT_TRUE(waitForStream(*phone.stream, {16384, 8192}));
-}
-
-TEST_P(PulseStreams, OfAnApplicationAreARowOfItsOwn) {
-    startBoth();
-    float volume = 0;
-    EXPECT_FALSE(controller_->getVolume(volume, "app:Browser"));
-    const Program browser = play("", {.name = "Browser", .processId = 4321});
-    const Program player = play("music", {.name = "Player", .processId = 4322});
-    ASSERT_TRUE(waitToRead("app:Browser", 1));
-    ASSERT_TRUE(controller_->setVolumeTo(0.25F, "app:Browser"));
-    EXPECT_TRUE(waitForStream(*browser.stream, {16384, 16384}));
-    EXPECT_EQ(player.stream->volumes(), (Channels{65536, 65536}));
-    setStream(*browser.stream, "32768");
-    EXPECT_TRUE(waitForVolume("app:Browser", 0.5F));
-}
-
-TEST_P(PulseStreams, OfAProcessThatAlsoRecordsAreAVideoConference) {
-    startBoth();
-    const Program talk = play("", {.name = "Talk", .processId = 4321});
-    const Program music = play("", {.name = "Player", .processId = 4322});
-    const auto microphone = talk.connection->record("spk.monitor");
-    ASSERT_TRUE(waitToRead("VideoConference", 1));
-    ASSERT_TRUE(controller_->setVolumeTo(0.25F, "VideoConference"));
-    EXPECT_TRUE(waitForStream(*talk.stream, {16384, 16384}));
-    EXPECT_EQ(music.stream->volumes(), (Channels{65536, 65536}));
-    setStream(*talk.stream, "32768");
-    EXPECT_TRUE(waitForVolume("VideoConference", 0.5F));
 }
 
 // Both servers have passing values for what is new; none of them may be shown.

@@ -1,4 +1,4 @@
-#include "backends/pulse/VolumeScale.hpp"
+#include "backends/pulse/mirror/ServerMirror.hpp"
 
 #include <gtest/gtest.h>
 

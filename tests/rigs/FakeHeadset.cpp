@@ -33,16 +33,15 @@ std::string nameIn(const std::string& listing, const std::string& text) {
 FakeHeadset::FakeHeadset(SoundServer& server) : server_(server) {
     const ServerFolder& folder = server.folder();
     const std::string busAddress = "unix:path=" + (folder.path() / "system-bus").string();
-    Environment environment = folder.environment();
+    test::Environment environment = folder.environment();
     environment["DBUS_SYSTEM_BUS_ADDRESS"] = busAddress;
-    bus_ = ChildProcess({"dbus-daemon", std::string("--config-file=") + RIG_FAKE_BUS,
-                         "--address=" + busAddress, "--nofork", "--nopidfile", "--nosyslog"},
-                        {.environment = environment, .log = folder.log()});
+    bus_ = test::ChildProcess({"dbus-daemon", std::string("--config-file=") + RIG_FAKE_BUS,
+                               "--address=" + busAddress, "--nofork", "--nopidfile", "--nosyslog"},
+                              {.environment = environment, .log = folder.log()});
     if (!waitUntil([&] { return takesConnections(folder.path() / "system-bus"); }))
         throw std::runtime_error("no bus: " + folder.logged());
-    service_ = std::make_unique<Conversation>(
-        std::vector<std::string>{RIG_FAKE_BLUEZ},
-        ChildProcess::Setting{.environment = environment, .log = folder.log()});
+    service_ =
+        std::make_unique<Conversation>(std::vector<std::string>{RIG_FAKE_BLUEZ}, environment);
     server.setEnvironment("DBUS_SYSTEM_BUS_ADDRESS", busAddress);
     server.setEnvironment("LD_PRELOAD", RIG_FAKE_VOICE_SOCKETS);
     if (server.kind() == ServerKind::PipeWire)

@@ -39,7 +39,7 @@ class FakeHeadset {
     std::string cardName() const;
 
     SoundServer& server_;
-    ChildProcess bus_;
+    test::ChildProcess bus_;
     std::unique_ptr<Conversation> service_;
 };
 

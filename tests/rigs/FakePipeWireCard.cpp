@@ -22,10 +22,8 @@ const char* portOf(FakeCard::Plug plug) {
 }  // namespace
 
 void FakePipeWireCard::insert() {
-    program_ = std::make_unique<Conversation>(
-        std::vector<std::string>{RIG_FAKE_CARD, "fake"},
-        ChildProcess::Setting{.environment = server_.folder().environment(),
-                              .log = server_.folder().log()});
+    program_ = std::make_unique<Conversation>(std::vector<std::string>{RIG_FAKE_CARD, "fake"},
+                                              server_.folder().environment());
     // The session manager makes it the default, for its priority.
     const auto isDefault = [this] {
         return server_.pactl({"get-default-sink"}) == "output.fake\n" && activePort() == "speaker";

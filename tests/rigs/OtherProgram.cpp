@@ -180,8 +180,11 @@ RecordingStream::RecordingStream(pa_context* context, const std::string& source)
         [](pa_stream*, std::size_t, void* self) { static_cast<RecordingStream*>(self)->read(); },
         this);
     const pa_buffer_attr buffer = shortBuffer(samples);
+    // A monitor that is named goes on being heard when another device becomes the default.
+    const auto flags = static_cast<pa_stream_flags_t>(PA_STREAM_ADJUST_LATENCY |
+                                                      (source.empty() ? 0 : PA_STREAM_DONT_MOVE));
     if (pa_stream_connect_record(stream_.get(), source.empty() ? nullptr : source.c_str(), &buffer,
-                                 PA_STREAM_ADJUST_LATENCY) < 0)
+                                 flags) < 0)
         fail(context, "no recording");
     waitForStream(context, stream_.get());
 }
@@ -197,6 +200,9 @@ void RecordingStream::read() {
     while (pa_stream_readable_size(stream_.get()) > 0 &&
            pa_stream_peek(stream_.get(), &data, &bytes) == 0 && bytes > 0) {
         const std::size_t frames = bytes / (2 * sizeof(float));
+        if (data && isListening_)
+            for (std::size_t frame = 0; frame < frames; ++frame)
+                keep(std::abs(static_cast<const float*>(data)[2 * frame]));
         if (data && frames > 0) {
             const float* last = static_cast<const float*>(data) + 2 * (frames - 1);
             left_ = std::abs(last[0]);
@@ -204,6 +210,15 @@ void RecordingStream::read() {
         }
         pa_stream_drop(stream_.get());
     }
+}
+
+void RecordingStream::keep(float sample) {
+    constexpr auto samplesInWindow = static_cast<unsigned>(rate * windowSeconds);
+    sum_ += sample;
+    if (++count_ < samplesInWindow) return;
+    windows_.push_back(sum_ / samplesInWindow);
+    sum_ = 0;
+    count_ = 0;
 }
 
 }  // namespace rigs

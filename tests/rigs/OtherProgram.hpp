@@ -5,6 +5,7 @@
 #include <pulse/introspect.h>
 #include <pulse/stream.h>
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <string>
@@ -77,6 +78,8 @@ class PlayingStream {
     std::vector<unsigned> volumes() const { return ask().volumes; }
     bool isMuted() const { return ask().isMuted; }
     unsigned sinkIndex() const { return ask().sink; }
+    /// Of what is written from now on.
+    void setLevel(float level) { std::ranges::fill(samples_, level); }
 
  private:
     struct Answer {
@@ -104,8 +107,23 @@ class RecordingStream {
     float left() const { return left_; }
     float right() const { return right_; }
 
+    /// Begins to keep the level of the left channel: the mean of each window of 2 ms, 0 to 1.
+    void listen() {
+        isListening_ = true;
+        windows_.clear();
+    }
+    /// The windows since listen().
+    const std::vector<float>& windows() const { return windows_; }
+    static constexpr double windowSeconds = 0.002;
+
  private:
     void read();
+    void keep(float sample);
+
+    bool isListening_ = false;
+    std::vector<float> windows_;
+    float sum_ = 0;
+    unsigned count_ = 0;
 
     std::unique_ptr<pa_stream, StreamUnref> stream_;
     float left_ = 0;

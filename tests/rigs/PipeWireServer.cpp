@@ -11,7 +11,8 @@ namespace {
 constexpr const char* remembersRolesText = "what is set for roles is remembered";
 
 // The first has the highest priority and so becomes the default. Each runs from the start: from
-// PipeWire 1.4 on, one that has never run takes volumes and goes on reporting 100 %.
+// PipeWire 1.4 on, one that has never run takes volumes and goes on reporting 100 %. The monitor
+// hears what the device plays, with its volume, as PulseAudio's does.
 std::string sinkObject(const SoundServer::Sink& sink, std::size_t position) {
     std::string properties;
     for (const auto& [name, value] : sink.properties)
@@ -21,7 +22,8 @@ std::string sinkObject(const SoundServer::Sink& sink, std::size_t position) {
            sink.name + "\" node.description = \"" + sink.name +
            "\""
            " media.class = Audio/Sink audio.rate = 48000 audio.position = [ FL FR ]"
-           " object.linger = true node.always-process = true priority.session = " +
+           " object.linger = true node.always-process = true monitor.channel-volumes = true"
+           " priority.session = " +
            std::to_string(2000 - position) + properties + " } }\n";
 }
 
@@ -39,8 +41,8 @@ void PipeWireServer::writeConfiguration() const {
     writeWirePlumberFiles(folder_, bluetooth_, remembersRolesText);
 }
 
-ChildProcess PipeWireServer::startProgram(const std::string& name) const {
-    return ChildProcess({name}, {.environment = environment(), .log = folder_.log()});
+test::ChildProcess PipeWireServer::startProgram(const std::string& name) const {
+    return test::ChildProcess({name}, {.environment = environment(), .log = folder_.log()});
 }
 
 void PipeWireServer::start() {
@@ -68,9 +70,9 @@ void PipeWireServer::startSessionManager() {
 
 void PipeWireServer::stop(int signal) {
     resume();
-    for (ChildProcess* program : {&pulseServer_, &sessionManager_, &core_})
+    for (test::ChildProcess* program : {&pulseServer_, &sessionManager_, &core_})
         program->signal(signal);
-    for (ChildProcess* program : {&pulseServer_, &sessionManager_, &core_})
+    for (test::ChildProcess* program : {&pulseServer_, &sessionManager_, &core_})
         program->wait();
 }
 
@@ -85,6 +87,12 @@ void PipeWireServer::resume() {
 
 std::string PipeWireServer::lookersAddress() const {
     return "unix:" + (folder_.path() / "pulse" / "lookers").string();
+}
+
+void PipeWireServer::restartSessionManager() {
+    sessionManager_.signal(SIGKILL);
+    sessionManager_.wait();
+    startSessionManager();
 }
 
 void PipeWireServer::restartPulseServer() {

@@ -34,6 +34,8 @@ class PipeWireServer : public SoundServer {
     void resume() override;
     /// Ends what PulseAudio's clients talk to and starts it anew; core and devices go on.
     void restartPulseServer();
+    /// The same for the session manager.
+    void restartSessionManager();
 
     /// As address(), for clients that may look at everything and change nothing.
     std::string lookersAddress() const;
@@ -41,14 +43,14 @@ class PipeWireServer : public SoundServer {
  private:
     void writeConfiguration() const;
     void startSessionManager();
-    ChildProcess startProgram(const std::string& name) const;
+    test::ChildProcess startProgram(const std::string& name) const;
 
     Bluetooth bluetooth_ = Bluetooth::Off;
     SessionManager manager_ = SessionManager::WirePlumber;
     std::string extraObjects_;
-    ChildProcess core_;
-    ChildProcess sessionManager_;
-    ChildProcess pulseServer_;
+    test::ChildProcess core_;
+    test::ChildProcess sessionManager_;
+    test::ChildProcess pulseServer_;
 };
 
 }  // namespace rigs

@@ -28,13 +28,18 @@ std::string PulseAudioServer::script() const {
            folder_.socket().string() + "\n";
 }
 
+void PulseAudioServer::beAsInASession() {
+    addScriptLine("load-module module-device-restore");
+    addScriptLine("load-module module-intended-roles");
+}
+
 void PulseAudioServer::start() {
     folder_.write("script.pa", script());
     std::filesystem::remove(folder_.socket());
-    process_ = ChildProcess({"pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1",
-                             "--disallow-exit", "--use-pid-file=no", "--high-priority=no",
-                             "--realtime=no", "-F", (folder_.path() / "script.pa").string()},
-                            {.environment = environment(), .log = folder_.log()});
+    process_ = test::ChildProcess({"pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1",
+                                   "--disallow-exit", "--use-pid-file=no", "--high-priority=no",
+                                   "--realtime=no", "-F", (folder_.path() / "script.pa").string()},
+                                  {.environment = environment(), .log = folder_.log()});
 }
 
 void PulseAudioServer::stop(int signal) {

@@ -14,6 +14,7 @@ class PulseAudioServer : public SoundServer {
 
     /// Before start(): one more line of its script.
     void addScriptLine(const std::string& line) { extraLines_ += line + "\n"; }
+    void beAsInASession() override;
     void setRoleEntries(RoleEntries roleEntries) { roleEntries_ = roleEntries; }
 
     void start() override;
@@ -26,7 +27,7 @@ class PulseAudioServer : public SoundServer {
 
     std::string extraLines_;
     RoleEntries roleEntries_ = RoleEntries::Kept;
-    ChildProcess process_;
+    test::ChildProcess process_;
 };
 
 }  // namespace rigs

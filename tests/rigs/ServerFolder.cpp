@@ -30,6 +30,11 @@ std::string ServerFolder::logged() const {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
+std::string ServerFolder::outputs() const {
+    std::ifstream file(path_ / outputsFile);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
 std::ptrdiff_t ServerFolder::programs() const {
     const std::string home = "HOME=" + path_.string();
     std::ptrdiff_t count = 0;
@@ -42,7 +47,7 @@ std::ptrdiff_t ServerFolder::programs() const {
     return count;
 }
 
-Environment ServerFolder::environment() const {
+test::Environment ServerFolder::environment() const {
     const std::string folder = path_.string();
     // Not only unset: without the variable, programs look for a bus at its usual place.
     const std::string noBus = "unix:path=" + folder + "/no-bus";

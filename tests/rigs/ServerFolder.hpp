@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/rigs/ChildProcess.hpp"
+#include "tests/processes/ChildProcess.hpp"
 
 #include <cstddef>
 #include <filesystem>
@@ -30,12 +30,21 @@ class ServerFolder {
     std::ptrdiff_t programs() const;
 
     /// For programs that live in the folder: no bus, no screen, nothing of the user's.
-    Environment environment() const;
+    test::Environment environment() const;
 
     /// Writes a file of the folder anew, with the folders that it lies in.
     void write(const std::filesystem::path& file, const std::string& text) const;
+    /// What the user of the folder's programs has decided on outputs for roles: "apart", "shared"
+    /// or "declined". "undecided", which the folder begins with, makes the mixer offer them.
+    void writeOutputs(const std::string& choice) const {
+        write(outputsFile, "[outputs]\nchoice=" + choice + "\n");
+    }
+    /// The file in which programs keep that, and how far a switch got; "" if there is none.
+    std::string outputs() const;
 
  private:
+    static constexpr const char* outputsFile = "state/tarnwick/outputs";
+
     std::filesystem::path path_;
 };
 

@@ -1,5 +1,6 @@
 #include "tests/rigs/SoundServer.hpp"
 
+#include "tests/processes/RunningProgram.hpp"
 #include "tests/rigs/PipeWireServer.hpp"
 #include "tests/rigs/PulseAudioServer.hpp"
 #include "tests/rigs/Waiting.hpp"
@@ -36,7 +37,7 @@ void SoundServer::startAndWait() {
 std::string SoundServer::pactl(const std::vector<std::string>& arguments) const {
     std::vector<std::string> words = {"pactl", "--server=" + address()};
     words.insert(words.end(), arguments.begin(), arguments.end());
-    return outputOf(words, folder_.environment());
+    return test::outputOf(words, folder_.environment());
 }
 
 std::string SoundServer::loadSink(const std::string& name) const {
@@ -51,8 +52,8 @@ std::vector<unsigned> SoundServer::sinkVolumes(const std::string& sink) const {
     return volumesIn(pactl({"get-sink-volume", sink}));
 }
 
-Environment SoundServer::environment() const {
-    Environment all = folder_.environment();
+test::Environment SoundServer::environment() const {
+    test::Environment all = folder_.environment();
     for (const auto& [name, value] : environment_)
         all[name] = value;
     return all;

@@ -36,6 +36,10 @@ class SoundServer {
     /// Before start(): these devices in place of the two. Without any there is the server's own
     /// placeholder, and isReady() is never true.
     void setSinks(std::vector<Sink> sinks) { sinks_ = std::move(sinks); }
+    /// Before start(): the server sends streams to the outputs of their roles and keeps the
+    /// volumes of its devices, as PulseAudio does in a session. PipeWire's session manager always
+    /// does.
+    virtual void beAsInASession() {}
     /// Before start(): a variable of its programs.
     void setEnvironment(const std::string& name, const std::string& value) {
         environment_[name] = value;
@@ -64,11 +68,11 @@ class SoundServer {
     std::vector<unsigned> sinkVolumes(const std::string& sink) const;
 
  protected:
-    Environment environment() const;
+    test::Environment environment() const;
 
     ServerFolder& folder_;
     std::vector<Sink> sinks_{{"spk"}, {"hp", {{"device.form_factor", "headphone"}}}};
-    Environment environment_;
+    test::Environment environment_;
 };
 
 /// The folder outlives the server.

@@ -1,6 +1,6 @@
 #include "tests/rigs/WirePlumberFiles.hpp"
 
-#include "tests/rigs/ChildProcess.hpp"
+#include "tests/processes/RunningProgram.hpp"
 
 namespace rigs {
 namespace {
@@ -70,7 +70,8 @@ void writeProfile(const ServerFolder& folder, Bluetooth bluetooth, const std::st
 
 bool isWirePlumberScripted() {
     static const bool isScripted =
-        outputOf({"wireplumber", "--version"}, {}).find("libwireplumber 0.4.") != std::string::npos;
+        test::outputOf({"wireplumber", "--version"}, {}).find("libwireplumber 0.4.") !=
+        std::string::npos;
     return isScripted;
 }
 

@@ -1,4 +1,4 @@
-#include "shells/common/BundleLocation.hpp"
+#include "shells/common/Installation.hpp"
 #include "tests/support/MixerFiles.hpp"
 
 #include <gtest/gtest.h>

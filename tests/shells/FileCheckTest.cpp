@@ -1,7 +1,7 @@
 #include "backends/plist/PlistCodec.hpp"
 #include "config/CategoryList.hpp"
 #include "platform/foundation/PreferencesDirectory.hpp"
-#include "shells/common/FileProblem.hpp"
+#include "shells/common/FileCheck.hpp"
 #include "shells/common/FileReport.hpp"
 #include "tests/support/MixerFiles.hpp"
 

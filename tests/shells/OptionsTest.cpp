@@ -1,6 +1,5 @@
 #include "platform/foundation/MachineModel.hpp"
 #include "platform/foundation/PreferencesDirectory.hpp"
-#include "shells/common/CommonOptions.hpp"
 #include "shells/common/Options.hpp"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,4 @@
 #include "platform/foundation/NSLog.hpp"
-#include "shells/common/Backends.hpp"
 #include "shells/common/WidgetBundle.hpp"
 #include "tests/support/MixerFiles.hpp"
 
@@ -28,30 +27,29 @@ class WidgetBundleTest : public testing::Test {
 };
 
 TEST_F(WidgetBundleTest, GivesThePrincipalClassesController) {
-    const auto [controller, error] = createController(TARNWICK_BUNDLE);
-    ASSERT_NE(controller, nullptr) << error;
-    EXPECT_EQ(controller->className(), "TarnwickViewControllerNew");
-    EXPECT_EQ(error, "");
+    const auto controller = createController(TARNWICK_BUNDLE);
+    ASSERT_TRUE(controller) << controller.error();
+    EXPECT_EQ((*controller)->className(), "TarnwickViewControllerNew");
 }
 
 TEST_F(WidgetBundleTest, GivesARegisteredClassByItsName) {
-    ASSERT_NE(loadBundle(TARNWICK_BUNDLE).bundle, nullptr);
-    EXPECT_NE(createObject("TarnwickViewControllerNew").object, nullptr);
-    EXPECT_EQ(createObject("Nobody").error, "there is no class Nobody");
+    ASSERT_TRUE(loadBundle(TARNWICK_BUNDLE));
+    EXPECT_TRUE(createObject("TarnwickViewControllerNew"));
+    EXPECT_EQ(createObject("Nobody").error(), "there is no class Nobody");
 }
 
 TEST_F(WidgetBundleTest, SaysWhyThereIsNoController) {
-    EXPECT_EQ(createController("/nowhere").error, "there is no bundle at /nowhere");
-    EXPECT_NE(createController(folder.folder().string()).error, "");
+    EXPECT_EQ(createController("/nowhere").error(), "there is no bundle at /nowhere");
+    EXPECT_NE(createController(folder.folder().string()).error(), "");
     test::MixerFiles::write(folder.folder() / "Info.plist", "garbage");
-    EXPECT_NE(createController(folder.folder().string()).error, "");
+    EXPECT_NE(createController(folder.folder().string()).error(), "");
 }
 
 TEST_F(WidgetBundleTest, SaysThatTheModuleIsMissingOrNoModule) {
     writeInfo(
         "<key>CFBundleExecutable</key><string>Module</string>"
         "<key>NSPrincipalClass</key><string>TarnwickViewControllerNew</string>");
-    EXPECT_TRUE(createController(folder.folder().string()).error.starts_with("cannot load "));
+    EXPECT_TRUE(createController(folder.folder().string()).error().starts_with("cannot load "));
 }
 
 }  // namespace

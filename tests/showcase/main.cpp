@@ -110,11 +110,11 @@ int main(int argc, char** argv) {
         return 2;
     }
     const std::vector<Section> all = sections();
-    const CairoSurface surface(cairo_image_surface_create(
+    const painting::CairoSurface surface(cairo_image_surface_create(
         CAIRO_FORMAT_RGB24, int(pictureWidth * scale), int(pictureHeight(all) * scale)));
-    const CairoContext context(cairo_create(surface.get()));
+    const painting::CairoContext context(cairo_create(surface.get()));
     cairo_scale(context.get(), scale, scale);
-    CairoCanvas canvas(context.get(), scale);
+    painting::CairoCanvas canvas(context.get(), scale);
     paintPicture(canvas, all);
     if (cairo_surface_write_to_png(surface.get(), argv[1]) == CAIRO_STATUS_SUCCESS) return 0;
     std::fprintf(stderr, "%s cannot be written\n", argv[1]);

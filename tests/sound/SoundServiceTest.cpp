@@ -1,6 +1,7 @@
 #include "platform/celestial/SimulatedAudioDevice.hpp"
 #include "platform/foundation/NSRunLoop.hpp"
 #include "shells/sound/SoundService.hpp"
+#include "tests/support/FakeRoleOutputs.hpp"
 
 #include <dlfcn.h>
 #include <gtest/gtest.h>
@@ -8,6 +9,8 @@
 
 #include <filesystem>
 #include <string>
+
+using namespace shell;
 
 namespace {
 
@@ -42,6 +45,7 @@ class SoundServiceTest : public testing::Test {
         service->setChangeHandler([this] { ++changes; });
         service->setAvailabilityHandler([this] { ++rereads; });
         service->setSilenceHandler([this] { ++silences; });
+        service->setOutputsHandler([this] { ++outputChanges; });
         return *service;
     }
     void advance(double seconds) {
@@ -55,6 +59,11 @@ class SoundServiceTest : public testing::Test {
     static SoundServer* fakeServer() {
         void* module = dlopen(FAKE_SOUND_SERVER, RTLD_NOW | RTLD_LOCAL);
         return reinterpret_cast<SoundServer* (*)()>(dlsym(module, "fake_sound_server"))();
+    }
+    static test::FakeRoleOutputs& fakeOutputs() {
+        void* module = dlopen(FAKE_SOUND_SERVER, RTLD_NOW | RTLD_LOCAL);
+        using Entry = test::FakeRoleOutputs* (*)();
+        return *reinterpret_cast<Entry>(dlsym(module, "fake_sound_server_outputs"))();
     }
     static std::shared_ptr<AVSystemController> installed() {
         return AVSystemController::sharedAVSystemController();
@@ -72,11 +81,12 @@ class SoundServiceTest : public testing::Test {
     int changes = 0;
     int rereads = 0;
     int silences = 0;
+    int outputChanges = 0;
     int settlings = 0;
     std::unique_ptr<SoundService> service;
 };
 
-TEST_F(SoundServiceTest, TellsTheServerWhetherSomebodyLooks) {
+TEST_F(SoundServiceTest, TellsTheServerWhetherTheMixerIsShown) {
     void* module = dlopen(FAKE_SOUND_SERVER, RTLD_NOW | RTLD_LOCAL);
     const auto rests = reinterpret_cast<bool (*)()>(dlsym(module, "fake_sound_server_rests"));
     make(SoundSource::Server).setAttention(SoundServer::Attention::Resting);
@@ -86,6 +96,53 @@ TEST_F(SoundServiceTest, TellsTheServerWhetherSomebodyLooks) {
     EXPECT_FALSE(rests());
     service->setAttention(SoundServer::Attention::Resting);
     EXPECT_TRUE(rests());
+}
+
+TEST_F(SoundServiceTest, FollowsTheOutputsForRolesWhenItIsToldTo) {
+    make(SoundSource::Server).followOutputs();
+    service->connect();
+    tell("fake_sound_server_answers");
+    EXPECT_EQ(service->outputs(), nullptr);
+    EXPECT_FALSE(fakeOutputs().follows) << "before the picture";
+    service->followOutputs();
+    EXPECT_TRUE(fakeOutputs().follows);
+    EXPECT_EQ(service->outputs(), &fakeOutputs());
+    const int before = outputChanges;
+    EXPECT_GT(before, 0);
+    fakeOutputs().settle(RoleOutputs::State::Apart);
+    EXPECT_EQ(outputChanges, before + 1);
+}
+
+TEST_F(SoundServiceTest, HasNoOutputsWhileNoServerAnswers) {
+    make(SoundSource::Server).connect();
+    service->followOutputs();
+    EXPECT_EQ(service->outputs(), nullptr);
+    EXPECT_TRUE(fakeOutputs().follows);
+    const int before = outputChanges;
+    tell("fake_sound_server_answers");
+    EXPECT_EQ(service->outputs(), &fakeOutputs());
+    EXPECT_EQ(outputChanges, before + 1);
+    tell("fake_sound_server_falls_silent");
+    advance(1.01);
+    EXPECT_EQ(service->outputs(), nullptr);
+    EXPECT_EQ(outputChanges, before + 2);
+}
+
+TEST_F(SoundServiceTest, WritesWhileTheOutputsAreBeingSwitched) {
+    make(SoundSource::Server).connect();
+    tell("fake_sound_server_answers");
+    service->followOutputs();
+    EXPECT_FALSE(service->isWriting());
+    service->outputs()->choose(RoleOutputs::Choice::Apart);
+    EXPECT_TRUE(service->isWriting());
+    fakeOutputs().settle(RoleOutputs::State::Apart);
+    EXPECT_FALSE(service->isWriting());
+}
+
+TEST_F(SoundServiceTest, SimulatedDeviceHasNoOutputsForRoles) {
+    make(SoundSource::Simulated).followOutputs();
+    EXPECT_EQ(service->outputs(), nullptr);
+    EXPECT_EQ(outputChanges, 0);
 }
 
 TEST_F(SoundServiceTest, SimulatedDeviceIsThereAtOnceAndLoadsNothing) {
@@ -118,7 +175,7 @@ TEST_F(SoundServiceTest, ConnectsToWhatWasLoadedAhead) {
     make(SoundSource::Server).loadAhead();
     service->connect();
     ASSERT_NE(fakeServer(), nullptr);
-    EXPECT_EQ(installed(), fakeServer()->service());
+    EXPECT_EQ(installed().get(), fakeServer());
     EXPECT_EQ(changes, 1);
     service->loadAhead();
     service->connect();
@@ -174,7 +231,7 @@ TEST_F(SoundServiceTest, SilenceEndsTheWaitToo) {
     EXPECT_TRUE(service->isSilent());
 }
 
-TEST_F(SoundServiceTest, TellsNobodyWhoNoLongerWaits) {
+TEST_F(SoundServiceTest, DoesNotCallAForgottenHandler) {
     make(SoundSource::Server).connect();
     waitUntilSettled(0.5);
     service->forgetWhenSettled();
@@ -183,7 +240,7 @@ TEST_F(SoundServiceTest, TellsNobodyWhoNoLongerWaits) {
     EXPECT_EQ(settlings, 0);
 }
 
-TEST_F(SoundServiceTest, TellsTheLastWhoWaitsAlone) {
+TEST_F(SoundServiceTest, CallsOnlyTheLastHandler) {
     make(SoundSource::Server).connect();
     int earlier = 0;
     service->whenSettled(0.1, [&] { ++earlier; });
@@ -215,7 +272,7 @@ TEST_F(SoundServiceTest, NothingCanBeReadBeforeItConnects) {
 TEST_F(SoundServiceTest, ConnectingInstallsTheServersService) {
     make(SoundSource::Server).connect();
     ASSERT_NE(fakeServer(), nullptr);
-    EXPECT_EQ(installed(), fakeServer()->service());
+    EXPECT_EQ(installed().get(), fakeServer());
     EXPECT_EQ(changes, 1);
     EXPECT_FALSE(service->isSettled());
     service->connect();
@@ -230,7 +287,7 @@ TEST_F(SoundServiceTest, ServerThatAnswersInTimeSettlesIt) {
     EXPECT_FALSE(service->isSilent());
     EXPECT_EQ(changes, 1);
     advance(5);
-    EXPECT_EQ(installed(), fakeServer()->service());
+    EXPECT_EQ(installed().get(), fakeServer());
     EXPECT_EQ(changes, 1);
     EXPECT_EQ(silences, 0);
 }
@@ -246,7 +303,7 @@ TEST_F(SoundServiceTest, ServerThatDoesNotAnswerForASecondIsSilentAndNothingStan
     EXPECT_TRUE(service->isSettled());
     EXPECT_TRUE(service->isSilent());
     EXPECT_EQ(silences, 1);
-    EXPECT_EQ(installed(), fakeServer()->service());
+    EXPECT_EQ(installed().get(), fakeServer());
     EXPECT_EQ(changes, 1);
 }
 
@@ -317,6 +374,13 @@ TEST_F(SoundServiceTest, ModuleThatIsNoneIsSilence) {
     make(SoundSource::Server, "libc.so.6").connect();
     EXPECT_TRUE(service->isSilent());
     EXPECT_FALSE(canRead());
+}
+
+TEST(SoundModule, ThatProvidesNoServerIsAFailure) {
+    const SoundServerEntry entry = [](const char*, std::shared_ptr<SoundServer>&) {};
+    const auto server = openSoundServer(entry, std::nullopt);
+    ASSERT_FALSE(server);
+    EXPECT_EQ(server.error(), "the sound server's module provides no server");
 }
 
 TEST_F(SoundServiceTest, NothingComesAfterItsEnd) {

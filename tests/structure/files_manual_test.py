@@ -13,9 +13,9 @@ PAGE = ROOT / "docs/man/tarnwick.5"
 SOURCES = {
     "config/Settings.cpp": r'read\w+\(root, "(\w+)"|objectForKey\("(\w+)"\)',
     "config/CategoryList.cpp": r'"(categoryName|prettyCategoryName|visible)"',
-    "config/CategoryRecord.cpp": r'"(categoryName|prettyCategoryName|visible)"',
     "mixer/Skin.cpp": r'"((?:Default iOS|Cream|Metal)[\w ]*)"',
-    "backends/pulse/CategoryMapping.cpp": r'\{"([\w/]+:?)", \w+\}',
+    "platform/celestial/AVSystemController.hpp": r'constexpr const char\* [a-z]\w+ = "([\w/]+)"',
+    "backends/pulse/categories/CategoryMapping.cpp": r'\{"(\w+:)", \w+\}',
 }
 LEAST = 8 + 3 + 6 + 4  # Settings, a category's keys, its names and its schemes.
 

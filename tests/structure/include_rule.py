@@ -17,14 +17,17 @@ MAY_INCLUDE = {
     "backends": {"platform"},
     "shells": {"platform", "backends"},
 }
-# The category file is read with the widget's code: by the one shell that shows no widget, which words
-# the rows with it too, by what tells the shells which row is which category's, by what looks through
-# both files for what is wrong with them, and by the icon in the tray, which says what the row of its
-# volume says.
+# Some parts of the shells use the widget's code. To read the category file: the command-line tool,
+# which shows no widget; shells/common, which maps rows to categories and looks for problems in both
+# files; the settings program, which edits both; and the tray. To word what a row's caption says: the
+# tool, the tray, and the panel's report of its rows. To know which skins take colours: the settings
+# program.
 FOLDER_MAY_INCLUDE = {
     "shells/common/": r"config/.*",
-    "shells/desktop/tray/": r"config/Category(List|Record)\.hpp|mixer/Caption\.hpp",
-    "shells/control/": r"config/.*|mixer/(Caption|Volume)\.hpp",
+    "shells/desktop/tray/": r"config/CategoryList\.hpp|mixer/Caption\.hpp",
+    "shells/panel/": r"mixer/Caption\.hpp",
+    "shells/control/": r"config/.*|mixer/Caption\.hpp",
+    "shells/settings/": r"config/.*|mixer/Skin\.hpp",
 }
 # Backends that stand on another one: a window shows what the canvas paints, both loops are GLib's, and
 # a bus tells whether a screen reader wants to know what the window shows.
@@ -35,18 +38,20 @@ LIBRARIES = {
     "config/": r"(?!)",
     "mixer/": r"(?!)",
     "host/": r"(?!)",
-    "backends/plist/": r"plist/.*|locale\.h",
-    "backends/glib/": r"glib.*\.h",
+    "backends/plist/": r"locale\.h",
+    "backends/glib/": r"glib.*\.h|unistd\.h|sys/inotify\.h",
     "backends/bus/": r"gio/.*",
     "backends/cairo/": r"cairo/.*|cairo.*\.h|pango/.*|fontconfig/.*|glib.*\.h|sys/stat\.h|(fcntl|unistd|png)\.h",
-    "backends/pulse/": r"pulse/.*|glib.*\.h|unistd\.h|sys/inotify\.h",
+    "backends/pulse/": r"pulse/.*|glib.*\.h|unistd\.h",
     "backends/gdk/": r"gdk/.*|glib.*\.h|atk.*|cairo.*\.h|gmodule\.h|(dlfcn|unistd)\.h|wlr-layer-shell-.*",
     "shells/headless/": r"nlohmann/.*|glib.*\.h|(poll|unistd|fcntl|signal)\.h|sys/[a-z]+\.h",
     "shells/desktop/": r"gdk/.*|glib.*\.h|gio/.*|cairo.*\.h|(fcntl|unistd|getopt|signal|malloc)\.h|sys/[a-z]+\.h",
     "shells/panel/": r"glib\.h",
     "shells/phosh/": r"gtk/.*|gdk/.*|gio/.*|glib.*\.h|dlfcn\.h",
-    "shells/common/": r"nlohmann/.*|(fcntl|unistd|getopt)\.h",
+    "shells/common/": r"nlohmann/.*|(fcntl|unistd|getopt|libintl)\.h",
     "shells/control/": r"glib.*\.h|(unistd|fcntl)\.h",
+    "shells/settings/": r"adwaita\.h",
+    "shells/settings/files/": r"glib\.h|unistd\.h|sys/stat\.h",
     "shells/sound/": r"(dlfcn|unistd)\.h|glib.*\.h",
 }
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
@@ -124,12 +129,13 @@ def self_test() -> int:
     ]
     passed = [
         ("mixer/A.cpp", '#include "config/B.hpp"\n#include <vector>'),
-        ("backends/plist/A.cpp", "#include <plist/plist.h>"),
+        ("backends/plist/A.cpp", "#include <locale.h>"),
         ("backends/gdk/A.cpp", '#include "backends/cairo/B.hpp"'),
         ("shells/desktop/A.cpp", '#include "backends/gdk/B.hpp"'),
         ("shells/phosh/A.cpp", '#include <gtk/gtk.h>\n#include "backends/gdk/B.hpp"'),
         ("shells/control/A.cpp", '#include "config/B.hpp"\n#include "mixer/Caption.hpp"'),
         ("shells/desktop/tray/A.cpp", '#include "mixer/Caption.hpp"'),
+        ("shells/panel/A.cpp", '#include "mixer/Caption.hpp"'),
         ("shells/common/A.cpp", '#include "config/B.hpp"'),
     ]
     wrong = [case for case in refused if not list(violations(*case))]

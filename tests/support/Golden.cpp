@@ -109,7 +109,7 @@ testing::AssertionResult matchesGolden(cairo_surface_t* picture, const std::stri
 
 testing::AssertionResult fileMatchesGolden(const std::string& path, const std::string& name,
                                            const GoldenTolerance& tolerance) {
-    const CairoSurface picture(cairo_image_surface_create_from_png(path.c_str()));
+    const painting::CairoSurface picture(cairo_image_surface_create_from_png(path.c_str()));
     if (cairo_surface_status(picture.get()) != CAIRO_STATUS_SUCCESS)
         return testing::AssertionFailure() << "no picture " << path;
     return matchesGolden(picture.get(), name, tolerance);

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "tests/processes/RunningProgram.hpp"
+
 #include <nlohmann/json.hpp>
-#include <sys/types.h>
 
 #include <optional>
 #include <string>
@@ -12,7 +13,7 @@ namespace test {
 
 using Json = nlohmann::ordered_json;
 
-/// What one command brought: its events in their order, then its result line.
+/// The events of one command, in order, and its result line.
 struct Reply {
     std::vector<Json> events;
     Json line;
@@ -28,37 +29,16 @@ struct Reply {
     std::vector<std::string> happened() const;
 };
 
-/// A running tarnwick-headless, talked to over pipes. Every wait has a deadline; what does not
-/// come in time, or is no JSON, is thrown as a std::runtime_error and so fails the test.
-class HeadlessProcess {
+/// A running tarnwick-headless that takes commands. An exception, which fails the test, reports a
+/// line that is not JSON or does not come in time.
+class HeadlessProcess : public RunningProgram {
  public:
     explicit HeadlessProcess(const std::vector<std::string>& arguments);
-    /// Ends the program if it still runs.
-    ~HeadlessProcess();
-    HeadlessProcess(const HeadlessProcess&) = delete;
-    HeadlessProcess& operator=(const HeadlessProcess&) = delete;
 
     /// Sends one line and reads up to its result.
     Reply send(std::string_view command);
     /// The events and the result of a line that was sent already.
     Reply readReply();
-    /// The next line of the output as it is; nullopt at its end.
-    std::optional<std::string> readLine();
-    void write(std::string_view bytes) const;
-    pid_t id() const { return process_; }
-    void closeInput();
-    void closeOutput();
-    /// Closes the input and waits; the exit code, or minus the signal that ended the program.
-    int finish();
-    /// What the program has written to standard error so far.
-    std::string standardError() const;
-
- private:
-    pid_t process_ = -1;
-    int input_ = -1;
-    int output_ = -1;
-    int error_ = -1;
-    std::string unread_;
 };
 
 }  // namespace test

@@ -9,8 +9,8 @@
 
 namespace {
 
-constexpr CGFloat rowHeight = 50;  // points
-constexpr CGFloat margins = 20;    // points, above and below the rows together
+constexpr CGFloat pointsPerRow = 50;
+constexpr CGFloat margins = 20;  // points, above and below the rows together
 
 std::string entry(const std::string& key, const std::string& value) {
     return "<key>" + key + "</key>" + value;
@@ -41,7 +41,7 @@ std::shared_ptr<SimulatedAudioDevice> newDevice() {
 void setThePlatformUp() {
     MixerScene::device();
     NSPropertyList::setCodec(std::make_shared<PlistCodec>());
-    UIImageDecoder::setDecoder(std::make_shared<CairoImageDecoder>());
+    UIImageDecoder::setDecoder(std::make_shared<painting::CairoImageDecoder>());
     setMachineModel("iPhone6,1");
 }
 
@@ -68,7 +68,7 @@ MixerScene::MixerScene(const SceneSettings& settings,
     files_.writeSettings(fileEntries(settings));
     files_.writeCategories(categories);
     setPreferencesDirectory(files_.folder().string());
-    const CGRect frame{{0, 0}, {width, rowHeight * CGFloat(categories.size()) + margins}};
+    const CGRect frame{{0, 0}, {width, pointsPerRow * CGFloat(categories.size()) + margins}};
     window_ = std::make_shared<UIWindow>(frame);
     window_->setBackgroundColor(background);
     mixer_ = std::make_shared<TarnwickView>(frame);

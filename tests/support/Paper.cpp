@@ -29,9 +29,9 @@ Paper::Paper(int width, int height, double scale)
     freshCanvas();
 }
 
-CairoCanvas& Paper::freshCanvas() {
+painting::CairoCanvas& Paper::freshCanvas() {
     canvas_.reset();
-    canvas_ = std::make_unique<CairoCanvas>(context_.get(), CGFloat(scale_));
+    canvas_ = std::make_unique<painting::CairoCanvas>(context_.get(), CGFloat(scale_));
     return *canvas_;
 }
 
@@ -112,8 +112,9 @@ int Paper::lastInkedColumn() const {
     return -1;
 }
 
-CairoBitmap bitmapOf(int width, int height, const std::function<std::uint32_t(int, int)>& pixel) {
-    CairoSurface surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height));
+painting::CairoBitmap bitmapOf(int width, int height,
+                               const std::function<std::uint32_t(int, int)>& pixel) {
+    painting::CairoSurface surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height));
     unsigned char* data = cairo_image_surface_get_data(surface.get());
     const std::ptrdiff_t stride = cairo_image_surface_get_stride(surface.get());
     for (int y = 0; y < height; ++y) {
@@ -123,7 +124,7 @@ CairoBitmap bitmapOf(int width, int height, const std::function<std::uint32_t(in
         }
     }
     cairo_surface_mark_dirty(surface.get());
-    return CairoBitmap(std::move(surface));
+    return painting::CairoBitmap(std::move(surface));
 }
 
 TemporaryFolder::TemporaryFolder() {

@@ -26,9 +26,9 @@ class Paper {
     /// Points; transparent at first.
     Paper(int width, int height, double scale = 1);
 
-    CairoCanvas& canvas() { return *canvas_; }
+    painting::CairoCanvas& canvas() { return *canvas_; }
     /// Ends the painting so far and gives a canvas at the paper's origin.
-    CairoCanvas& freshCanvas();
+    painting::CairoCanvas& freshCanvas();
     cairo_t* context() { return context_.get(); }
     cairo_surface_t* surface() { return surface_.get(); }
 
@@ -50,13 +50,14 @@ class Paper {
     bool columnInked(int x) const;
 
     double scale_;
-    CairoSurface surface_;
-    CairoContext context_;
-    std::unique_ptr<CairoCanvas> canvas_;
+    painting::CairoSurface surface_;
+    painting::CairoContext context_;
+    std::unique_ptr<painting::CairoCanvas> canvas_;
 };
 
 /// A bitmap whose pixels (0xaarrggbb, premultiplied) the function gives.
-CairoBitmap bitmapOf(int width, int height, const std::function<std::uint32_t(int, int)>& pixel);
+painting::CairoBitmap bitmapOf(int width, int height,
+                               const std::function<std::uint32_t(int, int)>& pixel);
 
 /// A folder of its own for one test, empty at first and gone with it.
 class TemporaryFolder {

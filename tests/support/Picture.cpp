@@ -13,8 +13,8 @@ unsigned char* row(cairo_surface_t* image, int y) {
            std::ptrdiff_t(y) * cairo_image_surface_get_stride(image);
 }
 
-CairoSurface surfaceOf(int width, int height) {
-    return CairoSurface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height));
+painting::CairoSurface surfaceOf(int width, int height) {
+    return painting::CairoSurface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height));
 }
 
 }  // namespace
@@ -23,12 +23,12 @@ Picture::Picture(int wide, int high)
     : width(wide), height(high), pixels(std::size_t(wide) * std::size_t(high)) {}
 
 std::optional<Picture> Picture::read(const std::string& path) {
-    const CairoSurface file(cairo_image_surface_create_from_png(path.c_str()));
+    const painting::CairoSurface file(cairo_image_surface_create_from_png(path.c_str()));
     if (cairo_surface_status(file.get()) != CAIRO_STATUS_SUCCESS) return std::nullopt;
     Picture picture(cairo_image_surface_get_width(file.get()),
                     cairo_image_surface_get_height(file.get()));
-    const CairoSurface surface = surfaceOf(picture.width, picture.height);
-    const CairoContext context(cairo_create(surface.get()));
+    const painting::CairoSurface surface = surfaceOf(picture.width, picture.height);
+    const painting::CairoContext context(cairo_create(surface.get()));
     cairo_set_source_surface(context.get(), file.get(), 0, 0);
     cairo_paint(context.get());
     cairo_surface_flush(surface.get());
@@ -38,7 +38,7 @@ std::optional<Picture> Picture::read(const std::string& path) {
 }
 
 bool Picture::write(const std::string& path) const {
-    const CairoSurface surface = surfaceOf(width, height);
+    const painting::CairoSurface surface = surfaceOf(width, height);
     for (int y = 0; y < height; ++y)
         std::memcpy(row(surface.get(), y), pixels.data() + index(0, y), 4 * std::size_t(width));
     cairo_surface_mark_dirty(surface.get());

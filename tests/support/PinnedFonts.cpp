@@ -19,7 +19,7 @@ class PinnedFonts : public testing::Environment {
         ::setenv("XDG_CACHE_HOME", TARNWICK_GOLDEN_OUTPUT_DIR, 1);
         ::setenv("LC_ALL", "C.UTF-8", 1);
         std::setlocale(LC_ALL, "C.UTF-8");
-        CairoText::shared().setSansFamily("DejaVu Sans");
+        painting::CairoText::shared().setSansFamily("DejaVu Sans");
         expectTheOneFont();
     }
 

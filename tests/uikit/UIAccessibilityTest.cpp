@@ -1,5 +1,6 @@
-#include "platform/uikit/UIAccessibility.hpp"
 #include "platform/uikit/UILabel.hpp"
+#include "platform/uikit/UISlider.hpp"
+#include "platform/uikit/UIView.hpp"
 #include "tests/uikit/TestViews.hpp"
 
 namespace {
@@ -14,22 +15,22 @@ class AccessibilityTest : public testing::Test {
 }  // namespace
 
 TEST_F(AccessibilityTest, CallsALabelByItsTextAndASliderByTheLabelBeforeIt) {
-    EXPECT_EQ(accessibilityLabel(*label), "Media");
-    EXPECT_EQ(accessibilityLabel(*slider), "Media");
+    EXPECT_EQ(label->accessibilityLabel(), "Media");
+    EXPECT_EQ(slider->accessibilityLabel(), "Media");
     const auto second = add<UILabel>(row, {});
     second->setText("Calls");
-    EXPECT_EQ(accessibilityLabel(*slider), "Media");
+    EXPECT_EQ(slider->accessibilityLabel(), "Media");
     row->addSubview(slider);
-    EXPECT_EQ(accessibilityLabel(*slider), "Calls");
+    EXPECT_EQ(slider->accessibilityLabel(), "Calls");
 }
 
 TEST_F(AccessibilityTest, HasNoNameForAViewWithoutALabelBeforeIt) {
-    EXPECT_EQ(accessibilityLabel(*window), std::nullopt);
-    EXPECT_EQ(accessibilityLabel(*row), std::nullopt);
+    EXPECT_EQ(window->accessibilityLabel(), std::nullopt);
+    EXPECT_EQ(row->accessibilityLabel(), std::nullopt);
     row->addSubview(label);
-    EXPECT_EQ(accessibilityLabel(*slider), std::nullopt);
+    EXPECT_EQ(slider->accessibilityLabel(), std::nullopt);
     label->setText(std::nullopt);
-    EXPECT_EQ(accessibilityLabel(*label), std::nullopt);
+    EXPECT_EQ(label->accessibilityLabel(), std::nullopt);
 }
 
 TEST_F(AccessibilityTest, ListsVisibleLabelsAndSlidersInDocumentOrder) {
@@ -57,20 +58,20 @@ TEST_F(AccessibilityTest, CallsASliderByItsTextWithoutTheValueInIt) {
     };
     for (const auto& [text, name] : names) {
         label->setText(text);
-        EXPECT_EQ(accessibilityName(*slider), name) << text;
-        EXPECT_EQ(accessibilityName(*label), text) << "a label is what it says";
+        EXPECT_EQ(slider->accessibilityName(), name) << text;
+        EXPECT_EQ(label->accessibilityName(), text) << "a label is what it says";
     }
     label->setText(std::nullopt);
-    EXPECT_EQ(accessibilityName(*slider), std::nullopt);
+    EXPECT_EQ(slider->accessibilityName(), std::nullopt);
 }
 
 TEST_F(AccessibilityTest, TellsASlidersValueAsItsTextDoes) {
     label->setText("Media (Speaker): 40%");
-    EXPECT_EQ(accessibilityValue(*slider), "40%");
+    EXPECT_EQ(slider->accessibilityValue(), "40%");
     label->setText("Calls: unknown");
-    EXPECT_EQ(accessibilityValue(*slider), "unknown");
+    EXPECT_EQ(slider->accessibilityValue(), "unknown");
     label->setText("Calls");
-    EXPECT_EQ(accessibilityValue(*slider), std::nullopt);
+    EXPECT_EQ(slider->accessibilityValue(), std::nullopt);
 }
 
 TEST_F(AccessibilityTest, ListsWhatLiesFurtherUpFirst) {

@@ -1,5 +1,5 @@
-#include "platform/uikit/UIAccessibility.hpp"
 #include "platform/uikit/UIButton.hpp"
+#include "platform/uikit/UIView.hpp"
 #include "tests/uikit/TestViews.hpp"
 
 namespace {
@@ -44,6 +44,15 @@ TEST_F(ButtonTest, CanBePressedByOtherMeansWhileItIsEnabled) {
     EXPECT_EQ(presses, 1);
 }
 
+TEST_F(ButtonTest, IsPressedByOneKeyWhileItIsEnabled) {
+    EXPECT_TRUE(button->keyPressed(UIKey::Press));
+    EXPECT_EQ(presses, 1);
+    EXPECT_FALSE(button->keyPressed(UIKey::Right));
+    button->setEnabled(false);
+    EXPECT_FALSE(button->keyPressed(UIKey::Press));
+    EXPECT_EQ(presses, 1);
+}
+
 TEST_F(ButtonTest, MayGoWhenItIsPressed) {
     button->addAction(target, UIControlEventTouchUpInside, [this](const auto&) {
         button->removeFromSuperview();
@@ -56,7 +65,7 @@ TEST_F(ButtonTest, MayGoWhenItIsPressed) {
 }
 
 TEST_F(ButtonTest, IsToldByItsLabel) {
-    EXPECT_EQ(accessibilityLabel(*button), "Close");
+    EXPECT_EQ(button->accessibilityLabel(), "Close");
     EXPECT_EQ(accessibilityElements(window), std::vector<std::shared_ptr<UIView>>{button});
 }
 

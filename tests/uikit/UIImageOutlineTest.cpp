@@ -1,5 +1,5 @@
+#include "platform/uikit/UIBitmap.hpp"
 #include "platform/uikit/UIImage.hpp"
-#include "platform/uikit/UIImageOutline.hpp"
 
 #include <gtest/gtest.h>
 

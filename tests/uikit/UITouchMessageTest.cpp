@@ -1,4 +1,4 @@
-#include "platform/uikit/UITouchMessage.hpp"
+#include "platform/uikit/UIEvent.hpp"
 #include "platform/uikit/UIWindow.hpp"
 
 #include <gtest/gtest.h>

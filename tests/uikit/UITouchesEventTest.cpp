@@ -1,5 +1,5 @@
 #include "platform/foundation/NSClassRegistry.hpp"
-#include "platform/uikit/UITouchesEvent.hpp"
+#include "platform/uikit/UIEvent.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,6 @@
 #include "tests/wayland/HeadlessPhoc.hpp"
 
+#include "tests/processes/RunningProgram.hpp"
 #include "tests/rigs/UnixSocket.hpp"
 #include "tests/rigs/Waiting.hpp"
 
@@ -22,21 +23,20 @@ std::string configuration(const HeadlessPhoc::Screen& screen) {
 HeadlessPhoc::HeadlessPhoc(rigs::ServerFolder& folder, const Screen& screen)
     : folder_(folder), screen_(screen) {
     folder.write("phoc.ini", configuration(screen));
-    rigs::Environment variables = folder.environment();
+    Environment variables = folder.environment();
     variables["WAYLAND_DISPLAY"] = "";
     variables["WLR_BACKENDS"] = "headless";
     variables["WLR_RENDERER"] = "pixman";
     variables["WLR_LIBINPUT_NO_DEVICES"] = "1";
     variables["GSETTINGS_BACKEND"] = "memory";
-    compositor_ = rigs::ChildProcess({"phoc", "-C", (folder.path() / "phoc.ini").string()},
-                                     {.environment = variables, .log = folder.log()});
+    compositor_ = ChildProcess({"phoc", "-C", (folder.path() / "phoc.ini").string()},
+                               {.environment = variables, .log = folder.log()});
     const bool began = rigs::waitUntil([this] {
         return compositor_.hasEnded() || rigs::takesConnections(folder_.path() / socketName);
     });
     if (!began || !compositor_) throw std::runtime_error("no compositor: " + folder.logged());
-    pointer_ = std::make_unique<rigs::Conversation>(
-        std::vector<std::string>{TEST_VIRTUAL_POINTER},
-        rigs::ChildProcess::Setting{.environment = environment(), .log = folder.log()});
+    pointer_ = std::make_unique<rigs::Conversation>(std::vector<std::string>{TEST_VIRTUAL_POINTER},
+                                                    environment());
 }
 
 HeadlessPhoc::~HeadlessPhoc() {
@@ -45,8 +45,8 @@ HeadlessPhoc::~HeadlessPhoc() {
     compositor_.wait();
 }
 
-rigs::Environment HeadlessPhoc::environment() const {
-    rigs::Environment variables = folder_.environment();
+Environment HeadlessPhoc::environment() const {
+    Environment variables = folder_.environment();
     variables["WAYLAND_DISPLAY"] = socketName;
     variables["GDK_BACKEND"] = "wayland";
     variables["GSETTINGS_BACKEND"] = "keyfile";
@@ -87,12 +87,12 @@ void HeadlessPhoc::swipe(double dx, double dy, int steps) {
 }
 
 Screenshot HeadlessPhoc::screenshot() const {
-    return Screenshot(rigs::outputOf({"grim", "-t", "ppm", "-"}, environment()));
+    return Screenshot(outputOf({"grim", "-t", "ppm", "-"}, environment()));
 }
 
 void HeadlessPhoc::saveScreenshot(const std::filesystem::path& file) const {
     std::filesystem::create_directories(file.parent_path());
-    rigs::outputOf({"grim", file.string()}, environment());
+    outputOf({"grim", file.string()}, environment());
 }
 
 }  // namespace test

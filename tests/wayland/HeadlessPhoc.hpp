@@ -28,7 +28,7 @@ class HeadlessPhoc {
     ~HeadlessPhoc();
 
     /// For programs that are to be shown: the folder's, with the display.
-    rigs::Environment environment() const;
+    Environment environment() const;
     rigs::ServerFolder& folder() const { return folder_; }
     /// Points.
     int width() const { return screen_.width / screen_.scale; }
@@ -55,7 +55,7 @@ class HeadlessPhoc {
  private:
     rigs::ServerFolder& folder_;
     Screen screen_;
-    rigs::ChildProcess compositor_;
+    ChildProcess compositor_;
     std::unique_ptr<rigs::Conversation> pointer_;
 };
 

@@ -19,7 +19,7 @@ std::string configuration(const std::string& address) {
 
 PrivateBus::PrivateBus(rigs::ServerFolder& folder) : socket_(folder.path() / "session-bus") {
     folder.write("session-bus.conf", configuration(address()));
-    daemon_ = rigs::ChildProcess(
+    daemon_ = ChildProcess(
         {"dbus-daemon", "--config-file=" + (folder.path() / "session-bus.conf").string(),
          "--nofork", "--nopidfile", "--nosyslog"},
         {.environment = folder.environment(), .log = folder.log()});

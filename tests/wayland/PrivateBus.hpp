@@ -16,7 +16,7 @@ class PrivateBus {
 
  private:
     std::filesystem::path socket_;
-    rigs::ChildProcess daemon_;
+    ChildProcess daemon_;
 };
 
 }  // namespace test

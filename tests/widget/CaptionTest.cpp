@@ -18,6 +18,11 @@ TEST(CaptionTest, PercentageIsRoundedToAWholeNumberAndATieToTheEvenOne) {
     EXPECT_EQ(percentText(100), "100%");
 }
 
+TEST(CaptionTest, KeepsTheSignOfWhatRoundsToZeroFromBelow) {
+    EXPECT_EQ(percentText(-0.3F), "-0%");
+    EXPECT_EQ(percentText(-0.0F), "-0%");
+}
+
 TEST(CaptionTest, SaysWhateverABrokenServiceAnswers) {
     EXPECT_EQ(percentText(-3.5F), "-4%");
     EXPECT_EQ(percentText(1000), "1000%");

@@ -37,7 +37,7 @@ TEST(Skin, IsNoneForEveryOtherName) {
 
 TEST(Skin, DefaultLeavesTracksToThePlatformAndTakesTheUsersColours) {
     const Skin& skin = *skinNamed("Default iOS");
-    EXPECT_EQ(skin.colors, SkinColors::FromSettings);
+    EXPECT_FALSE(skin.captionColor);
     EXPECT_EQ(skin.thumbHighlighted, nullptr);
     EXPECT_STREQ(skin.minimumValueImage, "speaker_quiet");
     EXPECT_STREQ(skin.maximumValueImage, "speaker_loud");
@@ -49,7 +49,7 @@ TEST(Skin, DefaultLeavesTracksToThePlatformAndTakesTheUsersColours) {
 TEST(Skin, CreamBringsItsOwnImagesAndColour) {
     for (const char* name : {"Cream Round", "Cream"}) {
         const Skin& skin = *skinNamed(name);
-        EXPECT_EQ(skin.colors, SkinColors::Fixed);
+        ASSERT_TRUE(skin.captionColor);
         ASSERT_TRUE(skin.captionColor.has_value());
         EXPECT_FLOAT_EQ(static_cast<float>(skin.captionColor->red), 0.8392157F);
         EXPECT_FLOAT_EQ(static_cast<float>(skin.captionColor->green), 0.7529412F);
@@ -66,7 +66,7 @@ TEST(Skin, CreamBringsItsOwnImagesAndColour) {
 
 TEST(Skin, MetalBringsItsOwnImagesAndColourButTheCommonSpeakers) {
     const Skin& skin = *skinNamed("Metal");
-    EXPECT_EQ(skin.colors, SkinColors::Fixed);
+    ASSERT_TRUE(skin.captionColor);
     ASSERT_TRUE(skin.captionColor.has_value());
     for (double component :
          {skin.captionColor->red, skin.captionColor->green, skin.captionColor->blue})

@@ -68,7 +68,7 @@ void WidgetTest::SetUp() {
     folder = name;
     setPreferencesDirectory(folder.string());
     NSPropertyList::setCodec(std::make_shared<PlistCodec>());
-    UIImageDecoder::setDecoder(std::make_shared<CairoImageDecoder>());
+    UIImageDecoder::setDecoder(std::make_shared<painting::CairoImageDecoder>());
     setMachineModel("iPhone6,1");
     setLogSink([this](const std::string& line) { log.push_back(line); });
     NSRunLoop::mainRunLoop().setClock([] { return 0.0; });

@@ -1,24 +1,14 @@
 #include "backends/gdk/accessibility/Element.hpp"
 
-#include "backends/gdk/accessibility/ButtonElement.hpp"
-#include "backends/gdk/accessibility/SliderElement.hpp"
+#include "backends/gdk/accessibility/ObjectClass.hpp"
 #include "platform/foundation/PrintableText.hpp"
-#include "platform/uikit/UIAccessibility.hpp"
-#include "platform/uikit/UIButton.hpp"
-#include "platform/uikit/UILabel.hpp"
 
 #include <cmath>
+#include <initializer_list>
 #include <memory>
 #include <utility>
 
-namespace {
-
-void initComponent(AtkComponentIface* component);
-
-}  // namespace
-
-G_DEFINE_TYPE_WITH_CODE(TarnwickElement, tarnwick_element, ATK_TYPE_OBJECT,
-                        G_IMPLEMENT_INTERFACE(ATK_TYPE_COMPONENT, initComponent))
+namespace windowing {
 
 namespace {
 
@@ -29,42 +19,30 @@ bool isOnScreen(const UIView& view) {
     return CGRectIntersectsRect(rect, window->bounds());
 }
 
-bool isSensitive(const UIView& view) {
-    const auto* slider = dynamic_cast<const UISlider*>(&view);
-    return !slider || (slider->isEnabled() && slider->isValueKnown());
-}
-
-void addSliderStates(AtkStateSet* states, const UISlider& slider) {
-    atk_state_set_add_state(states, ATK_STATE_HORIZONTAL);
-    if (isSensitive(slider))
-        for (const AtkStateType state : {ATK_STATE_ENABLED, ATK_STATE_SENSITIVE})
-            atk_state_set_add_state(states, state);
-    // The keys get to one without a known value too.
-    if (slider.canBecomeFocused()) atk_state_set_add_state(states, ATK_STATE_FOCUSABLE);
-    if (slider.isFocused()) atk_state_set_add_state(states, ATK_STATE_FOCUSED);
-}
-
-void addButtonStates(AtkStateSet* states, const UIButton& button) {
-    if (!button.isEnabled()) return;
-    for (const AtkStateType state : {ATK_STATE_ENABLED, ATK_STATE_SENSITIVE})
+void addStates(AtkStateSet* states, std::initializer_list<AtkStateType> added) {
+    for (const AtkStateType state : added)
         atk_state_set_add_state(states, state);
 }
 
 AtkStateSet* refStateSet(AtkObject* element) {
-    AtkStateSet* states = ATK_OBJECT_CLASS(tarnwick_element_parent_class)->ref_state_set(element);
+    AtkStateSet* states =
+        ATK_OBJECT_CLASS(g_type_class_peek(ATK_TYPE_OBJECT))->ref_state_set(element);
     const std::shared_ptr<UIView> view = stateOf(element).view.lock();
     if (!view) {
         atk_state_set_add_state(states, ATK_STATE_DEFUNCT);
         return states;
     }
-    atk_state_set_add_state(states, ATK_STATE_VISIBLE);
-    if (isOnScreen(*view)) atk_state_set_add_state(states, ATK_STATE_SHOWING);
-    if (const auto* slider = dynamic_cast<const UISlider*>(view.get()))
-        addSliderStates(states, *slider);
-    else if (const auto* button = dynamic_cast<const UIButton*>(view.get()))
-        addButtonStates(states, *button);
-    else
-        atk_state_set_add_state(states, ATK_STATE_ENABLED);
+    addStates(states, {ATK_STATE_VISIBLE});
+    if (isOnScreen(*view)) addStates(states, {ATK_STATE_SHOWING});
+    const UIAccessibilityRole role = view->accessibilityRole();
+    const bool isOperated =
+        role == UIAccessibilityRole::Slider || role == UIAccessibilityRole::Button;
+    if (view->isAccessibilityEnabled()) addStates(states, {ATK_STATE_ENABLED});
+    if (isOperated && view->isAccessibilityEnabled()) addStates(states, {ATK_STATE_SENSITIVE});
+    if (role == UIAccessibilityRole::Slider) addStates(states, {ATK_STATE_HORIZONTAL});
+    // The keys reach a slider without a known value, too.
+    if (view->canBecomeFocused()) addStates(states, {ATK_STATE_FOCUSABLE});
+    if (view->isFocused()) addStates(states, {ATK_STATE_FOCUSED});
     return states;
 }
 
@@ -90,26 +68,24 @@ void initComponent(AtkComponentIface* component) {
     component->grab_focus = grabFocus;
 }
 
-void finalize(GObject* element) {
-    std::destroy_at(&stateOf(element));
-    G_OBJECT_CLASS(tarnwick_element_parent_class)->finalize(element);
+void initClass(AtkObjectClass* element) {
+    element->ref_state_set = refStateSet;
+    element->get_index_in_parent = indexInParent;
 }
 
 }  // namespace
 
-static void tarnwick_element_init(TarnwickElement* element) {
-    std::construct_at(&element->state);
-}
-
-static void tarnwick_element_class_init(TarnwickElementClass* elementClass) {
-    AtkObjectClass* object = ATK_OBJECT_CLASS(elementClass);
-    object->ref_state_set = refStateSet;
-    object->get_index_in_parent = indexInParent;
-    G_OBJECT_CLASS(elementClass)->finalize = finalize;
+GType elementType() {
+    static const GType type = [] {
+        const GType element = newObjectClass<ElementState, initClass>("TarnwickElement");
+        addInterface<AtkComponentIface, initComponent>(element, ATK_TYPE_COMPONENT);
+        return element;
+    }();
+    return type;
 }
 
 ElementState& stateOf(gpointer element) {
-    return static_cast<TarnwickElement*>(element)->state;
+    return stateIn<ElementState>(element);
 }
 
 namespace {
@@ -120,13 +96,18 @@ struct Kind {
 };
 
 Kind kindOf(const UIView& view) {
-    if (dynamic_cast<const UISlider*>(&view))
-        return {tarnwick_slider_element_get_type(), ATK_ROLE_SLIDER};
-    if (dynamic_cast<const UIButton*>(&view))
-        return {tarnwick_button_element_get_type(), ATK_ROLE_PUSH_BUTTON};
-    const auto* label = dynamic_cast<const UILabel*>(&view);
-    const bool isNotice = label && label->isAnnounced();
-    return {tarnwick_element_get_type(), isNotice ? ATK_ROLE_NOTIFICATION : ATK_ROLE_LABEL};
+    switch (view.accessibilityRole()) {
+        case UIAccessibilityRole::Slider:
+            return {sliderElementType(), ATK_ROLE_SLIDER};
+        case UIAccessibilityRole::Button:
+            return {buttonElementType(), ATK_ROLE_PUSH_BUTTON};
+        case UIAccessibilityRole::Notice:
+            return {elementType(), ATK_ROLE_NOTIFICATION};
+        case UIAccessibilityRole::Label:
+        case UIAccessibilityRole::None:
+            break;
+    }
+    return {elementType(), ATK_ROLE_LABEL};
 }
 
 }  // namespace
@@ -140,7 +121,7 @@ AtkObjectPtr newElement(AtkObject* parent, const std::shared_ptr<UIView>& view,
     ElementState& state = stateOf(element.get());
     state.view = view;
     state.originOnScreen = originOnScreen;
-    state.sensitive = isSensitive(*view);
+    state.sensitive = view->isAccessibilityEnabled();
     tellChanges(element.get());
     return element;
 }
@@ -153,7 +134,7 @@ void announce(AtkObject* element) {
 namespace {
 
 void tellName(AtkObject* element, const UIView& view) {
-    const std::string name = printableLine(accessibilityName(view).value_or(""));
+    const std::string name = printableLine(view.accessibilityName().value_or(""));
     const char* told = atk_object_get_name(element);
     if (told && name == told) return;
     const bool saysSomethingElse = told != nullptr;
@@ -173,8 +154,8 @@ void tellChanges(AtkObject* element) {
     const std::shared_ptr<UIView> view = state.view.lock();
     if (!view) return;
     tellName(element, *view);
-    if (TARNWICK_IS_SLIDER_ELEMENT(element)) tellValue(element);
-    const bool sensitive = isSensitive(*view);
+    if (ATK_IS_VALUE(element)) tellValue(element);
+    const bool sensitive = view->isAccessibilityEnabled();
     if (sensitive != state.sensitive)
         atk_object_notify_state_change(element, ATK_STATE_ENABLED, sensitive ? TRUE : FALSE);
     tellState(element, ATK_STATE_SENSITIVE, state.sensitive, sensitive);
@@ -195,3 +176,5 @@ void elementExtents(const ElementState& state, AtkCoordType coordinates, int* x,
     *width = static_cast<int>(std::lround(rect.size.width * zoom));
     *height = static_cast<int>(std::lround(rect.size.height * zoom));
 }
+
+}  // namespace windowing

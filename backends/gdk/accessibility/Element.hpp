@@ -6,14 +6,16 @@
 
 #include <optional>
 
+namespace windowing {
+
 /// An owned reference to an object of the accessibility library.
 struct AtkUnref {
     void operator()(gpointer object) const { g_object_unref(object); }
 };
 using AtkObjectPtr = std::unique_ptr<AtkObject, AtkUnref>;
 
-/// What a label, slider or button is to assistive technology. It may outlive its view: it
-/// then is defunct and knows nothing.
+/// The accessibility state of a label, slider or button. It may outlive its view and is then
+/// defunct.
 struct ElementState {
     std::weak_ptr<UIView> view;
     std::function<CGPoint()> originOnScreen;
@@ -23,14 +25,11 @@ struct ElementState {
     bool focused = false;
 };
 
-struct TarnwickElement {
-    AtkObject parent;
-    ElementState state;
-};
-struct TarnwickElementClass {
-    AtkObjectClass parent;
-};
-GType tarnwick_element_get_type();
+// The classes of elements. A button's one action presses it. A slider's value can be read and set;
+// setting it counts as the user's action.
+GType elementType();
+GType buttonElementType();
+GType sliderElementType();
 
 /// A label, slider or button as an object of the accessibility library, below `parent`.
 AtkObjectPtr newElement(AtkObject* parent, const std::shared_ptr<UIView>& view,
@@ -38,14 +37,18 @@ AtkObjectPtr newElement(AtkObject* parent, const std::shared_ptr<UIView>& view,
 
 ElementState& stateOf(gpointer element);
 
-/// Tells of what has become different since the last time: name, value, whether it is sensitive,
-/// focus. A notice that says something else is announced again.
+/// Announces what has changed: name, value, sensitivity, focus. A notice with a new text is
+/// announced as a new one.
 void tellChanges(AtkObject* element);
 
-/// Tells a notice as something that has just appeared, which readers of the screen say aloud.
-/// Nothing for any other element.
+/// Announces a slider's value if it has changed.
+void tellValue(AtkObject* slider);
+
+/// Announces a notice as newly shown, which screen readers speak. Has no effect for other elements.
 void announce(AtkObject* element);
 
 /// The view's rectangle in that coordinate system, rounded to whole points.
 void elementExtents(const ElementState& state, AtkCoordType coordinates, int* x, int* y, int* width,
                     int* height);
+
+}  // namespace windowing

@@ -1,15 +1,13 @@
 #include "backends/gdk/accessibility/Frame.hpp"
 
+#include "backends/gdk/accessibility/ObjectClass.hpp"
+#include "platform/uikit/UIView.hpp"
+
+#include <algorithm>
+#include <unordered_set>
 #include <utility>
 
-namespace {
-void initComponent(AtkComponentIface* component);
-void initWindow(AtkWindowIface* /*window*/) {}
-}  // namespace
-
-G_DEFINE_TYPE_WITH_CODE(TarnwickFrame, tarnwick_frame, ATK_TYPE_OBJECT,
-                        G_IMPLEMENT_INTERFACE(ATK_TYPE_COMPONENT, initComponent)
-                            G_IMPLEMENT_INTERFACE(ATK_TYPE_WINDOW, initWindow))
+namespace windowing {
 
 namespace {
 
@@ -24,7 +22,8 @@ AtkObject* refChild(AtkObject* frame, int index) {
 }
 
 AtkStateSet* refStateSet(AtkObject* frame) {
-    AtkStateSet* states = ATK_OBJECT_CLASS(tarnwick_frame_parent_class)->ref_state_set(frame);
+    AtkStateSet* states =
+        ATK_OBJECT_CLASS(g_type_class_peek(ATK_TYPE_OBJECT))->ref_state_set(frame);
     for (const AtkStateType state : {ATK_STATE_ENABLED, ATK_STATE_SENSITIVE})
         atk_state_set_add_state(states, state);
     // A window that was closed is kept for the next time, without anything in it.
@@ -49,31 +48,32 @@ void initComponent(AtkComponentIface* component) {
     component->get_extents = getExtents;
 }
 
-void finalize(GObject* frame) {
-    std::destroy_at(&frameState(frame));
-    G_OBJECT_CLASS(tarnwick_frame_parent_class)->finalize(frame);
+void initWindow(AtkWindowIface* /*window*/) {}
+
+void initClass(AtkObjectClass* frame) {
+    frame->get_n_children = countChildren;
+    frame->ref_child = refChild;
+    frame->ref_state_set = refStateSet;
+}
+
+GType frameType() {
+    static const GType type = [] {
+        const GType frame = newObjectClass<FrameState, initClass>("TarnwickFrame");
+        addInterface<AtkComponentIface, initComponent>(frame, ATK_TYPE_COMPONENT);
+        addInterface<AtkWindowIface, initWindow>(frame, ATK_TYPE_WINDOW);
+        return frame;
+    }();
+    return type;
 }
 
 }  // namespace
 
-static void tarnwick_frame_init(TarnwickFrame* frame) {
-    std::construct_at(&frame->state);
-}
-
-static void tarnwick_frame_class_init(TarnwickFrameClass* frameClass) {
-    AtkObjectClass* object = ATK_OBJECT_CLASS(frameClass);
-    object->get_n_children = countChildren;
-    object->ref_child = refChild;
-    object->ref_state_set = refStateSet;
-    G_OBJECT_CLASS(frameClass)->finalize = finalize;
-}
-
 FrameState& frameState(gpointer frame) {
-    return static_cast<TarnwickFrame*>(frame)->state;
+    return stateIn<FrameState>(frame);
 }
 
 AtkObjectPtr newFrame(AtkObject* parent, const AccessibleWindow& window) {
-    AtkObjectPtr frame(ATK_OBJECT(g_object_new(tarnwick_frame_get_type(), nullptr)));
+    AtkObjectPtr frame(ATK_OBJECT(g_object_new(frameType(), nullptr)));
     atk_object_set_role(frame.get(), ATK_ROLE_FRAME);
     atk_object_set_name(frame.get(), window.title.c_str());
     atk_object_set_parent(frame.get(), parent);
@@ -106,3 +106,79 @@ void tellFrameOpening(AtkObject* frame) {
         announce(element.get());
     }
 }
+
+namespace {
+
+using Views = std::vector<std::shared_ptr<UIView>>;
+
+void tellChild(AtkObject* frame, const char* signal, std::size_t index, AtkObject* element) {
+    g_signal_emit_by_name(frame, signal, static_cast<guint>(index), element);
+}
+
+/// The element of the view, unless another view has taken its address.
+AtkObject* knownElement(const FrameState& state, const std::shared_ptr<UIView>& view) {
+    const auto found = state.elementOfView.find(view.get());
+    const bool known =
+        found != state.elementOfView.end() && stateOf(found->second).view.lock() == view;
+    return known ? found->second : nullptr;
+}
+
+bool isUpToDate(const FrameState& state, const Views& views) {
+    return std::ranges::equal(state.elements, views, [](const auto& element, const auto& view) {
+        return stateOf(element.get()).view.lock() == view;
+    });
+}
+
+void dropElements(AtkObject* frame, const Views& views) {
+    FrameState& state = frameState(frame);
+    const std::unordered_set<std::shared_ptr<UIView>> staying(views.begin(), views.end());
+    for (std::size_t i = state.elements.size(); i-- > 0;) {
+        const std::shared_ptr<UIView> view = stateOf(state.elements[i].get()).view.lock();
+        if (view && staying.contains(view)) continue;
+        const AtkObjectPtr gone = std::move(state.elements[i]);
+        state.elements.erase(state.elements.begin() + static_cast<std::ptrdiff_t>(i));
+        stateOf(gone.get()).view.reset();
+        atk_object_notify_state_change(gone.get(), ATK_STATE_DEFUNCT, TRUE);
+        tellChild(frame, "children-changed::remove", i, gone.get());
+    }
+}
+
+void arrangeElements(AtkObject* frame, const Views& views) {
+    dropElements(frame, views);
+    FrameState& state = frameState(frame);
+    std::vector<AtkObjectPtr> arranged;
+    std::vector<std::size_t> added;
+    for (const std::shared_ptr<UIView>& view : views) {
+        if (AtkObject* known = knownElement(state, view)) {
+            arranged.emplace_back(ATK_OBJECT(g_object_ref(known)));
+        } else {
+            added.push_back(arranged.size());
+            // Not related to its caption: a reader would say that in the name's place, and so
+            // each volume twice.
+            arranged.push_back(newElement(frame, view, state.window.originOnScreen));
+        }
+        stateOf(arranged.back().get()).indexInParent = static_cast<int>(arranged.size()) - 1;
+    }
+    state.elements = std::move(arranged);
+    state.elementOfView.clear();
+    for (std::size_t i = 0; i < views.size(); ++i)
+        state.elementOfView[views[i].get()] = state.elements[i].get();
+    for (const std::size_t index : added) {
+        tellChild(frame, "children-changed::add", index, state.elements[index].get());
+        announce(state.elements[index].get());
+    }
+}
+
+}  // namespace
+
+void tellFrameChanges(AtkObject* frame) {
+    const Views views = accessibilityElements(frameState(frame).window.content);
+    if (!isUpToDate(frameState(frame), views)) arrangeElements(frame, views);
+    // By index and by reference: whoever is told may ask for anything meanwhile.
+    for (std::size_t i = 0; i < frameState(frame).elements.size(); ++i) {
+        const AtkObjectPtr element(ATK_OBJECT(g_object_ref(frameState(frame).elements[i].get())));
+        tellChanges(element.get());
+    }
+}
+
+}  // namespace windowing

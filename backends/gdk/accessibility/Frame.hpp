@@ -5,7 +5,9 @@
 #include <unordered_map>
 #include <vector>
 
-/// What a window and its elements are to assistive technology: a flat list, in document order.
+namespace windowing {
+
+/// A window and its elements for assistive technology: a flat list, in document order.
 struct FrameState {
     AccessibleWindow window;
     WindowActivity activity = WindowActivity::Inactive;
@@ -13,22 +15,16 @@ struct FrameState {
     std::unordered_map<const UIView*, AtkObject*> elementOfView;
 };
 
-struct TarnwickFrame {
-    AtkObject parent;
-    FrameState state;
-};
-struct TarnwickFrameClass {
-    AtkObjectClass parent;
-};
-GType tarnwick_frame_get_type();
-
 /// A window as an object of the accessibility library, below `parent`.
 AtkObjectPtr newFrame(AtkObject* parent, const AccessibleWindow& window);
 
 FrameState& frameState(gpointer frame);
 
-/// Brings the list of elements up to date and tells of every change.
+/// Updates the list of elements and announces every change.
 void tellFrameChanges(AtkObject* frame);
 void tellFrameActivity(AtkObject* frame, WindowActivity activity);
-/// Tells that the window has opened, whether it has the keyboard and on what, and its notices.
+/// Announces that the window has opened, whether it has the keyboard focus and where, and its
+/// notices.
 void tellFrameOpening(AtkObject* frame);
+
+}  // namespace windowing

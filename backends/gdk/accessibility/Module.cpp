@@ -1,8 +1,9 @@
 #include "backends/gdk/accessibility/Application.hpp"
 #include "backends/gdk/accessibility/Frame.hpp"
-#include "backends/gdk/accessibility/KeyListeners.hpp"
 
 #include <atk-bridge.h>
+
+namespace windowing {
 
 namespace {
 
@@ -35,3 +36,5 @@ extern "C" __attribute__((visibility("default"))) AccessibilityBridge* tarnwick_
     if (atk_bridge_adaptor_init(nullptr, nullptr) != 0) return nullptr;
     return std::make_unique<Bridge>(window).release();
 }
+
+}  // namespace windowing

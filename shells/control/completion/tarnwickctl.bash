@@ -32,12 +32,14 @@ _tarnwickctl() {
     esac
 
     if [[ $cur == --* ]]; then
-        COMPREPLY=($(compgen -W '--json --server --timeout --wait --changes-only --preferences
+        COMPREPLY=($(compgen -W '--json --server --timeout --wait --changes-only --permanent --preferences
             --model --help --version' -- "$cur"))
     elif [[ ! $command ]]; then
-        COMPREPLY=($(compgen -W 'list get set mute unmute toggle watch check' -- "$cur"))
+        COMPREPLY=($(compgen -W 'list get set mute unmute toggle watch check outputs' -- "$cur"))
     elif [[ $command =~ ^([gs]et|(un)?mute|toggle)$ && $operands == 0 ]]; then
         _tarnwickctl_categories "$1"
+    elif [[ $command == outputs && $operands == 0 ]]; then
+        COMPREPLY=($(compgen -W 'on off status adopt' -- "$cur"))
     elif [[ $command == set && $operands == 1 ]]; then
         COMPREPLY=($(compgen -W '+5% -5% 0% 25% 50% 75% 100%' -- "$cur"))
     fi

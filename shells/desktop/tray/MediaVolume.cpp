@@ -6,17 +6,41 @@
 #include "platform/foundation/NSNotificationCenter.hpp"
 
 #include <algorithm>
+#include <cmath>
+#include <cstdlib>
 #include <string_view>
 
+namespace desktop {
 namespace {
 
-constexpr const char* category = "Audio/Video";
+constexpr const char* category = AudioCategory::audioVideo;
 constexpr float volumeOutOfSilence = 0.5F;
 
 class Observer : public NSObject {
  public:
     std::string_view className() const override { return "MediaVolumeObserver"; }
 };
+
+constexpr float oneThird = 1.0F / 3;
+constexpr float twoThirds = 2.0F / 3;
+
+const char* iconFor(float fraction) {
+    if (!(fraction > 0)) return "audio-volume-muted-symbolic";
+    if (fraction <= oneThird) return "audio-volume-low-symbolic";
+    if (fraction <= twoThirds) return "audio-volume-medium-symbolic";
+    return "audio-volume-high-symbolic";
+}
+
+constexpr float changeOfANotch = 0.05F;
+// One family of hosts counts eighths of a degree, positive away from the user; the other counts
+// notches, positive towards the user. No turn has so many notches or so few eighths between two
+// messages that the two could be confused.
+constexpr int eighthsOfANotch = 120;
+constexpr int leastEighths = 15;
+
+bool isHorizontal(std::string_view orientation) {
+    return orientation.starts_with('h') || orientation.starts_with('H');
+}
 
 }  // namespace
 
@@ -69,3 +93,19 @@ void MediaVolume::toggleSilence() {
     else
         service->setVolumeTo(volumeOutOfSilence, category);
 }
+
+TrayLook trayLook(const std::string& title, std::optional<float> fraction) {
+    if (!fraction) return {iconFor(0), unknownCaptionText(title)};
+    const float percent = std::fmax(0.0F, std::fmin(1.0F, *fraction)) * 100;
+    return {iconFor(*fraction), captionText(title, percent, Percentage::Shown)};
+}
+
+float volumeChangeByScroll(int delta, std::string_view orientation) {
+    if (isHorizontal(orientation)) return 0;
+    const bool inEighths = delta >= leastEighths || delta <= -leastEighths;
+    const auto turn = static_cast<float>(delta);
+    const float notchesAway = inEighths ? turn / eighthsOfANotch : -turn;
+    return std::clamp(notchesAway * changeOfANotch, -1.0F, 1.0F);
+}
+
+}  // namespace desktop

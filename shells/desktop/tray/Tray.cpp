@@ -1,9 +1,18 @@
 #include "shells/desktop/tray/Tray.hpp"
 
-#include "shells/desktop/tray/TrayScroll.hpp"
+#include "shells/common/Translation.hpp"
+#include "shells/desktop/tray/MediaVolume.hpp"
+
+namespace desktop {
 
 Tray::Icon::Icon(GDBusConnection* bus, const Handlers& handlers)
-    : menu(bus, {{"Open the Mixer", handlers.show}, {"Quit", handlers.quit}}, handlers.menuOpened),
+    : menu(bus,  // TRANSLATORS: In the menu of the icon in the tray.
+           {{shell::translated("Open the Mixer"), handlers.show},
+            // TRANSLATORS: In the menu of the icon in the tray.
+            {shell::translated("Settings…"), handlers.settings},
+            // TRANSLATORS: In the menu of the icon in the tray.
+            {shell::translated("Quit"), handlers.quit}},
+           handlers.menuOpened),
       item(bus, [this] { return trayLook(volume.title(), volume.fraction()); },
            {handlers.toggle, [this] { volume.toggleSilence(); },
             [this](int delta, std::string_view orientation) {
@@ -29,3 +38,5 @@ void Tray::refresh() {
     icon_->volume.readName();
     icon_->item.lookAgain();
 }
+
+}  // namespace desktop

@@ -8,15 +8,18 @@
 #include <functional>
 #include <optional>
 
-/// The mixer's icon in the session's tray: tells the media volume, changes it by the wheel, and
-/// calls the drawer. Main thread.
+namespace desktop {
+
+/// The mixer's icon in the session's tray: shows the media volume, changes it by the wheel, and
+/// opens the drawer. Main thread.
 class Tray {
  public:
-    /// May end the tray.
+    /// Each of them may destroy the tray.
     struct Handlers {
-        std::function<void(int x, int y)> toggle;  ///< Points of the screen, near the icon.
+        std::function<void(int x, int y)> toggle;  ///< Screen points, near the icon.
         std::function<void()> menuOpened;          ///< The pointer may be on the icon.
         std::function<void()> show;                ///< By the menu.
+        std::function<void()> settings;            ///< By the menu, as the next one.
         std::function<void()> quit;
         std::function<void()> presenceChanged;
     };
@@ -24,11 +27,11 @@ class Tray {
     Tray(GDBusConnection* bus, const Handlers& handlers);
 
     TrayHost::Presence presence() const { return host_.presence(); }
-    /// Looks at the volume and at its name again, where no notification told of it.
+    /// Reads the volume and its name again, when no notification announced a change.
     void refresh();
 
  private:
-    /// What the tray gets to see.
+    /// What the tray shows, and the volume behind it.
     struct Icon {
         Icon(GDBusConnection* bus, const Handlers& handlers);
 
@@ -37,6 +40,8 @@ class Tray {
         TrayItem item;
     };
 
-    std::optional<Icon> icon_;  ///< From when there is a tray on.
+    std::optional<Icon> icon_;  ///< Set once there is a tray.
     TrayHost host_;
 };
+
+}  // namespace desktop

@@ -1,9 +1,10 @@
 #include "shells/desktop/tray/TrayHost.hpp"
 
-#include "backends/bus/BusCall.hpp"
+#include "backends/bus/Bus.hpp"
 
 #include <utility>
 
+namespace desktop {
 namespace {
 
 constexpr const char* watcherName = "org.kde.StatusNotifierWatcher";
@@ -13,7 +14,7 @@ constexpr const char* watcherInterface = "org.kde.StatusNotifierWatcher";
 }  // namespace
 
 TrayHost::TrayHost(GDBusConnection* bus, Handlers handlers)
-    : bus_(shareBus(bus)),
+    : bus_(bus::shareBus(bus)),
       cancellable_(g_cancellable_new()),
       handlers_(std::move(handlers)),
       owner_(bus, watcherName, [this](bool hasOwner) { ownerChanged(hasOwner); }),
@@ -33,14 +34,14 @@ void TrayHost::ownerChanged(bool hasOwner) {
 void TrayHost::askForHost() {
     const auto answered = [this](GVariant* answer) {
         if (!answer) return setPresence(Presence::Absent);
-        const BusValue boxed(g_variant_get_child_value(answer, 0));
-        const BusValue value(g_variant_get_variant(boxed.get()));
+        const bus::BusValue boxed(g_variant_get_child_value(answer, 0));
+        const bus::BusValue value(g_variant_get_variant(boxed.get()));
         hostAnswered(g_variant_is_of_type(value.get(), G_VARIANT_TYPE_BOOLEAN) != FALSE &&
                      g_variant_get_boolean(value.get()) != FALSE);
     };
-    callOnBus(bus_.get(), {watcherName, watcherPath, "org.freedesktop.DBus.Properties", "Get"},
-              g_variant_new("(ss)", watcherInterface, "IsStatusNotifierHostRegistered"),
-              G_VARIANT_TYPE("(v)"), cancellable_.get(), answered);
+    bus::callOnBus(bus_.get(), {watcherName, watcherPath, "org.freedesktop.DBus.Properties", "Get"},
+                   g_variant_new("(ss)", watcherInterface, "IsStatusNotifierHostRegistered"),
+                   G_VARIANT_TYPE("(v)"), cancellable_.get(), answered);
 }
 
 void TrayHost::hostAnswered(bool isThere) {
@@ -59,3 +60,5 @@ void TrayHost::setPresence(Presence presence) {
     const auto changed = handlers_.presenceChanged;  // A copy: it may end this.
     changed();
 }
+
+}  // namespace desktop

@@ -1,25 +1,25 @@
 #pragma once
 
-#include "backends/bus/BusNameWatch.hpp"
-#include "backends/bus/BusSignal.hpp"
+#include "backends/bus/Bus.hpp"
 
 #include <functional>
 
-/// The session's tray as a service: whether there is one, and whether somebody shows what is in it.
-/// Main thread.
+namespace desktop {
+
+/// The session's tray service: whether it exists, and whether a host shows its items. Main thread.
 class TrayHost {
  public:
     enum class Presence { Unknown, Absent, Present };
     struct Handlers {
-        /// The tray has come, or come back: what it shall show must be on the bus afterwards.
+        /// The tray has appeared: register the item with it.
         std::function<void()> came;
         std::function<void()> presenceChanged;  ///< May end this.
     };
 
-    /// Begins to look.
+    /// Starts watching for the tray.
     TrayHost(GDBusConnection* bus, Handlers handlers);
 
-    /// Whether somebody shows the item.
+    /// Whether a host shows the item.
     Presence presence() const { return presence_; }
 
  private:
@@ -28,11 +28,13 @@ class TrayHost {
     void hostAnswered(bool isThere);
     void setPresence(Presence presence);
 
-    BusConnection bus_;
-    BusCancellable cancellable_;
+    bus::BusConnection bus_;
+    bus::BusCancellable cancellable_;
     Handlers handlers_;
     Presence presence_ = Presence::Unknown;
     bool isRegistered_ = false;
-    BusNameWatch owner_;
-    BusSignal changes_;
+    bus::BusNameWatch owner_;
+    bus::BusSignal changes_;
 };
+
+}  // namespace desktop

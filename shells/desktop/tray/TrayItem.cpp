@@ -1,11 +1,12 @@
 #include "shells/desktop/tray/TrayItem.hpp"
 
 #include "platform/foundation/PrintableText.hpp"
-#include "shells/common/ApplicationId.hpp"
+#include "shells/common/Installation.hpp"
 #include "shells/desktop/tray/TrayMenu.hpp"
 
 #include <utility>
 
+namespace desktop {
 namespace {
 
 constexpr const char* itemIdentifier = "tarnwick";
@@ -100,7 +101,7 @@ void TrayItem::answerCall(GDBusConnection* /*bus*/, const char* /*sender*/, cons
     // Copies: what they call may end the item and, with the answer, the arguments.
     const Handlers handlers = static_cast<const TrayItem*>(item)->handlers_;
     const std::string name = method;
-    const BusValue values(g_variant_ref(arguments));
+    const bus::BusValue values(g_variant_ref(arguments));
     g_dbus_method_invocation_return_value(invocation, nullptr);
     act(handlers, name, values.get());
 }
@@ -118,8 +119,10 @@ GVariant* TrayItem::property(GDBusConnection* /*bus*/, const char* /*sender*/, c
                              printableLine(look.text).c_str(), "");
     const char* text = property == "Category"   ? "Hardware"
                        : property == "Id"       ? itemIdentifier
-                       : property == "Title"    ? applicationName
+                       : property == "Title"    ? shell::applicationName
                        : property == "IconName" ? look.icon.c_str()
                                                 : "Active";
     return g_variant_new_string(text);
 }
+
+}  // namespace desktop

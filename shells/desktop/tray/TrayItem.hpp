@@ -1,23 +1,25 @@
 #pragma once
 
 #include "backends/bus/Bus.hpp"
-#include "platform/foundation/OneShotTimer.hpp"
-#include "shells/desktop/tray/TrayLook.hpp"
+#include "platform/foundation/NSRunLoop.hpp"
+#include "shells/desktop/tray/MediaVolume.hpp"
 
 #include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 
+namespace desktop {
+
 /// The icon as a tray's host sees it on the bus. Main thread.
 class TrayItem {
  public:
     static constexpr const char* objectPath = "/StatusNotifierItem";
-    /// The host is told at most so often: it asks for everything anew each time, and in a drag the
-    /// volume is another at each frame.
+    /// The shortest time between signals to the host, in seconds: it requests everything again
+    /// after each, and a drag changes the volume at each frame.
     static constexpr double pauseSeconds = 0.1;
 
-    /// What the user does with the icon; x and y are points of the screen, near the icon.
+    /// The user's actions on the icon; x and y are screen points near the icon.
     struct Handlers {
         std::function<void(int x, int y)> activated;
         std::function<void()> secondaryActivated;
@@ -26,14 +28,14 @@ class TrayItem {
 
     using Look = std::function<TrayLook()>;
 
-    /// `look` answers what the icon shows now.
+    /// `look` returns what the icon shows now.
     TrayItem(GDBusConnection* bus, Look look, Handlers handlers);
 
-    /// It may show another volume: tells the host what is another now, or after the pause. Where
-    /// nobody shows the icon it does not even look.
+    /// The volume may have changed: signals the changes to the host, now or after the pause. Does
+    /// not even look while no host shows the icon.
     void lookAgain();
-    /// Whether a host shows the icon. One that comes is told all: it may have looked before that
-    /// was known.
+    /// Whether a host shows the icon. A new host is sent everything, since it may have looked
+    /// before.
     void setShown(bool shown);
 
  private:
@@ -46,7 +48,7 @@ class TrayItem {
 
     void tell();
 
-    /// What the host was told; to whoever else asks, what is now.
+    /// The state that the host was sent last; the current one for other callers.
     TrayLook shownLook() const { return told_ ? *told_ : look_(); }
 
     Look look_;
@@ -54,5 +56,7 @@ class TrayItem {
     double toldSeconds_ = 0;        ///< On the run loop's clock.
     OneShotTimer pause_;
     Handlers handlers_;
-    BusObject object_;
+    bus::BusObject object_;
 };
+
+}  // namespace desktop

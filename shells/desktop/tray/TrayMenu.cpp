@@ -1,8 +1,11 @@
 #include "shells/desktop/tray/TrayMenu.hpp"
 
+#include "shells/common/Translation.hpp"
+
 #include <string_view>
 #include <utility>
 
+namespace desktop {
 namespace {
 
 // The menu's root has the number 0, its entries those from 1 on.
@@ -52,7 +55,7 @@ GVariant* labelled(const std::string& label) {
     return g_variant_builder_end(&builder);
 }
 
-/// Of the root: that it has a menu below it.
+/// The properties of the root: it has a submenu.
 GVariant* submenu() {
     GVariantBuilder builder;
     g_variant_builder_init(&builder, G_VARIANT_TYPE_VARDICT);
@@ -83,7 +86,7 @@ GVariant* TrayMenu::layout() const {
     return g_variant_new("(u(i@a{sv}av))", revision, rootIdentifier, submenu(), &children);
 }
 
-/// Of all, where none is named.
+/// The properties of the named entries; of all entries if none is named.
 GVariant* TrayMenu::propertiesOf(GVariant* identifiers) const {
     const gsize asked = g_variant_n_children(identifiers);
     const auto isAsked = [&](int identifier) {
@@ -115,7 +118,7 @@ void TrayMenu::chooseAll(GVariant* events) const {
     for (gsize i = 0; i < g_variant_n_children(events); ++i) {
         int identifier = 0;
         const char* kind = nullptr;
-        const BusValue event(g_variant_get_child_value(events, i));
+        const bus::BusValue event(g_variant_get_child_value(events, i));
         g_variant_get(event.get(), "(i&svu)", &identifier, &kind, nullptr, nullptr);
         if (std::string_view(kind) == "clicked") return choose(identifier);
     }
@@ -139,7 +142,7 @@ void TrayMenu::answerCall(GDBusConnection* /*bus*/, const char* /*sender*/, cons
         return answer(g_variant_new("(aiai)", nullptr, nullptr));
     }
     if (method == "GetGroupProperties") {
-        const BusValue identifiers(g_variant_get_child_value(arguments, 0));
+        const bus::BusValue identifiers(g_variant_get_child_value(arguments, 0));
         return answer(menu.propertiesOf(identifiers.get()));
     }
     if (method == "Event") {
@@ -152,7 +155,7 @@ void TrayMenu::answerCall(GDBusConnection* /*bus*/, const char* /*sender*/, cons
         return;
     }
     if (method == "EventGroup") {
-        const BusValue events(g_variant_get_child_value(arguments, 0));
+        const bus::BusValue events(g_variant_get_child_value(arguments, 0));
         answer(g_variant_new("(ai)", nullptr));
         return menu.chooseAll(events.get());
     }
@@ -167,6 +170,11 @@ GVariant* TrayMenu::property(GDBusConnection* /*bus*/, const char* /*sender*/, c
     const std::string_view property = name;
     if (property == "Version") return g_variant_new_uint32(protocolVersion);
     if (property == "Status") return g_variant_new_string("normal");
-    if (property == "TextDirection") return g_variant_new_string("ltr");
+    if (property == "TextDirection") {
+        const bool fromRight = shell::writingDirection() == shell::WritingDirection::RightToLeft;
+        return g_variant_new_string(fromRight ? "rtl" : "ltr");
+    }
     return g_variant_new_strv(nullptr, 0);
 }
+
+}  // namespace desktop

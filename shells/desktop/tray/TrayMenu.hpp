@@ -6,7 +6,9 @@
 #include <string>
 #include <vector>
 
-/// The menu behind the tray's icon, for the host to draw. Main thread.
+namespace desktop {
+
+/// The menu of the tray's icon, which the host draws. Main thread.
 class TrayMenu {
  public:
     struct Entry {
@@ -32,5 +34,7 @@ class TrayMenu {
 
     std::vector<Entry> entries_;
     std::function<void()> opened_;
-    BusObject object_;
+    bus::BusObject object_;
 };
+
+}  // namespace desktop

@@ -8,6 +8,7 @@ answers one line each, the headset's state:
     connect | disconnect | volume 0..127 (its buttons, for music) | gain 0..15 (for calls) | state
 """
 
+import functools
 import os
 import socket
 import sys
@@ -76,6 +77,10 @@ def texts(values):
 
 def variants(values):
     return dbus.Dictionary(values, signature="sv")
+
+
+def ignore(*_answer):
+    """An answer that changes nothing; a server that ends fails the call."""
 
 
 class Published(dbus.service.Object):
@@ -324,17 +329,30 @@ class Headset(Published):
             self.calls.close()
             self.calls = None
 
+    # Nothing here waits for the server's answer: it may be waiting for one of this program's own,
+    # as PulseAudio does while it acquires or releases a transport.
+
     def offer_music(self):
         if not self.connected or self.transport:
             return
         for name, application in self.bluez.endpoints:
-            objects = self.bluez.remote(name, application, MANAGER).GetManagedObjects()
-            for path, interfaces in objects.items():
-                endpoint = interfaces.get(ENDPOINT)
-                if endpoint and endpoint["UUID"] == SOURCE and endpoint["Codec"] == SBC:
-                    remote = self.bluez.remote(name, path, ENDPOINT)
-                    chosen = remote.SelectConfiguration(SBC_CAPABILITIES, signature="ay")
-                    return self.configure(name, path, chosen)
+            self.bluez.remote(name, application, MANAGER).GetManagedObjects(
+                reply_handler=functools.partial(self.choose_endpoint, name),
+                error_handler=ignore)
+
+    def choose_endpoint(self, name, objects):
+        for path, interfaces in objects.items():
+            endpoint = interfaces.get(ENDPOINT)
+            if endpoint and endpoint["UUID"] == SOURCE and endpoint["Codec"] == SBC:
+                self.bluez.remote(name, path, ENDPOINT).SelectConfiguration(
+                    SBC_CAPABILITIES, signature="ay",
+                    reply_handler=functools.partial(self.take_configuration, name, path),
+                    error_handler=ignore)
+                return
+
+    def take_configuration(self, name, endpoint, chosen):
+        if self.connected and not self.transport:
+            self.configure(name, endpoint, chosen)
 
     def configure(self, name, endpoint, configuration):
         self.drop_transport()
@@ -343,18 +361,16 @@ class Headset(Published):
             self.bluez, f"{HEADSET}/fd{self.transports}", (name, endpoint), configuration)
         self.bluez.remote(name, endpoint, ENDPOINT).SetConfiguration(
             dbus.ObjectPath(self.transport.path),
-            variants(self.transport.interfaces[TRANSPORT]))
+            variants(self.transport.interfaces[TRANSPORT]),
+            reply_handler=ignore, error_handler=ignore)
 
     def drop_transport(self):
         if not self.transport:
             return
         dropped, self.transport = self.transport, None
         dropped.close()
-        try:
-            self.bluez.remote(*dropped.owner, ENDPOINT).ClearConfiguration(
-                dbus.ObjectPath(dropped.path))
-        except dbus.exceptions.DBusException:
-            pass  # It is ending too.
+        self.bluez.remote(*dropped.owner, ENDPOINT).ClearConfiguration(
+            dbus.ObjectPath(dropped.path), reply_handler=ignore, error_handler=ignore)
         dropped.withdraw()
 
     def offer_calls(self):
