@@ -156,14 +156,11 @@ int choose(RoleOutputs& outputs, Service& service, const Request& request) {
     return isDone ? EXIT_SUCCESS : complainOfState(outputs);
 }
 
-/// The session manager moves streams some time after the server has confirmed it.
 int adopt(RoleOutputs& outputs, Service& service, const Request& request, Output& output) {
     if (outputs.state() != OutputsState::Apart) return complainOfState(outputs);
     const std::size_t before = outputs.strays().size();
     outputs.adopt();
     if (!waitFor([&] { return !outputs.isBusy(); }, service, request)) return exitCannot;
-    Service::waitUntil([&] { return !isConnected(service) || outputs.strays().empty(); },
-                       request.timeoutSeconds);
     const std::vector<RoleOutputs::Stray> left = outputs.strays();
     if (left.size() < before) {
         const std::size_t moved = before - left.size();

@@ -159,7 +159,23 @@ TEST_P(PulseOutputs, ListAndAdoptTheStreamsThatPlayPastThem) {
     EXPECT_EQ(outputs().strays().front().sink, "spk");
     outputs().adopt();
     EXPECT_TRUE(waitUntil([&] { return !outputs().isBusy(); }));
-    EXPECT_TRUE(waitUntil([&] { return outputs().strays().empty(); }));
+    EXPECT_TRUE(outputs().strays().empty());
+}
+
+// A session manager that is busy with a stream loses its move, while the server says that it is
+// done. Here the stream is sent back at once.
+TEST_P(PulseOutputs, AdoptAStreamWhoseFirstMoveIsLost) {
+    if (!isPipeWire()) return;
+    startBoth();
+    ASSERT_TRUE(choose(Choice::Apart));
+    OtherProgram program(server_->address());
+    const auto sound = program.play({.sink = "spk"});
+    ASSERT_TRUE(waitUntil([&] { return outputs().strays().size() == 1; }));
+    outputs().adopt();
+    ASSERT_TRUE(waitUntil([&] { return outputs().strays().empty(); }));
+    server_->pactl({"move-sink-input", sound->index(), "spk"});
+    EXPECT_TRUE(waitUntil([&] { return !outputs().isBusy(); }));
+    EXPECT_TRUE(outputs().strays().empty());
 }
 
 // Whoever comes next finishes what was begun, and until then nothing is louder than it was.

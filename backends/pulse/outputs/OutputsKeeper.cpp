@@ -53,7 +53,7 @@ void OutputsKeeper::begin(ConnectedServer& server) {
 void OutputsKeeper::end() {
     server_ = nullptr;
     run_.reset();
-    adopting_ = 0;
+    adoption_.reset();
     timer_.cancel();
     memory_ = {.levels = std::move(memory_.levels)};
     if (file_) file_->unlock();
@@ -315,16 +315,37 @@ void OutputsKeeper::finish() {
 }
 
 void OutputsKeeper::adopt() {
-    if (!server_) return;
-    for (const StrayStream& stray : strayStreams(mirror_)) {
-        ++adopting_;
-        server_->moveSinkInput(stray.stream->index, stray.belongsTo->name(), [this](int) {
-            server_->read({Part::SinkInputs}, [this] {
-                --adopting_;
-                tellIfChanged();
-            });
+    if (!server_ || adoption_) return;
+    adoption_.emplace();
+    moveStrays();
+}
+
+/// Until no stream is left, or those that are left do not stay where they are moved. A session
+/// manager that is busy with a stream may lose its move.
+void OutputsKeeper::moveStrays() {
+    const std::vector<StrayStream> strays = strayStreams(mirror_);
+    if (strays.empty() || ++adoption_->tries > longestTries) {
+        adoption_.reset();
+        return tellIfChanged();
+    }
+    adoption_->answersMissing = strays.size();
+    for (const StrayStream& stray : strays) {
+        const std::uint32_t index = stray.stream->index;
+        // An order that repeats the last one changes nothing and is not heard.
+        if (adoption_->tries > 1)
+            server_->moveSinkInput(index, mirror_.sinkOf(*stray.stream)->name, [](int) {});
+        server_->moveSinkInput(index, stray.belongsTo->name(), [this](int) {
+            if (adoption_ && --adoption_->answersMissing == 0) movesAnswered();
         });
     }
+}
+
+void OutputsKeeper::movesAnswered() {
+    adoption_->pretence.start(mirror_.server.pipeWire ? pretendedSeconds : 0, [this] {
+        server_->read({Part::SinkInputs}, [this] {
+            if (adoption_) moveStrays();
+        });
+    });
 }
 
 RoleOutputs::State OutputsKeeper::state() const {
@@ -376,7 +397,7 @@ bool OutputsKeeper::isOffered() const {
 
 std::string OutputsKeeper::tellable() const {
     return std::to_string(static_cast<int>(state())) + (isOffered() ? " offered " : " ") +
-           failure_.value_or("") + std::to_string(adopting_);
+           failure_.value_or("") + (adoption_ ? " adopting" : "");
 }
 
 // Later, as the handler may destroy whoever calls this.

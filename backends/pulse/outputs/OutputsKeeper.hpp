@@ -28,6 +28,9 @@ class OutputsKeeper final : public RoleOutputs {
     /// Seconds between two looks at the server, and at another process's lock.
     static constexpr double lookSeconds = 0.004;
     static constexpr double lockedSeconds = 0.02;
+    /// For how long after a move PipeWire shows the stream on its new output, whether or not the
+    /// session manager has moved it: its PulseAudio server pretends so for a second.
+    static constexpr double pretendedSeconds = 1.2;
 
     /// `mirror` outlives the keeper.
     explicit OutputsKeeper(const ServerMirror& mirror) : mirror_(mirror) {}
@@ -48,7 +51,7 @@ class OutputsKeeper final : public RoleOutputs {
     bool isPermanent() const override;
     void decline() override;
     void adopt() override;
-    bool isBusy() const override { return request_ || adopting_ > 0 || run_.has_value(); }
+    bool isBusy() const override { return request_ || adoption_ || run_.has_value(); }
 
  private:
     /// A step that was sent, and what became of it.
@@ -63,6 +66,13 @@ class OutputsKeeper final : public RoleOutputs {
         int tries = 1;
         int answersMissing = 0;
         double sentSeconds = 0;
+    };
+
+    /// The streams that play past their outputs are being moved.
+    struct Adoption {
+        int tries = 0;
+        std::size_t answersMissing = 0;
+        OneShotTimer pretence;
     };
 
     bool mayAct() const { return server_ && server_->isLocal() && !isStuck_; }
@@ -80,6 +90,8 @@ class OutputsKeeper final : public RoleOutputs {
     void giveUp(const std::vector<std::size_t>& missing);
     void fail(const std::string& reason);
     void finish();
+    void moveStrays();
+    void movesAnswered();
     /// What changes are told of.
     std::string tellable() const;
     void tellIfChanged();
@@ -92,7 +104,7 @@ class OutputsKeeper final : public RoleOutputs {
     OutputsMemory memory_;
     bool follows_ = false;
     std::optional<OutputsJournal::Choice> request_;
-    int adopting_ = 0;      // Moves that are not answered yet.
+    std::optional<Adoption> adoption_;
     bool isStuck_ = false;  // After a failure, until a request or another server.
     std::optional<Run> run_;
     NSString failure_;
