@@ -5,6 +5,9 @@
 #include "shells/settings/CategoryWords.hpp"
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <system_error>
 #include <utility>
 
 namespace settings {
@@ -38,6 +41,17 @@ GtkWidget* menuButton() {
     gtk_widget_add_css_class(button, "flat");
     gtk_widget_set_tooltip_text(button, shell::translated("More"));
     return button;
+}
+
+/// Whether the user has never been asked, who is taken to be asked now. An answer that cannot be
+/// kept would be asked for at each start, so then nothing is asked.
+bool isAskedForTheFirstTime() {
+    const std::filesystem::path asked =
+        std::filesystem::path(g_get_user_state_dir()) / "tarnwick" / "row-names-offered";
+    std::error_code error;
+    if (std::filesystem::exists(asked, error) || error) return false;
+    std::filesystem::create_directories(asked.parent_path(), error);
+    return std::ofstream(asked).is_open();
 }
 
 }  // namespace
@@ -160,9 +174,33 @@ RowsPage::RowsPage(CategoriesFile& file, Handlers handlers)
     list_ = objectIn<GtkListBox>(builder.get(), "list");
     onSignal(objectIn<GtkButton>(builder.get(), "add"), "clicked", [this] { handlers_.add(); });
     refresh();
+    offerNames(builder.get());
 }
 
 RowsPage::~RowsPage() = default;
+
+/// The list that a new user begins with has the same names in every language.
+void RowsPage::offerNames(GtkBuilder* builder) {
+    names_ = objectIn<GtkWidget>(builder, "names");
+    if (file_.state().kind != FileState::Kind::Missing || !isAskedForTheFirstTime()) return;
+    std::string names;
+    for (const CategoryRecord& row : shown_)
+        names += (names.empty() ? "" : " · ") + captionFor(row.categoryName().value_or(""));
+    adw_action_row_set_subtitle(objectIn<AdwActionRow>(builder, "new-names"),
+                                Text(g_markup_escape_text(names.c_str(), -1)).get());
+    onSignal(objectIn<GtkButton>(builder, "use-names"), "clicked", [this] { useNames(); });
+    onSignal(objectIn<GtkButton>(builder, "keep-names"), "clicked",
+             [this] { gtk_widget_set_visible(names_, FALSE); });
+    gtk_widget_set_visible(names_, TRUE);
+}
+
+void RowsPage::useNames() {
+    gtk_widget_set_visible(names_, FALSE);
+    Trouble trouble;
+    for (std::size_t i = 0; i < shown_.size() && !trouble; ++i)
+        trouble = file_.setCaption(i, captionFor(shown_[i].categoryName().value_or("")));
+    tellOf(trouble);
+}
 
 bool RowsPage::showsSameRows() const {
     return std::ranges::equal(rows_, shown_,

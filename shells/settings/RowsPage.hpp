@@ -49,6 +49,8 @@ class RowsPage {
         FocusedText text = FocusedText::AsItIs;
     };
 
+    void offerNames(GtkBuilder* builder);
+    void useNames();
     void refreshSoon();
     void focus();
     bool showsSameRows() const;
@@ -66,6 +68,7 @@ class RowsPage {
     SoundInventory* inventory_ = nullptr;
     Handlers handlers_;
     Ref<AdwPreferencesPage> page_;
+    GtkWidget* names_ = nullptr;  ///< Offers simpler names, at the first start alone.
     GtkListBox* list_ = nullptr;
     CategoryList shown_;  ///< What the file held at the last refresh().
     std::vector<std::unique_ptr<Row>> rows_;

@@ -140,6 +140,27 @@ TEST_F(RowsPageTest, IsOpenedByTheMixerForTheSameFiles) {
     EXPECT_TRUE(rigs::waitUntil([&] { return screen.windowsOf("org.tarnwick.Settings").empty(); }));
 }
 
+TEST_F(RowsPageTest, OffersANewUserSimplerNamesOnce) {
+    const auto startAsNew = [&] {
+        std::filesystem::remove(files.categoryFile());
+        start();
+        ASSERT_TRUE(waitToShow("The output in use"));
+    };
+    startAsNew();
+    press("Use Them");
+    EXPECT_TRUE(rigs::waitUntil([&] {
+        const std::string list = contentsOf(files.categoryFile());
+        return list.find("<string>Media</string>") != std::string::npos &&
+               list.find("<string>Calls</string>") != std::string::npos &&
+               list.find("BT Headset") == std::string::npos;
+    })) << contentsOf(files.categoryFile());
+    EXPECT_FALSE(shows("Simpler names for the rows"));
+    program.signal(SIGTERM);
+    program.wait();
+    startAsNew();
+    EXPECT_FALSE(shows("Simpler names for the rows"));
+}
+
 TEST_F(RowsPageTest, HasANameForEveryControl) {
     start();
     rigs::runFor(0.5);  // Until nothing moves any more.

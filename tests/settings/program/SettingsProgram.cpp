@@ -82,7 +82,8 @@ void SettingsProgram::start(std::vector<std::string> arguments, const Environmen
                              {"NO_AT_BRIDGE", ""},
                              {"WAYLAND_DISPLAY", ""},
                              {"XDG_CACHE_HOME", folder.path() / "cache"},
-                             {"XDG_CONFIG_HOME", files.folder() / "config"}};
+                             {"XDG_CONFIG_HOME", files.folder() / "config"},
+                             {"XDG_STATE_HOME", files.folder() / "state"}};
     for (const Environment& some : {own, environment})
         for (const auto& [name, value] : some)
             all[name] = value;
