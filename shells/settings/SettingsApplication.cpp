@@ -6,7 +6,10 @@
 #include "shells/common/Translation.hpp"
 #include "shells/settings/SettingsWindow.hpp"
 
+#include <glib-unix.h>
+
 #include <array>
+#include <csignal>
 #include <cstdlib>
 
 namespace settings {
@@ -71,6 +74,15 @@ int SettingsApplication::run() {
     gtk_disable_setlocale();  // The program has chosen what it takes of the locale.
     if (gtk_init_check() == FALSE)
         return shell::complain(EXIT_FAILURE, shell::translated("there is no display"));
+    // An end from outside is a proper one too: what is kept in temporary files goes.
+    for (const int signal : {SIGHUP, SIGINT, SIGTERM})
+        g_unix_signal_add(
+            signal,
+            [](gpointer self) {
+                static_cast<SettingsApplication*>(self)->quit();
+                return gboolean{G_SOURCE_CONTINUE};
+            },
+            this);
     const int status = g_application_run(G_APPLICATION(application_.get()), 0, nullptr);
     window_.reset();
     return status;

@@ -3,6 +3,9 @@
 
 #include <X11/keysym.h>
 
+#include <csignal>
+#include <filesystem>
+
 namespace test {
 namespace {
 
@@ -159,6 +162,16 @@ TEST_F(RowsPageTest, OffersANewUserSimplerNamesOnce) {
     program.wait();
     startAsNew();
     EXPECT_FALSE(shows("Simpler names for the rows"));
+}
+
+TEST_F(RowsPageTest, LeavesNoTemporaryFilesWhenItIsTerminated) {
+    const std::filesystem::path temporary = files.folder() / "temporary";
+    std::filesystem::create_directory(temporary);
+    start({}, {{"TMPDIR", temporary}});
+    EXPECT_FALSE(std::filesystem::is_empty(temporary)) << "the preview has a folder of its own";
+    program.signal(SIGTERM);
+    program.wait();
+    EXPECT_TRUE(std::filesystem::is_empty(temporary));
 }
 
 TEST_F(RowsPageTest, HasANameForEveryControl) {
