@@ -94,16 +94,23 @@ TEST_P(ControlSet, OfARoleThatPlaysLasts) {
     outputOf({"set", "PhoneCall", "30%"});
 }
 
-// The wait for what the server keeps of a role was a tenth of a second, whatever the server said. A
-// busy machine makes some of the runs longer, and not all.
+// The wait for what the server keeps of a role was a tenth of a second, whatever the server said.
+// The program's own start takes as long on a busy machine, but not each time, and reading a volume
+// takes it too.
 TEST_P(ControlSet, OfEventSoundsEndsOnceTheServerShowsIt) {
-    double shortest = 1;
-    for (int percent = 10; percent <= 100; percent += 10) {
+    const auto secondsOf = [&](const Words& arguments) {
         const gint64 start = g_get_monotonic_time();
-        ASSERT_EQ(outputOf({"set", "Ringtone", std::to_string(percent) + "%"}), "");
-        shortest = std::min(shortest, double(g_get_monotonic_time() - start) / G_USEC_PER_SEC);
+        outputOf(arguments);
+        return static_cast<double>(g_get_monotonic_time() - start) / G_USEC_PER_SEC;
+    };
+    double shortestGet = 1;
+    double shortestSet = 1;
+    for (int percent = 10; percent <= 100; percent += 10) {
+        shortestGet = std::min(shortestGet, secondsOf({"get", "Ringtone"}));
+        shortestSet =
+            std::min(shortestSet, secondsOf({"set", "Ringtone", std::to_string(percent) + "%"}));
     }
-    EXPECT_LT(shortest, 0.09);
+    EXPECT_LT(shortestSet, shortestGet + 0.09);
 }
 
 TEST_P(ControlSet, ManyInARowAreAllThere) {

@@ -65,13 +65,13 @@ class OutputsFixture : public OnBothServers {
     bool isSettled() {
         return waitUntil([&] { return !controller_->isWriting(); });
     }
-    /// What is heard of the real output, once it stays the same.
+    /// What is heard of the real output, once there is a sound and it stays the same.
     static float heard(const rigs::RecordingStream& ear) {
         float last = -1;
         waitUntil([&] {
             runFor(0.06);
             const float now = ear.left();
-            return std::abs(std::exchange(last, now) - now) <= 0.001F * now;
+            return std::abs(std::exchange(last, now) - now) <= 0.001F * now && now > 0;
         });
         return last;
     }

@@ -47,6 +47,7 @@ TEST_P(PulseOutputs, GiveEachCategoryAVolumeOfItsOwn) {
     const auto ear = program.record("spk.monitor");
     std::map<std::string, float> full;
     const auto levelOf = [&](const std::string& category) {
+        EXPECT_TRUE(waitUntil([&] { return ear->left() == 0; })) << "the last one has ended";
         const auto stream = program.play({.role = roles.at(category), .level = 0.1F});
         return heard(*ear);
     };

@@ -22,7 +22,12 @@ class HeadlessFixture : public testing::Test {
                          {"--preferences", files.folder().string(), "--model", "iPhone6,1"});
         return program.emplace(arguments);
     }
-    Reply send(std::string_view command) { return program->send(command); }
+    Reply send(std::string_view command) {
+        Reply reply = program->send(command);
+        for (std::string& each : reply.happened())
+            allHappened.push_back(std::move(each));
+        return reply;
+    }
     /// Sends a command that is to succeed and answers its events as short texts.
     Happened expectOk(std::string_view command) {
         const Reply reply = send(command);
@@ -40,6 +45,7 @@ class HeadlessFixture : public testing::Test {
 
     MixerFiles files;
     std::optional<HeadlessProcess> program;
+    Happened allHappened;  ///< With any command since it was last cleared.
 
  private:
     static Json find(const Json& view, int tag) {
