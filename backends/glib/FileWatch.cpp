@@ -4,6 +4,7 @@
 #include <sys/inotify.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <system_error>
 #include <utility>
@@ -11,13 +12,15 @@
 namespace glib {
 namespace {
 
+namespace fs = std::filesystem;
+
 constexpr unsigned entryComes = IN_CREATE | IN_MOVED_TO;
 constexpr unsigned entryChanges = entryComes | IN_CLOSE_WRITE | IN_DELETE | IN_MOVED_FROM;
 constexpr unsigned folderGoes = IN_DELETE_SELF | IN_MOVE_SELF;
 
-bool isThere(const std::filesystem::path& path) {
+bool isThere(const fs::path& path) {
     std::error_code ignored;
-    return std::filesystem::exists(path, ignored);
+    return fs::exists(path, ignored);
 }
 
 }  // namespace
@@ -43,28 +46,50 @@ FileWatch::~FileWatch() {
     if (source_) g_source_remove(source_);
 }
 
-// Checks again for a folder that was created after the check and before the watch.
-void FileWatch::arm() {
-    for (;;) {
-        std::filesystem::path entry = file_;
+/// One for each link, and one for the file that they lead to.
+std::vector<FileWatch::Awaited> FileWatch::entriesOnTheWay() const {
+    constexpr int mostLinks = 40;  // As the kernel has it.
+    std::vector<Awaited> entries;
+    fs::path path = file_;
+    for (int links = 0; links <= mostLinks; ++links) {
+        fs::path entry = path;
         while (!isThere(entry.parent_path()) && entry.has_relative_path())
             entry = entry.parent_path();
-        awaited_ = {entry.parent_path(), entry.filename().string()};
-        watch(awaited_.folder);
-        if (entry == file_ || !isThere(entry)) return;
+        entries.push_back({entry.parent_path(), entry.filename().string()});
+        std::error_code error;
+        const fs::path target = fs::read_symlink(path, error);
+        if (error) break;
+        path = path.parent_path() / target;
     }
+    return entries;
 }
 
-void FileWatch::watch(const std::filesystem::path& folder) {
-    const int before = folderWatch_;
+// Looks again for what has come after the look and before the watch.
+void FileWatch::arm() {
     const unsigned entry = tell_ == Tell::EachChange ? entryChanges : entryComes;
-    folderWatch_ =
-        inotify_add_watch(events_.get(), folder.c_str(), entry | folderGoes | IN_ONLYDIR);
-    if (before >= 0 && before != folderWatch_) inotify_rm_watch(events_.get(), before);
+    std::vector<Awaited> old = std::exchange(awaited_, {});
+    const auto isSameEntry = [](const Awaited& one, const Awaited& other) {
+        return one.folder == other.folder && one.name == other.name;
+    };
+    for (std::vector<Awaited> now = entriesOnTheWay();
+         !std::ranges::equal(now, awaited_, isSameEntry); now = entriesOnTheWay()) {
+        old.insert(old.end(), awaited_.begin(), awaited_.end());
+        awaited_ = std::move(now);
+        // For a folder that is watched already, the kernel answers with that watch.
+        for (Awaited& each : awaited_)
+            each.watch = inotify_add_watch(events_.get(), each.folder.c_str(),
+                                           entry | folderGoes | IN_ONLYDIR);
+    }
+    for (const Awaited& each : old)
+        if (std::ranges::find(awaited_, each.watch, &Awaited::watch) == awaited_.end())
+            inotify_rm_watch(events_.get(), each.watch);
 }
 
-bool FileWatch::isAboutAwaited(const char* name, unsigned mask) const {
-    return (mask & folderGoes) || ((mask & entryChanges) && awaited_.name == name);
+bool FileWatch::isAboutAwaited(int watch, const char* name, unsigned mask) const {
+    return std::ranges::any_of(awaited_, [&](const Awaited& each) {
+        return each.watch == watch &&
+               ((mask & folderGoes) || ((mask & entryChanges) && each.name == name));
+    });
 }
 
 // Whether any event was about the awaited entry.
@@ -76,8 +101,7 @@ bool FileWatch::readEvents() {
             const auto* event = reinterpret_cast<const inotify_event*>(buffer.data() + place);
             // Where events were lost, any may have been about it.
             if (event->mask & IN_Q_OVERFLOW) concerned = true;
-            if (event->wd == folderWatch_)
-                concerned |= isAboutAwaited(event->len ? event->name : "", event->mask);
+            concerned |= isAboutAwaited(event->wd, event->len ? event->name : "", event->mask);
             place += static_cast<ssize_t>(sizeof(inotify_event) + event->len);
         }
     }

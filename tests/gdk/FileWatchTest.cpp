@@ -93,6 +93,25 @@ TEST_F(FileWatchTest, TellsThatTheFolderGoesWhereEachChangeIsAsked) {
     EXPECT_GT(callsAfterTurns(), before);
 }
 
+TEST_F(FileWatchTest, TellsOfWhatALinkLeadsToOverEachLinkOnTheWay) {
+    fs::create_directory(folder / "kept");
+    write(folder / "kept" / "file");
+    fs::create_symlink("kept/link", folder / "file");
+    fs::create_symlink("file", folder / "kept" / "link");
+    watch(folder / "file", FileWatch::Tell::EachChange);
+    write(folder / "kept" / "file");
+    EXPECT_EQ(callsAfterTurns(), 1);
+    write(folder / "kept" / "other");
+    EXPECT_EQ(callsAfterTurns(), 1);
+    fs::create_symlink("other", folder / "kept" / "new");
+    fs::rename(folder / "kept" / "new", folder / "kept" / "link");
+    EXPECT_EQ(callsAfterTurns(), 2);
+    write(folder / "kept" / "other");
+    EXPECT_EQ(callsAfterTurns(), 3);
+    write(folder / "kept" / "file");
+    EXPECT_EQ(callsAfterTurns(), 3) << "nothing leads there any more";
+}
+
 TEST_F(FileWatchTest, WaitsForTheFoldersAboveToo) {
     watch(folder / "run" / "pulse" / "native");
     fs::create_directory(folder / "run");
@@ -132,7 +151,8 @@ TEST_F(FileWatchTest, MayBeDestroyedByItsCall) {
 
 TEST_F(FileWatchTest, TakesPathsThatLeadNowhere) {
     write(folder / "file");
-    for (const fs::path& file : {fs::path("/"), folder / "file" / "native",
+    fs::create_symlink("loop", folder / "loop");
+    for (const fs::path& file : {fs::path("/"), folder / "loop", folder / "file" / "native",
                                  folder / std::string(5000, 'x'), fs::path("/proc/1/root/x")}) {
         watch(file);
         EXPECT_EQ(callsAfterTurns(), 0) << file;

@@ -13,7 +13,6 @@
 #include <cerrno>
 #include <chrono>
 #include <filesystem>
-#include <set>
 #include <thread>
 #include <tuple>
 #include <utility>
@@ -128,25 +127,10 @@ bool MixerFile::readAgain() {
 
 void MixerFile::setChangedHandler(std::function<void(ChangedBy)> handler) {
     handler_ = std::move(handler);
-    watch();
-}
-
-/// Watches the path, and the file that it leads to now.
-void MixerFile::watch() {
-    const fs::path target = targetOf(path_);
-    if (target == watchedTarget_) return;
-    watchedTarget_ = target;
-    watches_.clear();
-    const auto changed = [this] {
-        constexpr double settlingSeconds = 0.1;
-        settling_.start(settlingSeconds, [this] {
-            watch();
-            refresh();
-        });
-    };
-    for (const fs::path& each : std::set<fs::path>{path_, target})
-        watches_.push_back(
-            std::make_unique<glib::FileWatch>(each, changed, glib::FileWatch::Tell::EachChange));
+    constexpr double settlingSeconds = 0.1;
+    watch_ = std::make_unique<glib::FileWatch>(
+        path_, [this] { settling_.start(settlingSeconds, [this] { refresh(); }); },
+        glib::FileWatch::Tell::EachChange);
 }
 
 void MixerFile::refresh() {

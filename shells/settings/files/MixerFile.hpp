@@ -114,7 +114,6 @@ class MixerFile {
     bool hasRightRoot(const PropertyValue& root) const;
     Contents contentsOf(const std::string& path) const;
     bool readAgain();
-    void watch();
     Trouble locked(const std::function<Trouble()>& action);
     Trouble changeNow(const Change& change);
     Trouble replace(const std::string& bytes, Replace what);
@@ -125,8 +124,7 @@ class MixerFile {
     PropertyValue initial_;
     Contents shown_;
     std::function<void(ChangedBy)> handler_;
-    std::filesystem::path watchedTarget_;
-    std::vector<std::unique_ptr<glib::FileWatch>> watches_;  ///< Of the path, and behind links.
+    std::unique_ptr<glib::FileWatch> watch_;
     OneShotTimer settling_;
 };
 
