@@ -34,6 +34,16 @@ CategoryList initialCategoryList(const DeviceKind& device) {
     return list;
 }
 
+bool isInitialCategoryList(const PropertyValue& root) {
+    const auto isOf = [&](const DeviceKind& device) {
+        PropertyValue::Array records;
+        for (const CategoryRecord& record : initialCategoryList(device))
+            records.push_back(record.value());
+        return root == PropertyValue(std::move(records));
+    };
+    return isOf({}) || isOf({.isIpad = true});
+}
+
 CategoryList presentCategoryList() {
     std::optional<CategoryList> list = categoryListFromFile();
     return list ? *std::move(list) : initialCategoryList(currentDeviceKind());

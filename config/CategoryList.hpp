@@ -48,6 +48,9 @@ std::optional<CategoryList> categoryListFromFile();
 /// conferences.
 CategoryList initialCategoryList(const DeviceKind& device);
 
+/// Whether the root of a list is one of those, which the mixer itself wrote on some machine.
+bool isInitialCategoryList(const PropertyValue& root);
+
 /// The file's list; while there is no readable one, the list that a new user begins with on this
 /// machine. Never writes the file.
 CategoryList presentCategoryList();

@@ -102,17 +102,6 @@ struct Entry {
     }
 };
 
-/// Whether the mixer itself wrote that list, on any kind of machine.
-bool isInitialList(const PropertyValue& root) {
-    const auto isOf = [&](const DeviceKind& device) {
-        PropertyValue::Array records;
-        for (const CategoryRecord& record : initialCategoryList(device))
-            records.push_back(record.value());
-        return root == PropertyValue(std::move(records));
-    };
-    return isOf({}) || isOf({.isIpad = true});
-}
-
 /// The last kept file; empty for none.
 std::string lastKeptList() {
     std::error_code error;
@@ -163,7 +152,7 @@ std::vector<FileProblem> problemsOfCategories() {
     if (list) {
         for (std::size_t i = 0; i < list->size(); ++i)
             Entry{check, (*list)[i], std::to_string(i)}.checkAll();
-        if (isInitialList(file.value)) addReplacement(check);
+        if (isInitialCategoryList(file.value)) addReplacement(check);
     } else if (file.state != State::Missing) {
         const char* instead =
             failure.empty()

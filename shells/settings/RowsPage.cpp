@@ -182,7 +182,7 @@ RowsPage::~RowsPage() = default;
 /// The list that a new user begins with has the same names in every language.
 void RowsPage::offerNames(GtkBuilder* builder) {
     names_ = objectIn<GtkWidget>(builder, "names");
-    if (file_.state().kind != FileState::Kind::Missing || !isAskedForTheFirstTime()) return;
+    if (!isInitialCategoryList(file_.root()) || !isAskedForTheFirstTime()) return;
     std::string names;
     for (const CategoryRecord& row : shown_)
         names += (names.empty() ? "" : " · ") + captionFor(row.categoryName().value_or(""));

@@ -145,7 +145,11 @@ TEST_F(RowsPageTest, IsOpenedByTheMixerForTheSameFiles) {
 
 TEST_F(RowsPageTest, OffersANewUserSimplerNamesOnce) {
     const auto startAsNew = [&] {
-        std::filesystem::remove(files.categoryFile());
+        files.writeCategories({{"Ringtone", "Ringtone"},  // As the mixer writes it.
+                               {"Audio/Video", "Audio/Video"},
+                               {"HeadsetBT", "BT Headset"},
+                               {"HeadphonesBT", "BT Headphones"},
+                               {"PhoneCall", "Phone Call"}});
         start();
         ASSERT_TRUE(waitToShow("The output in use"));
     };
