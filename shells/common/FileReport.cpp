@@ -39,6 +39,10 @@ void FileReport::refresh() {
     notice_ = noticeOf(problems);
 }
 
+void FileReport::refreshNotice() {
+    notice_ = noticeOf(problemsOfFiles());
+}
+
 NSString joinedNotices(const NSString& above, const NSString& below) {
     if (!above || !below) return above ? above : below;
     return *above + "\n" + *below;

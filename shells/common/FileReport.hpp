@@ -24,6 +24,9 @@ class FileReport {
     /// Checks both files, as each presentation reads them, and reports each problem that was not
     /// there the last time.
     void refresh();
+    /// Checks both files while the rows on the screen are still those of the last presentation:
+    /// only the notice is made anew.
+    void refreshNotice();
     /// The panel's notice, in a few lines; nil for none.
     const NSString& notice() const { return notice_; }
 

@@ -102,6 +102,7 @@ void DesktopSession::run() {
     window_.setCloseHandler({});
     window_.setShownHandler({});
     window_.close();
+    follower_.end();
     letVolumesArrive();
 }
 
@@ -140,7 +141,18 @@ void DesktopSession::observeSound() {
 /// user waits for.
 void DesktopSession::lookThroughFiles() {
     files_.refresh();
+    follower_.begin();
     showFooter();
+}
+
+void DesktopSession::filesHaveNews(shell::FileFollower::News news) {
+    if (news == shell::FileFollower::News::Unreadable) {
+        files_.refreshNotice();
+        return showFooter();
+    }
+    widget_.assembleAgain();
+    lookThroughFiles();
+    if (tray_) tray_->refresh();
 }
 
 void DesktopSession::showFooter() {
@@ -277,6 +289,7 @@ void DesktopSession::toggle(const std::function<void()>& showIt) {
 }
 
 void DesktopSession::closed() {
+    follower_.end();
     sound_.setAttention(SoundServer::Attention::Resting);
     if (!canBeCalled()) quit();
 }

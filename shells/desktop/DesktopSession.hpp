@@ -6,6 +6,7 @@
 #include "shells/desktop/DrawerPlacement.hpp"
 #include "shells/desktop/SingleInstance.hpp"
 #include "shells/desktop/tray/Tray.hpp"
+#include "shells/panel/FileFollower.hpp"
 #include "shells/sound/SoundService.hpp"
 
 #include <optional>
@@ -40,6 +41,7 @@ class DesktopSession {
     void beginHidden();
     void observeSound();
     void lookThroughFiles();
+    void filesHaveNews(shell::FileFollower::News news);
     void showFooter();
     void outputsChanged();
     void serviceChanged();
@@ -68,6 +70,7 @@ class DesktopSession {
     SingleInstance& instance_;
     std::unique_ptr<GMainLoop, LoopEnd> loop_;
     shell::FileReport files_;
+    shell::FileFollower follower_{[this](auto news) { filesHaveNews(news); }};
     windowing::EventDispatcher events_;
     std::optional<windowing::LayerShell> layers_;
     DesktopWindow window_;

@@ -1,6 +1,7 @@
 #include "shells/panel/HostedWidget.hpp"
 
 #include "platform/foundation/NSRunLoop.hpp"
+#include "platform/uikit/UIWindow.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -10,11 +11,18 @@ namespace shell {
 
 bool ControllerWidget::becomesDismissed() {
     rows_.follow(nullptr);
+    isAssemblyWanted_ = false;
     return std::exchange(presented_, false);
 }
 
 void ControllerWidget::readAgain() {
     if (isPresented()) rows_.readAgain();
+}
+
+void ControllerWidget::assembleAgain() {
+    if (!isPresented()) return;
+    isAssemblyWanted_ = true;
+    rows_.readAgain();
 }
 
 NSString ControllerWidget::categoryOf(const UIView& view) const {
@@ -25,12 +33,20 @@ NSString ControllerWidget::categoryOf(const UIView& view) const {
 
 void ControllerWidget::readRows() {
     constexpr const char* selector = "updateValues";
-    if (controller().respondsToSelector(selector)) {
+    if (!isAssemblyWanted_ && controller().respondsToSelector(selector))
         controller().performSelector(selector, {});
-        return;
-    }
+    else
+        assemble();
+}
+
+void ControllerWidget::assemble() {
+    const std::shared_ptr<UIWindow> window = view()->window();
+    const std::shared_ptr<UIView> focused = window ? window->focusedView() : nullptr;
+    const NSString category = focused ? categoryOf(*focused) : std::nullopt;
     dismiss();
     present();
+    const auto row = std::ranges::find(rows_.rows(), category, &VolumeRow::category);
+    if (category && row != rows_.rows().end()) window->setFocusedView(row->slider.lock());
 }
 
 CGFloat parentWidthForModel(const std::string& model, CGFloat room) {

@@ -20,6 +20,7 @@ class ControllerWidget : public PanelWidget {
     /// Sends "updateValues" if the controller responds to it, otherwise presents the widget again.
     /// At once, or when no slider of the widget is held.
     void readAgain() final;
+    void assembleAgain() final;
     NSString categoryOf(const UIView& view) const final;
     void setSizeHandler(std::function<void()> handler) final { sizeHandler_ = std::move(handler); }
 
@@ -36,8 +37,10 @@ class ControllerWidget : public PanelWidget {
 
  private:
     void readRows();
+    void assemble();
 
     bool presented_ = false;
+    bool isAssemblyWanted_ = false;  ///< At the next reading of the rows.
     std::function<void()> sizeHandler_;
     RowKeeper rows_{[this] { readRows(); }};
 };

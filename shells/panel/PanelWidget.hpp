@@ -29,6 +29,9 @@ class PanelWidget {
     virtual bool isPresented() const = 0;
     /// Makes a presented widget read its volumes again.
     virtual void readAgain() = 0;
+    /// Dismisses and presents a presented widget, so that it reads the mixer's files again: at
+    /// once, or when none of its sliders is held. The focus stays in the row of its category.
+    virtual void assembleAgain() {}
     /// The audio category of a slider of the presented widget; nil for any other view.
     virtual NSString categoryOf(const UIView& /*view*/) const { return std::nullopt; }
     /// Called after the preferred size has changed.

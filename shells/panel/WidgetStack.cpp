@@ -122,6 +122,11 @@ void WidgetStack::readAgain() {
         widget->readAgain();
 }
 
+void WidgetStack::assembleAgain() {
+    for (const auto& widget : widgets_)
+        widget->assembleAgain();
+}
+
 NSString WidgetStack::categoryOf(const UIView& view) const {
     for (const auto& widget : widgets_)
         if (NSString category = widget->categoryOf(view)) return category;

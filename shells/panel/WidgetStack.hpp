@@ -23,6 +23,7 @@ class WidgetStack final : public PanelWidget {
     void dismiss() override;
     bool isPresented() const override { return presented_; }
     void readAgain() override;
+    void assembleAgain() override;
     NSString categoryOf(const UIView& view) const override;
     void setSizeHandler(std::function<void()> handler) override {
         sizeHandler_ = std::move(handler);

@@ -95,6 +95,7 @@ void LockScreenPage::present() {
 void LockScreenPage::leaveSight() {
     inSight_ = false;
     look_.cancel();
+    follower_.end();
     taken_.clear();
     content_->cancelTouches();
     widget_->dismiss();
@@ -116,7 +117,18 @@ void LockScreenPage::showNotice() {
 /// Checks the files that the widget read when it was presented.
 void LockScreenPage::lookThroughFiles() {
     files_.refresh();
+    follower_.begin();
     showNotice();
+}
+
+void LockScreenPage::filesHaveNews(shell::FileFollower::News news) {
+    if (news == shell::FileFollower::News::Unreadable) {
+        files_.refreshNotice();
+        return showNotice();
+    }
+    widget_->assembleAgain();
+    lookThroughFiles();
+    showContent();
 }
 
 void LockScreenPage::serviceChanged() {

@@ -3,6 +3,7 @@
 #include "backends/gdk/ViewHost.hpp"
 #include "platform/foundation/NSRunLoop.hpp"
 #include "shells/common/FileReport.hpp"
+#include "shells/panel/FileFollower.hpp"
 #include "shells/panel/Notices.hpp"
 #include "shells/phosh/LockSession.hpp"
 #include "shells/phosh/PageView.hpp"
@@ -51,6 +52,7 @@ class LockScreenPage final : public LockSessionUser {
     void showContent();
     void showNotice();
     void lookThroughFiles();
+    void filesHaveNews(shell::FileFollower::News news);
     bool handleTouch(const GdkEvent& event);
 
     std::shared_ptr<LockSession> session_;
@@ -62,6 +64,7 @@ class LockScreenPage final : public LockSessionUser {
     bool inSight_ = false;
     bool isNew_ = false;  ///< Presented and not yet painted.
     shell::FileReport files_;
+    shell::FileFollower follower_{[this](auto news) { filesHaveNews(news); }};
     OneShotTimer look_;           ///< Through the files, once the picture is there.
     CGFloat presentedWidth_ = 0;  ///< Points.
     std::set<const GdkEventSequence*>

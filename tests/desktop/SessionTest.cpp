@@ -116,6 +116,30 @@ TEST(SessionTest, LooksThroughTheFilesEachTimeItIsShown) {
     EXPECT_TRUE(says(session, "there is no skin 'Glass'"));
 }
 
+TEST(SessionTest, FollowsTheFilesWhileItIsShown) {
+    const UserSession session;
+    const MixerFiles files;
+    const auto show = [&](std::size_t rows) {
+        std::vector<CategoryEntry> list(rows, {"Ringtone", "Ringtone"});
+        files.writeCategories(list);
+    };
+    show(2);
+    ChildProcess mixer = session.startMixer({"--preferences", files.folder().string()});
+    constexpr double margins = 20 + 14 + 8;  // With a line on the server that does not answer.
+    const auto growsTo = [&](double height) {
+        return rigs::waitUntil([&] { return session.waitForWindow().size.height == height; });
+    };
+    ASSERT_TRUE(growsTo(2 * 50 + margins)) << session.waitForWindow().size.height;
+    rigs::runFor(0.2);  // The files are watched once the first picture is there.
+    show(4);
+    EXPECT_TRUE(growsTo(4 * 50 + margins));
+    MixerFiles::write(files.categoryFile(), "<plist><array><string>A & B</string></array></plist>");
+    constexpr double lineHeight = 14;
+    EXPECT_TRUE(growsTo(4 * 50 + margins + lineHeight)) << "the rows stay, and a notice says why";
+    show(1);
+    EXPECT_TRUE(growsTo(50 + margins));
+}
+
 TEST(SessionTest, InTheBackgroundItWaitsToBeCalledAndIsHiddenAgain) {
     const UserSession session;
     ChildProcess first = session.startMixer({"--background"});

@@ -5,6 +5,7 @@
 #include "platform/foundation/PreferencesDirectory.hpp"
 #include "platform/uikit/UISlider.hpp"
 #include "platform/uikit/UIView.hpp"
+#include "platform/uikit/UIWindow.hpp"
 #include "shells/common/WidgetBundle.hpp"
 #include "shells/panel/HostedWidget.hpp"
 #include "tests/support/MixerFiles.hpp"
@@ -240,6 +241,14 @@ class HostedMixerTest : public testing::Test {
         return found;
     }
 
+    std::vector<std::shared_ptr<UISlider>> sliders() {
+        std::vector<std::shared_ptr<UISlider>> found;
+        for (const auto& element : accessibilityElements(widget->view()))
+            if (auto slider = std::dynamic_pointer_cast<UISlider>(element))
+                found.push_back(std::move(slider));
+        return found;
+    }
+
     VirtualClock clock;
     test::MixerFiles files;
     std::shared_ptr<SimulatedAudioDevice> device = std::make_shared<SimulatedAudioDevice>();
@@ -288,4 +297,38 @@ TEST_F(HostedMixerTest, FollowsTheDeviceOnlyWhileItIsPresented) {
     NSRunLoop::mainRunLoop().runDue();
     widget->present();
     EXPECT_EQ(captions().at(0), "Ringtone: 75%");
+}
+
+TEST_F(HostedMixerTest, AssemblesItselfAgainAndKeepsTheFocusInItsRow) {
+    const auto window = std::make_shared<UIWindow>();
+    widget->present();
+    window->setFrame({{0, 0}, widget->preferredSize()});
+    window->addSubview(widget->view());
+    window->setFocusedView(sliders().at(0));
+    files.writeCategories({{"PhoneCall", "Calls"}, {"Ringtone", "Bell"}});
+    widget->assembleAgain();
+    EXPECT_EQ(captions(), (std::vector<std::string>{"Calls (Speaker): 50%", "Bell: 50%"}));
+    EXPECT_EQ(window->focusedView(), sliders().at(1));
+    files.writeCategories({{"PhoneCall", "Calls"}});
+    widget->assembleAgain();
+    EXPECT_EQ(window->focusedView(), nullptr) << "its row is gone";
+}
+
+TEST_F(HostedMixerTest, AssemblesItselfAgainOnlyWhenNoSliderIsHeld) {
+    const auto window = std::make_shared<UIWindow>();
+    widget->present();
+    window->setFrame({{0, 0}, widget->preferredSize()});
+    window->addSubview(widget->view());
+    const auto held = sliders().at(0);
+    const CGRect thumb = held->thumbRect();
+    const CGPoint middle =
+        held->convertPointToView({CGRectGetMidX(thumb), CGRectGetMidY(thumb)}, window.get());
+    window->sendTouch(UITouchPhase::Began, middle);
+    ASSERT_TRUE(held->isTracking());
+    files.writeCategories({{"Ringtone", "Bell"}});
+    widget->assembleAgain();
+    EXPECT_EQ(captions().size(), 5U);
+    window->sendTouch(UITouchPhase::Ended, middle);
+    NSRunLoop::mainRunLoop().runDue();
+    EXPECT_EQ(captions().size(), 1U);
 }

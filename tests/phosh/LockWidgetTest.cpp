@@ -138,6 +138,18 @@ TEST_F(LockWidgetTest, ReadsTheRowsAnewEachTimeThePageIsTurnedTo) {
     EXPECT_EQ(sliders().size(), 2U);
 }
 
+TEST_F(LockWidgetTest, FollowsTheFilesWhileItIsSeen) {
+    lockAtMixer();
+    rigs::runFor(0.2);  // The files are watched once the picture is there.
+    files.writeShownCategories(2);
+    EXPECT_TRUE(rigs::waitUntil([] { return sliders().size() == 2; }));
+    screen->turnAway();
+    ASSERT_TRUE(waitUntilDismissed());
+    files.writeShownCategories(3);
+    rigs::runFor(0.2);
+    EXPECT_TRUE(sliders().empty());
+}
+
 TEST_F(LockWidgetTest, IsAsWideAsThePageAndFollowsIt) {
     lock(412, 700);
     screen->showAtMixer();
