@@ -1,12 +1,12 @@
 #pragma once
 
+#include "shells/common/FileFollower.hpp"
 #include "shells/common/FileReport.hpp"
 #include "shells/desktop/DesktopOptions.hpp"
 #include "shells/desktop/DesktopWindow.hpp"
 #include "shells/desktop/DrawerPlacement.hpp"
 #include "shells/desktop/SingleInstance.hpp"
 #include "shells/desktop/tray/Tray.hpp"
-#include "shells/panel/FileFollower.hpp"
 #include "shells/sound/SoundService.hpp"
 
 #include <optional>

@@ -2,8 +2,8 @@
 
 #include "backends/gdk/ViewHost.hpp"
 #include "platform/foundation/NSRunLoop.hpp"
+#include "shells/common/FileFollower.hpp"
 #include "shells/common/FileReport.hpp"
-#include "shells/panel/FileFollower.hpp"
 #include "shells/panel/Notices.hpp"
 #include "shells/phosh/LockSession.hpp"
 #include "shells/phosh/PageView.hpp"

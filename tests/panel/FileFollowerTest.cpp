@@ -1,6 +1,6 @@
 #include "platform/foundation/PreferencesDirectory.hpp"
+#include "shells/common/FileFollower.hpp"
 #include "shells/common/WidgetBundle.hpp"
-#include "shells/panel/FileFollower.hpp"
 #include "tests/support/MixerFiles.hpp"
 #include "tests/support/VirtualClock.hpp"
 

@@ -50,7 +50,7 @@ LIBRARIES = {
     "shells/phosh/": r"gtk/.*|gdk/.*|gio/.*|glib.*\.h|dlfcn\.h",
     "shells/common/": r"nlohmann/.*|(fcntl|unistd|getopt|libintl)\.h",
     "shells/control/": r"glib.*\.h|(unistd|fcntl)\.h",
-    "shells/settings/": r"adwaita\.h",
+    "shells/settings/": r"adwaita\.h|glib-unix\.h",
     "shells/settings/files/": r"glib\.h|unistd\.h|sys/stat\.h",
     "shells/sound/": r"(dlfcn|unistd)\.h|glib.*\.h",
 }

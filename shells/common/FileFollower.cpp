@@ -1,4 +1,4 @@
-#include "shells/panel/FileFollower.hpp"
+#include "shells/common/FileFollower.hpp"
 
 #include "config/WidgetIdentifier.hpp"
 #include "platform/foundation/PreferencesDirectory.hpp"
