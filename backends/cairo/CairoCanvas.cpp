@@ -286,6 +286,26 @@ void CairoCanvas::fillRounded(const CGRect& rect, CGFloat radius, const UIColor&
     cairo_fill(context_);
 }
 
+void CairoCanvas::fillPolygons(const std::vector<Polygon>& polygons, const UIColor& color) {
+    prepare(color);
+    cairo_save(context_);
+    cairo_set_fill_rule(context_, CAIRO_FILL_RULE_EVEN_ODD);
+    cairo_new_path(context_);
+    for (const Polygon& polygon : polygons) {
+        const bool isPaintable = std::ranges::all_of(polygon, [&](const CGPoint& corner) {
+            return state_.grid.paintable({corner, {1, 1}}).has_value();
+        });
+        if (!isPaintable) continue;
+        for (const CGPoint& corner : polygon) {
+            const CGPoint point = state_.grid.paintable({corner, {1, 1}})->origin;
+            cairo_line_to(context_, point.x, point.y);
+        }
+        cairo_close_path(context_);
+    }
+    cairo_fill(context_);
+    cairo_restore(context_);
+}
+
 void CairoCanvas::strokeRounded(const CGRect& rect, CGFloat radius, CGFloat width,
                                 const UIColor& color) {
     const std::optional<CGRect> area = state_.grid.paintable(rect);

@@ -48,6 +48,7 @@ class CairoCanvas : public Canvas {
     void fillRounded(const CGRect& rect, CGFloat radius, const UIColor& color) override;
     void strokeRounded(const CGRect& rect, CGFloat radius, CGFloat width,
                        const UIColor& color) override;
+    void fillPolygons(const std::vector<Polygon>& polygons, const UIColor& color) override;
     void fillShadow(const CGRect& rect, CGFloat radius, CGFloat blur,
                     const UIColor& color) override;
     void drawBitmap(const UIBitmap& bitmap, const CGRect& source, const CGRect& target,

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 class UIBitmap;
 
@@ -18,6 +19,9 @@ struct UIFont {
     static UIFont systemFontOfSize(CGFloat size) { return {"", size}; }
     UIFont fontWithSize(CGFloat size) const { return {family, size}; }
 };
+
+/// The corners in their order; points.
+using Polygon = std::vector<CGPoint>;
 
 enum class NSTextAlignment { Natural, Center };
 
@@ -49,6 +53,9 @@ class Canvas {
     /// A line of `width` points along the inside of the rounded rectangle's edge.
     virtual void strokeRounded(const CGRect& rect, CGFloat radius, CGFloat width,
                                const UIColor& color) = 0;
+    /// The inside of closed polygons; what lies within two of them is a hole. A polygon with a
+    /// point that is not finite is left out.
+    virtual void fillPolygons(const std::vector<Polygon>& polygons, const UIColor& color) = 0;
     /// A rounded rectangle whose edge fades to nothing within `blur` points on both sides.
     virtual void fillShadow(const CGRect& rect, CGFloat radius, CGFloat blur,
                             const UIColor& color) = 0;

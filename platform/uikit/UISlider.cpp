@@ -153,16 +153,23 @@ void UISlider::stepFromUser(double percent) {
     setValueFromUser(static_cast<float>(value() + percent / 100 * range));
 }
 
-bool UISlider::beginTracking(const CGPoint& point) {
-    const CGRect track = trackRect();
+bool UISlider::isOnThumb(const CGPoint& point) const {
     const CGRect thumb = thumbRect();
-    if (CGRectIsEmpty(track) || CGRectIsEmpty(thumb)) return false;
-    const bool onThumb = point.x >= thumb.origin.x && point.x < CGRectGetMaxX(thumb);
+    return point.x >= thumb.origin.x && point.x < CGRectGetMaxX(thumb);
+}
+
+bool UISlider::reaches(const CGPoint& point) const {
+    const CGRect track = trackRect();
+    if (CGRectIsEmpty(track) || CGRectIsEmpty(thumbRect()) || !pointInside(point)) return false;
     const CGRect reach = CGRectInset(track, -reachBesideTrack, 0);
-    if (!onThumb && !(point.x >= reach.origin.x && point.x <= CGRectGetMaxX(reach))) return false;
+    return isOnThumb(point) || (point.x >= reach.origin.x && point.x <= CGRectGetMaxX(reach));
+}
+
+bool UISlider::beginTracking(const CGPoint& point) {
+    if (!reaches(point)) return false;
     valueAtPress_ = value();
     finger_ = point.x;
-    if (onThumb) {
+    if (isOnThumb(point)) {
         grip_ = point.x - thumbCentre();
         moveFromUser(animation_ ? static_cast<float>(shown_) : value());
     } else {

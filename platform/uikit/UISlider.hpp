@@ -85,6 +85,8 @@ class UISlider : public UIControl {
     /// Geometry in own coordinates; with the value that is shown now, during an animation one on
     /// the way. A slider too narrow for its parts gives empty rectangles, never negative ones.
     CGRect trackRect() const;
+    /// Whether a press at that point (own coordinates) moves the thumb; one beside it does nothing.
+    bool reaches(const CGPoint& point) const;
     CGRect thumbRect() const;
     CGRect minimumImageRect() const;
     CGRect maximumImageRect() const;
@@ -127,6 +129,7 @@ class UISlider : public UIControl {
     CGSize thumbSize() const;
     Travel thumbTravel() const;
     CGFloat thumbCentre() const;
+    bool isOnThumb(const CGPoint& point) const;
     float valueAtThumbCentre(CGFloat x) const;
     CGRect movingPart() const;
     CGFloat roomAroundThumb() const;

@@ -110,6 +110,7 @@ void DesktopSession::begin() {
     window_.setCloseHandler([this] { closed(); });
     window_.setFirstFrameHandler([this] { afterFirstFrame(); });
     window_.setShownHandler([this] { lookThroughFiles(); });
+    window_.setSettingsHandler([this] { showSettings(); });
     observeSound();
     if (options_.background && instance_.standing() != SingleInstance::Standing::Alone &&
         !options_.standsAlone())
@@ -156,7 +157,8 @@ void DesktopSession::filesHaveNews(shell::FileFollower::News news) {
 }
 
 void DesktopSession::showFooter() {
-    window_.setFooter(shell::joinedNotices(soundNotice(sound_), files_.notice()), sound_.outputs());
+    const NSString notice = shell::joinedNotices(soundNotice(sound_), files_.notice());
+    window_.setFooter(shell::joinedNotices(notice, settingsProblem_), sound_.outputs());
 }
 
 void DesktopSession::outputsChanged() {
@@ -212,14 +214,17 @@ void DesktopSession::openTray() {
                           },
                       .menuOpened = [this] { menuOpened(); },
                       .show = [this] { showFromMenu(); },
-                      .settings =
-                          [this] {
-                              if (const auto problem = openSettings(options_.common, display_))
-                                  shell::complain(*problem);
-                          },
+                      .settings = [this] { showSettings(); },
                       .quit = [this] { quit(); },
                       .presenceChanged = [this] { trayChanged(); },
                   });
+}
+
+void DesktopSession::showSettings() {
+    const shell::Problem problem = openSettings(options_.common, display_);
+    if (problem) shell::complain(*problem);
+    settingsProblem_ = problem ? NSString(shell::wrapped(*problem)) : std::nullopt;
+    showFooter();
 }
 
 void DesktopSession::trayChanged() {
@@ -290,6 +295,7 @@ void DesktopSession::toggle(const std::function<void()>& showIt) {
 
 void DesktopSession::closed() {
     follower_.end();
+    settingsProblem_.reset();
     sound_.setAttention(SoundServer::Attention::Resting);
     if (!canBeCalled()) quit();
 }

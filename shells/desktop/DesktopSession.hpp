@@ -48,6 +48,7 @@ class DesktopSession {
     void afterFirstFrame();
     void standingChanged();
     void openTray();
+    void showSettings();
     void trayChanged();
     void sayWhereItIs();
     void requested(InstanceRequest request);
@@ -77,7 +78,8 @@ class DesktopSession {
     std::optional<Tray> tray_;
     IconSpot icon_;
     bool saidWhereItIs_ = false;
-    NSString toldFailure_;  ///< Of the outputs.
+    NSString toldFailure_;      ///< Of the outputs.
+    NSString settingsProblem_;  ///< Until the window is closed.
 };
 
 }  // namespace desktop

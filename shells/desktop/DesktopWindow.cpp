@@ -194,7 +194,13 @@ bool DesktopWindow::handleKey(const GdkEventKey& event) {
         handleMuteKey(event);
         return true;
     }
-    if (event.type != GDK_KEY_PRESS || event.keyval != GDK_KEY_Escape) return false;
+    if (event.type != GDK_KEY_PRESS) return false;
+    const bool isControlHeld = (event.state & GDK_CONTROL_MASK) != 0;
+    if (event.keyval == GDK_KEY_comma && isControlHeld && panel_->settingsHandler()) {
+        panel_->settingsHandler()();
+        return true;
+    }
+    if (event.keyval != GDK_KEY_Escape) return false;
     close();
     return true;
 }

@@ -40,6 +40,10 @@ class DesktopWindow {
     /// What is below the widget: an offer of outputs for roles, as PanelView::setOutputs() has it,
     /// and a notice of one or more lines; nil for none.
     void setFooter(const NSString& notice, RoleOutputs* outputs = nullptr);
+    /// Called by the gear and the other ways to the settings, Ctrl+comma among them.
+    void setSettingsHandler(std::function<void()> handler) {
+        panel_->setSettingsHandler(std::move(handler));
+    }
     /// PNG files of the icon in several sizes, used for an ordinary window and read after its first
     /// frame.
     void setIcon(std::vector<std::string> files);

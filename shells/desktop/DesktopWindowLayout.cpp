@@ -77,7 +77,7 @@ void DesktopWindow::followScreen() {
 
 /// The layout for the content and what is below it as they are now.
 shell::PanelLayout DesktopWindow::wantedLayout() {
-    shown_ = shell::panelContent(widget_);
+    shown_ = shell::panelContent(widget_, panel_->settingsHandler());
     shown_.size.height += panel_->footerHeight(shown_.size.width);
     panel_->setWidgetView(shown_.view);
     return shell::panelLayout(shown_.size, place_->availableSize(window_.get(), look_), look_);

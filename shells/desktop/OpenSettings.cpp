@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace desktop {
 namespace {
@@ -31,14 +32,21 @@ std::string settingsProgramFile() {
     return found ? found.get() : "";
 }
 
+/// As a word of a command line in which "%" begins a code.
 std::string quoted(const std::string& word) {
     const Text text(g_shell_quote(word.c_str()));
-    return text.get();
+    std::string command;
+    for (const char letter : std::string_view(text.get()))
+        command += letter == '%' ? std::string("%%") : std::string(1, letter);
+    return command;
 }
 
 Context launchContext(GdkDisplay* display) {
-    if (!display) return nullptr;
-    return Context(G_APP_LAUNCH_CONTEXT(gdk_display_get_app_launch_context(display)));
+    Context context(display ? G_APP_LAUNCH_CONTEXT(gdk_display_get_app_launch_context(display))
+                            : g_app_launch_context_new());
+    // The mixer draws nothing with GL; the settings or a file manager may.
+    g_app_launch_context_unsetenv(context.get(), "GDK_GL");
+    return context;
 }
 
 shell::Problem problemOf(gboolean done, GError* error) {

@@ -5,6 +5,7 @@
 #include "platform/uikit/UIView.hpp"
 #include "shells/common/Installation.hpp"
 #include "shells/common/Translation.hpp"
+#include "shells/panel/PanelButtons.hpp"
 
 #include <glib.h>
 
@@ -31,6 +32,17 @@ void addLine(UIView& notice, CGFloat height, const std::string& text, const UIFo
     label->setTextColor(color);
     notice.addSubview(label);
     notice.setFrame({{0, 0}, {size.width, size.height + height}});
+}
+
+void addSettingsButton(const std::shared_ptr<UIView>& notice, std::function<void()> openSettings) {
+    const CGSize size = notice->frame().size;
+    const std::shared_ptr<PlateButton> button = makeSettingsButton();
+    button->placeIn({{margin, size.height - margin / 2}, {size.width - 2 * margin, 0}});
+    button->addAction(
+        notice, UIControlEventTouchUpInside,
+        [openSettings = std::move(openSettings)](const auto& /*button*/) { openSettings(); });
+    notice->addSubview(button);
+    notice->setFrame({{0, 0}, {size.width, CGRectGetMaxY(button->frame()) + margin}});
 }
 
 /// The path as users write it: "~/.config/tarnwick".
@@ -84,7 +96,7 @@ std::string wrapped(const std::string& sentence, std::size_t columns) {
     return lines;
 }
 
-std::shared_ptr<UIView> makeEmptyNotice(CGFloat width) {
+std::shared_ptr<UIView> makeEmptyNotice(CGFloat width, std::function<void()> openSettings) {
     auto notice = std::make_shared<UIView>(CGRectMake(0, 0, width, 2 * margin));
     const UIFont small = UIFont::systemFontOfSize(lineSize);
     // TRANSLATORS: The notice in a mixer without rows: this title, and below it three lines, of
@@ -98,13 +110,14 @@ std::shared_ptr<UIView> makeEmptyNotice(CGFloat width) {
     // TRANSLATORS: The third line, behind the file's name.
     addLine(*notice, lineHeight, filled(translated("in {folder}"), {{"folder", folder}}), small,
             lineColor);
+    if (openSettings) addSettingsButton(notice, std::move(openSettings));
     return notice;
 }
 
-PanelContent panelContent(PanelWidget& widget) {
+PanelContent panelContent(PanelWidget& widget, const std::function<void()>& openSettings) {
     const CGSize wanted = widget.preferredSize();
     if (!accessibilityElements(widget.view()).empty()) return {widget.view(), wanted};
-    const std::shared_ptr<UIView> notice = makeEmptyNotice(wanted.width);
+    const std::shared_ptr<UIView> notice = makeEmptyNotice(wanted.width, openSettings);
     return {notice, notice->frame().size};
 }
 

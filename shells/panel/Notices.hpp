@@ -5,6 +5,7 @@
 #include "shells/panel/PanelWidget.hpp"
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -42,8 +43,9 @@ inline constexpr std::size_t noticeColumns = 44;
 std::string wrapped(const std::string& sentence, std::size_t columns = noticeColumns);
 
 /// The panel's content when the widget has no rows: it says so and names the file in which rows are
-/// chosen. `width` is in points; the height follows from the text.
-std::shared_ptr<UIView> makeEmptyNotice(CGFloat width);
+/// chosen, with a button that calls `openSettings` where there is one. `width` is in points; the
+/// height follows from the content.
+std::shared_ptr<UIView> makeEmptyNotice(CGFloat width, std::function<void()> openSettings = {});
 
 /// The panel's content and its preferred size, in points.
 struct PanelContent {
@@ -52,7 +54,7 @@ struct PanelContent {
 };
 
 /// The presented widget's view, or a notice if it is empty.
-PanelContent panelContent(PanelWidget& widget);
+PanelContent panelContent(PanelWidget& widget, const std::function<void()>& openSettings = {});
 
 /// Replaces a widget that could not be loaded with one line of text. Main thread.
 class MissingWidget final : public PanelWidget {

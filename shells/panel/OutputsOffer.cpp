@@ -1,6 +1,5 @@
 #include "shells/panel/OutputsOffer.hpp"
 
-#include "platform/uikit/UIWindow.hpp"
 #include "shells/common/Translation.hpp"
 
 #include <algorithm>
@@ -8,25 +7,6 @@
 
 namespace shell {
 namespace {
-
-// Points.
-constexpr CGFloat buttonTextSize = 13;
-constexpr CGFloat plateRadius = 9;
-constexpr CGFloat touchReach = 4;  // Above and below the plate.
-// The focus as sliders show it: a light line, and a coloured one around.
-constexpr CGFloat focusLine = 1;
-constexpr CGFloat focusRing = 2;
-constexpr UIColor focusRingColor = {0, 122.0 / 255, 1, 1};
-
-struct PlateColors {
-    UIColor plate;
-    UIColor pressed;
-    UIColor title;
-};
-// Without a hue, to go with every skin.
-constexpr PlateColors suggestedColors = {
-    {1, 1, 1, 0.88}, {1, 1, 1, 0.6}, {28.0 / 255, 28.0 / 255, 30.0 / 255, 1}};
-constexpr PlateColors plainColors = {{1, 1, 1, 0.13}, {1, 1, 1, 0.28}, {1, 1, 1, 0.92}};
 
 // Points. Narrower, the sentence takes two lines, and the buttons lie below each other.
 constexpr CGFloat narrowWidth = 300;
@@ -37,7 +17,6 @@ constexpr CGFloat offerTextSize = 12;
 constexpr CGFloat belowText = 10;
 constexpr CGFloat betweenButtons = 8;
 constexpr CGFloat belowButtons = 14;
-constexpr CGFloat widestButton = 180;
 constexpr UIColor offerTextColor = {1, 1, 1, 0.85};
 constexpr UIColor hairlineColor = {1, 1, 1, 0.12};
 
@@ -65,31 +44,6 @@ CGFloat buttonsHeightIn(CGFloat width) {
 }
 
 }  // namespace
-
-PlateButton::PlateButton(const std::string& title, Weight weight) : weight_(weight) {
-    setAccessibilityLabel(title);
-}
-
-bool PlateButton::pointInside(const CGPoint& point) const {
-    return CGRectContainsPoint(CGRectInset(bounds(), 0, -touchReach), point);
-}
-
-void PlateButton::drawRect(Canvas& canvas) {
-    const PlateColors& colors = weight_ == Weight::Suggested ? suggestedColors : plainColors;
-    canvas.fillRounded(bounds(), plateRadius, isHighlighted() ? colors.pressed : colors.plate);
-    canvas.drawText(accessibilityLabel().value_or(""), UIFont::systemFontOfSize(buttonTextSize),
-                    colors.title, bounds(), NSTextAlignment::Center);
-    if (!isFocused() || !window()->isFocusVisible()) return;
-    const CGRect line = CGRectInset(bounds(), -focusLine, -focusLine);
-    canvas.strokeRounded(line, plateRadius + focusLine, focusLine, UIColor::whiteColor());
-    canvas.strokeRounded(paintBounds(), plateRadius + focusLine + focusRing, focusRing,
-                         focusRingColor);
-}
-
-CGRect PlateButton::paintBounds() const {
-    constexpr CGFloat around = focusLine + focusRing;
-    return CGRectInset(bounds(), -around, -around);
-}
 
 OutputsOffer::OutputsOffer()
     : acceptButton_(
@@ -179,7 +133,7 @@ void OutputsOffer::layOutButtons() {
     const bool stacked = isNarrow(width);
     const CGFloat room = width - 2 * sideMargin;
     const CGFloat each =
-        std::min(widestButton, stacked ? room : std::floor((room - betweenButtons) / 2));
+        std::min(PlateButton::widest, stacked ? room : std::floor((room - betweenButtons) / 2));
     const CGFloat taken = stacked ? each : 2 * each + betweenButtons;
     const CGFloat left = std::floor((width - taken) / 2);
     const CGFloat top = aboveText + textHeightIn(width) + belowText;

@@ -1,33 +1,13 @@
 #pragma once
 
 #include "platform/celestial/RoleOutputs.hpp"
-#include "platform/uikit/UIButton.hpp"
 #include "shells/panel/Notices.hpp"
+#include "shells/panel/PanelButtons.hpp"
 
 #include <memory>
 #include <string>
 
 namespace shell {
-
-/// A button of the dark panel: a title on a rounded plate. The Tab key stops here.
-class PlateButton : public UIButton {
- public:
-    enum class Weight { Suggested, Plain };
-
-    PlateButton(const std::string& title, Weight weight);
-    std::string_view className() const override { return "PlateButton"; }
-
-    static constexpr CGFloat height = 36;  ///< Points.
-
-    bool canBecomeFocused() const override { return isEnabled(); }
-    /// A fingertip's height.
-    bool pointInside(const CGPoint& point) const override;
-    void drawRect(Canvas& canvas) override;
-    CGRect paintBounds() const override;
-
- private:
-    Weight weight_;
-};
 
 /// The offer to give each role an output of its own, as the panel shows it below the rows: what
 /// there is to gain, a button that accepts it and one that declines. After the press it says that

@@ -1,21 +1,10 @@
 #include "shells/panel/PanelView.hpp"
 
-#include "shells/common/Translation.hpp"
-
 #include <algorithm>
 #include <cmath>
 
 namespace shell {
 namespace {
-
-// Points. The plate lies in the margin that rows keep at the right.
-constexpr CGFloat pressWidth = 44;
-constexpr CGFloat plateSide = 16;
-constexpr CGFloat plateMargin = 4;
-constexpr CGFloat crossSize = 15;
-constexpr UIColor crossColor = {1, 1, 1, 0.5};
-constexpr UIColor pressedCrossColor = {1, 1, 1, 0.95};
-constexpr UIColor pressedPlateColor = {1, 1, 1, 0.2};
 
 // A tapping finger moves less than this. Points.
 constexpr CGFloat dragThreshold = 4;
@@ -38,24 +27,6 @@ constexpr UIColor noticeColor = {1, 1, 1, 0.55};
 constexpr CGFloat leastRows = 100;
 
 }  // namespace
-
-CloseButton::CloseButton() {
-    // TRANSLATORS: The button with the cross in the window's corner, for screen readers.
-    setAccessibilityLabel(translated("Close"));
-}
-
-void CloseButton::placeOn(const CGRect& panel) {
-    setFrame(CGRectMake(CGRectGetMaxX(panel) - pressWidth, panel.origin.y, pressWidth, height));
-}
-
-void CloseButton::drawRect(Canvas& canvas) {
-    const CGRect plate = CGRectMake(bounds().size.width - plateMargin - plateSide, plateMargin,
-                                    plateSide, plateSide);
-    if (isHighlighted()) canvas.fillRounded(plate, plateSide / 2, pressedPlateColor);
-    canvas.drawText("\u00d7", UIFont::systemFontOfSize(crossSize),
-                    isHighlighted() ? pressedCrossColor : crossColor, plate,
-                    NSTextAlignment::Center);
-}
 
 PanelView::PanelView()
     : scroller_(std::make_shared<ScrollingView>()),
@@ -82,13 +53,31 @@ void PanelView::setOutputs(RoleOutputs* outputs) {
 void PanelView::setCloseHandler(std::function<void()> handler) {
     closeHandler_ = std::move(handler);
     if (closeButton_) closeButton_->removeFromSuperview();
-    closeButton_ = closeHandler_ ? std::make_shared<CloseButton>() : nullptr;
-    if (!closeButton_) return;
-    closeButton_->addAction(strongSelf<PanelView>(), UIControlEventTouchUpInside,
-                            [this](const auto& /*button*/) {
-                                const auto close = closeHandler_;  // A copy: it may end this.
-                                close();
-                            });
+    closeButton_ =
+        closeHandler_ ? std::make_shared<CornerButton>(CornerButton::Sign::Cross) : nullptr;
+    if (closeButton_) callOnPress(*closeButton_, &PanelView::closeHandler_);
+}
+
+void PanelView::setSettingsHandler(std::function<void()> handler) {
+    settingsHandler_ = std::move(handler);
+    if (gear_) gear_->removeFromSuperview();
+    if (noticeButton_) noticeButton_->removeFromSuperview();
+    gear_ = nullptr;
+    noticeButton_ = nullptr;
+    if (!settingsHandler_) return;
+    gear_ = std::make_shared<CornerButton>(CornerButton::Sign::Gear);
+    gear_->setRows(scroller_);
+    callOnPress(*gear_, &PanelView::settingsHandler_);
+    noticeButton_ = makeSettingsButton();
+    callOnPress(*noticeButton_, &PanelView::settingsHandler_);
+}
+
+void PanelView::callOnPress(UIButton& button, std::function<void()> PanelView::*handler) {
+    button.addAction(strongSelf<PanelView>(), UIControlEventTouchUpInside,
+                     [this, handler](const auto& /*button*/) {
+                         const auto call = this->*handler;  // A copy: it may end this.
+                         call();
+                     });
 }
 
 CGFloat PanelView::footerHeight(CGFloat width) const {
@@ -96,7 +85,8 @@ CGFloat PanelView::footerHeight(CGFloat width) const {
 }
 
 CGFloat PanelView::noticeHeight() const {
-    return notice_->text() ? noticeTextHeight() + noticeMarginBelow : 0;
+    const CGFloat button = hasNoticeButton() ? PlateButton::height + noticeMarginBelow : 0;
+    return notice_->text() ? noticeTextHeight() + noticeMarginBelow + button : 0;
 }
 
 CGFloat PanelView::noticeTextHeight() const {
@@ -112,9 +102,14 @@ void PanelView::setLayout(const PanelLayout& layout, PanelEdge edge) {
         closeButton_->placeOn(layout.panel);
         addSubview(closeButton_);
         if (scroller_->contentHeight() > viewport.size.height) {
-            viewport.origin.y += CloseButton::height;
-            viewport.size.height = std::max<CGFloat>(0, viewport.size.height - CloseButton::height);
+            viewport.origin.y += CornerButton::crossHeight;
+            viewport.size.height =
+                std::max<CGFloat>(0, viewport.size.height - CornerButton::crossHeight);
         }
+    }
+    if (gear_) {
+        gear_->placeOn(layout.panel);
+        addSubview(gear_);  // The Tab key comes to it last.
     }
     scroller_->setFrame(viewport);
     scroller_->setNeedsLayout();
@@ -139,6 +134,11 @@ void PanelView::placeFooter(CGRect& viewport) {
     notice_->setFrame(CGRectMake(viewport.origin.x + noticeMargin,
                                  std::max(viewport.origin.y, bottom - noticeHeight()),
                                  viewport.size.width - 2 * noticeMargin, noticeTextHeight()));
+    if (noticeButton_ && !hasNoticeButton()) noticeButton_->removeFromSuperview();
+    if (!hasNoticeButton()) return;
+    noticeButton_->placeIn(
+        CGRectOffset(notice_->frame(), 0, noticeTextHeight() + noticeMarginBelow));
+    addSubview(noticeButton_);
 }
 
 void PanelView::drawRect(Canvas& canvas) {

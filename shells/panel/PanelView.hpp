@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/uikit/UIButton.hpp"
 #include "platform/uikit/UIView.hpp"
 #include "shells/panel/Notices.hpp"
 #include "shells/panel/OutputsOffer.hpp"
+#include "shells/panel/PanelButtons.hpp"
 #include "shells/panel/ScrollingView.hpp"
 
 #include <functional>
@@ -11,21 +11,6 @@
 namespace shell {
 
 inline constexpr UIColor panelColor = {28.0 / 255, 28.0 / 255, 30.0 / 255, 1};
-
-/// A small cross in the upper right corner of a panel, for windows that nothing else may be able to
-/// close: with a finger, and without keyboard and window manager. It is drawn in the margin beside
-/// the rows, and reacts to presses somewhat around it.
-class CloseButton : public UIButton {
- public:
-    CloseButton();
-    std::string_view className() const override { return "CloseButton"; }
-
-    static constexpr CGFloat height = 30;  ///< Points, from the panel's edge on.
-    /// Places it in the corner of the panel, which is given in the superview's coordinates.
-    void placeOn(const CGRect& panel);
-
-    void drawRect(Canvas& canvas) override;
-};
 
 /// The dark rounded panel with its shadow, which fills the window, and the widget on it. A drag on
 /// its empty parts moves the window, or scrolls a widget taller than the panel.
@@ -57,6 +42,10 @@ class PanelView : public UIView {
     /// Called by a close button in the corner, which exists from the next layout on; an empty
     /// handler removes it. A widget taller than the panel scrolls below the button.
     void setCloseHandler(std::function<void()> handler);
+    /// Called by a gear in the other corner, and by a button below a notice, both of which exist
+    /// from the next layout on; an empty handler removes them.
+    void setSettingsHandler(std::function<void()> handler);
+    const std::function<void()>& settingsHandler() const { return settingsHandler_; }
 
     void drawRect(Canvas& canvas) override;
     bool pointInside(const CGPoint& point) const override;
@@ -68,6 +57,8 @@ class PanelView : public UIView {
                           const std::shared_ptr<UIEvent>& event) override;
 
  private:
+    void callOnPress(UIButton& button, std::function<void()> PanelView::*handler);
+    bool hasNoticeButton() const { return noticeButton_ && notice_->text(); }
     CGFloat noticeTextHeight() const;
     CGFloat noticeHeight() const;
     void placeFooter(CGRect& viewport);
@@ -75,7 +66,10 @@ class PanelView : public UIView {
     std::shared_ptr<ScrollingView> scroller_;
     std::shared_ptr<CentredLabel> notice_;
     std::shared_ptr<OutputsOffer> offer_;
-    std::shared_ptr<CloseButton> closeButton_;  ///< nullptr where there is none.
+    // nullptr where there is none.
+    std::shared_ptr<CornerButton> closeButton_;
+    std::shared_ptr<CornerButton> gear_;
+    std::shared_ptr<PlateButton> noticeButton_;
     CGRect panel_;
     PanelEdge edge_ = PanelEdge::Hard;
     std::weak_ptr<UITouch> dragging_;
@@ -83,6 +77,7 @@ class PanelView : public UIView {
     bool scrolling_ = false;
     std::function<void()> moveHandler_;
     std::function<void()> closeHandler_;
+    std::function<void()> settingsHandler_;
 };
 
 }  // namespace shell

@@ -14,15 +14,16 @@ namespace settings {
 SettingsWindow::SettingsWindow(GtkApplication* application) {
     const Ref<GtkBuilder> builder(
         gtk_builder_new_from_resource("/org/tarnwick/Settings/window.ui"));
-    window_ = objectIn<AdwApplicationWindow>(builder.get(), "window");
+    window_.reset(ADW_APPLICATION_WINDOW(
+        g_object_ref(objectIn<AdwApplicationWindow>(builder.get(), "window"))));
     pages_ = objectIn<AdwViewStack>(builder.get(), "pages");
     toasts_ = objectIn<AdwToastOverlay>(builder.get(), "toasts");
     adw_bin_set_child(objectIn<AdwBin>(builder.get(), "preview"), preview_.widget());
-    gtk_window_set_application(GTK_WINDOW(window_), application);
+    gtk_window_set_application(GTK_WINDOW(window_.get()), application);
     const Ref<GtkBuilder> shortcuts(
         gtk_builder_new_from_resource("/org/tarnwick/Settings/shortcuts.ui"));
     gtk_application_window_set_help_overlay(
-        GTK_APPLICATION_WINDOW(window_),
+        GTK_APPLICATION_WINDOW(window_.get()),
         objectIn<GtkShortcutsWindow>(shortcuts.get(), "help_overlay"));
 
     rows_ = std::make_unique<RowsPage>(
@@ -55,10 +56,10 @@ SettingsWindow::SettingsWindow(GtkApplication* application) {
     const auto changed = [this](ChangedBy) { refreshing_.start(0, [this] { filesChanged(); }); };
     categories_.setChangedHandler(changed);
     settings_.setChangedHandler(changed);
-    onSignal(window_, "notify::default-height", [this] { resized(); });
+    onSignal(window_.get(), "notify::default-height", [this] { resized(); });
     const Ref<GSimpleAction> add(g_simple_action_new("add-row", nullptr));
     onSignal(add.get(), "activate", [this] { addRow(); });
-    g_action_map_add_action(G_ACTION_MAP(window_), G_ACTION(add.get()));
+    g_action_map_add_action(G_ACTION_MAP(window_.get()), G_ACTION(add.get()));
     resized();
     filesChanged();
     constexpr double untilPaintedSeconds = 0.1;
@@ -66,11 +67,11 @@ SettingsWindow::SettingsWindow(GtkApplication* application) {
 }
 
 SettingsWindow::~SettingsWindow() {
-    gtk_window_destroy(GTK_WINDOW(window_));
+    gtk_window_destroy(GTK_WINDOW(window_.get()));
 }
 
 void SettingsWindow::present() {
-    gtk_window_present(GTK_WINDOW(window_));
+    gtk_window_present(GTK_WINDOW(window_.get()));
 }
 
 void SettingsWindow::showPage(const std::string& name) {
@@ -98,7 +99,7 @@ void SettingsWindow::resized() {
     constexpr double share = 0.4;
     int width = 0;
     int height = 0;
-    gtk_window_get_default_size(GTK_WINDOW(window_), &width, &height);
+    gtk_window_get_default_size(GTK_WINDOW(window_.get()), &width, &height);
     preview_.setTallest(static_cast<int>(height * share));
 }
 
@@ -114,7 +115,7 @@ void SettingsWindow::openInventory() {
 }
 
 void SettingsWindow::addRow() {
-    showAddRowDialog(GTK_WINDOW(window_), inventory_.get(), categories_.rows(),
+    showAddRowDialog(GTK_WINDOW(window_.get()), inventory_.get(), categories_.rows(),
                      [this](const RowOffer& offer) {
                          const std::size_t place = categories_.rows().size();
                          if (const Trouble trouble = categories_.add(offer.category, offer.name))

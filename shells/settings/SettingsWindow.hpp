@@ -30,7 +30,7 @@ class SettingsWindow {
     SettingsWindow(const SettingsWindow&) = delete;
     SettingsWindow& operator=(const SettingsWindow&) = delete;
 
-    AdwApplicationWindow* widget() const { return window_; }
+    AdwApplicationWindow* widget() const { return window_.get(); }
     /// One of pageNames.
     void showPage(const std::string& name);
     void present();
@@ -50,7 +50,7 @@ class SettingsWindow {
     std::shared_ptr<SoundInventory> inventory_;  ///< nullptr before it was opened.
     OneShotTimer opening_;
     OneShotTimer refreshing_;
-    AdwApplicationWindow* window_ = nullptr;
+    Ref<AdwApplicationWindow> window_;  ///< Destroyed by the toolkit when it is closed.
     AdwViewStack* pages_ = nullptr;
     AdwToastOverlay* toasts_ = nullptr;
     std::vector<std::unique_ptr<FileTrouble>> troubles_;

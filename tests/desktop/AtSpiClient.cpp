@@ -120,12 +120,22 @@ void AtSpiClient::setEnabled(bool enabled) {
                        g_variant_new_boolean(enabled ? TRUE : FALSE)));
 }
 
+AtSpiClient::Object AtSpiClient::findProgram(const std::string& name) {
+    for (const Object& program : children(registryRoot)) {
+        try {
+            if (this->name(program) == name) return program;
+        } catch (const std::runtime_error&) {
+            // It is ending, and still listed.
+        }
+    }
+    return {};
+}
+
 AtSpiClient::Object AtSpiClient::waitForProgram(const std::string& name) {
     Object found;
     const gint64 deadline = g_get_monotonic_time() + 10 * G_USEC_PER_SEC;
     while (found.program.empty() && g_get_monotonic_time() < deadline)
-        for (const Object& program : children(registryRoot))
-            if (this->name(program) == name) found = program;
+        found = findProgram(name);
     return found;
 }
 

@@ -47,7 +47,9 @@ class AtSpiClient {
     std::string busAddress();
     /// The session's switch, as a desktop's settings set it.
     void setEnabled(bool enabled);
-    /// The program of that name; waits until it comes.
+    /// The program of that name; no object where none of the programs that answer has it.
+    Object findProgram(const std::string& name);
+    /// The same; waits until it comes.
     Object waitForProgram(const std::string& name);
     std::vector<Object> children(const Object& object);
     std::string name(const Object& object);

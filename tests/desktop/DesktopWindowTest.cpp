@@ -57,6 +57,24 @@ TEST_F(DesktopWindowTest, PressOnTheTrackBringsTheThumbThere) {
     expectVolume("Audio/Video", 1);
 }
 
+TEST_F(DesktopWindowTest, GearAndCtrlCommaCallForTheSettings) {
+    int calls = 0;
+    open();
+    window->setSettingsHandler([&] { ++calls; });
+    window->setFooter(std::nullopt);
+    settle();
+    pointAt({windowOrigin().x + 12, windowOrigin().y + 12});
+    user->click();
+    EXPECT_TRUE(waitUntil([&] { return calls == 1; }));
+    user->pressKey(XK_Control_L);
+    user->typeKey(XK_comma);
+    user->releaseKey(XK_Control_L);
+    EXPECT_TRUE(waitUntil([&] { return calls == 2; }));
+    user->typeKey(XK_comma);
+    settle();
+    EXPECT_EQ(calls, 2);
+}
+
 TEST_F(DesktopWindowTest, ChangeElsewhereMovesTheThumbOnTheScreen) {
     open();
     const CGPoint before = thumbOnScreen(0);

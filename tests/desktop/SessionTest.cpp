@@ -21,6 +21,9 @@ bool says(const UserSession& session, const std::string& part) {
     return rigs::waitUntil([&] { return session.logged().find(part) != std::string::npos; });
 }
 
+/// Points; below a notice.
+constexpr double settingsButton = 36 + 8;
+
 /// A bus that takes connections and then says nothing.
 class SilentBus {
  public:
@@ -93,7 +96,7 @@ TEST(SessionTest, SaysWhatIsWrongWithTheFilesBelowTheRowsAndOnStandardError) {
     EXPECT_TRUE(says(session, "tarnwick: " + files.categoryFile().string() +
                                   ".unreadable-1:1:25: a bare '&', which is written '&amp;'; "));
     // Five rows, two lines on the list and one on the server that does not answer.
-    constexpr double height = 20 + 5 * 50 + 3 * 14 + 8;
+    constexpr double height = 20 + 5 * 50 + 3 * 14 + 8 + settingsButton;
     EXPECT_TRUE(rigs::waitUntil([&] { return session.waitForWindow().size.height == height; }))
         << session.waitForWindow().size.height;
 }
@@ -125,7 +128,8 @@ TEST(SessionTest, FollowsTheFilesWhileItIsShown) {
     };
     show(2);
     ChildProcess mixer = session.startMixer({"--preferences", files.folder().string()});
-    constexpr double margins = 20 + 14 + 8;  // With a line on the server that does not answer.
+    // With a line on the server that does not answer.
+    constexpr double margins = 20 + 14 + 8 + settingsButton;
     const auto growsTo = [&](double height) {
         return rigs::waitUntil([&] { return session.waitForWindow().size.height == height; });
     };

@@ -1,4 +1,5 @@
 #include "platform/foundation/PreferencesDirectory.hpp"
+#include "platform/uikit/UIButton.hpp"
 #include "platform/uikit/UILabel.hpp"
 #include "platform/uikit/UISlider.hpp"
 #include "platform/uikit/UIView.hpp"
@@ -61,6 +62,17 @@ TEST_F(PanelContentTest, ElseTellsThatThereIsNothingToShowAndWhereTheFileIs) {
     EXPECT_EQ(texts[0], "No categories to show");
     EXPECT_EQ(texts[2], "org.tarnwick.mixer.categories.plist");
     EXPECT_EQ(texts[3], "in /somewhere/else");
+}
+
+TEST_F(PanelContentTest, NoticeLeadsToTheSettingsWhereThereIsAWay) {
+    int opened = 0;
+    const PanelContent content = panelContent(widget, [&] { ++opened; });
+    const auto button = std::dynamic_pointer_cast<UIButton>(content.view->subviews().back());
+    ASSERT_TRUE(button);
+    EXPECT_GT(content.size.height, panelContent(widget).size.height);
+    EXPECT_LT(CGRectGetMaxY(button->frame()), content.size.height);
+    button->press();
+    EXPECT_EQ(opened, 1);
 }
 
 TEST_F(PanelContentTest, ShortensTheHomeFolder) {

@@ -1,9 +1,13 @@
+#include "platform/uikit/UIButton.hpp"
+#include "platform/uikit/UISlider.hpp"
 #include "platform/uikit/UIWindow.hpp"
 #include "shells/panel/LegacyHostedWidget.hpp"
 #include "shells/panel/PanelView.hpp"
 #include "tests/support/RecordingCanvas.hpp"
 
 #include <gtest/gtest.h>
+
+#include <utility>
 
 using namespace shell;
 
@@ -31,7 +35,82 @@ class PanelViewTest : public testing::Test {
     int moves = 0;
 };
 
+/// The same panel with the ways to the settings, over a slider as the first row of a mixer has it.
+class PanelWithSettings : public PanelViewTest {
+ protected:
+    PanelWithSettings() {
+        rows->addSubview(slider);
+        panel->setWidgetView(rows);
+        panel->setSettingsHandler([this] { ++opened; });
+        lay();
+    }
+    void lay() {
+        panel->setLayout({whole.size, whole, whole}, PanelEdge::Hard);
+        window->layoutIfNeeded();
+    }
+    int openedByATapAt(const CGPoint& point) {
+        send(UITouchPhase::Began, point);
+        send(UITouchPhase::Ended, point);
+        return std::exchange(opened, 0);
+    }
+    int openedByKeys(int tabs) {
+        for (int i = 0; i < tabs; ++i)
+            window->sendKey(UIKey::Tab);
+        window->sendKey(UIKey::Press);
+        return std::exchange(opened, 0);
+    }
+
+    std::shared_ptr<UIView> rows = std::make_shared<UIView>(whole);
+    std::shared_ptr<UISlider> slider = std::make_shared<UISlider>(CGRectMake(60, 30, 120, 31));
+    int opened = 0;
+};
+
 }  // namespace
+
+TEST_F(PanelWithSettings, GearIsAFingertipWideAndHigh) {
+    for (const CGPoint& point : {CGPoint{1, 1}, CGPoint{43, 1}, CGPoint{1, 43}, CGPoint{30, 43}})
+        EXPECT_EQ(openedByATapAt(point), 1) << point.x << ", " << point.y;
+    EXPECT_EQ(openedByATapAt({45, 1}), 0);
+    EXPECT_EQ(openedByATapAt({1, 45}), 0);
+}
+
+TEST_F(PanelWithSettings, GearLeavesTheSliderWhatMovesIt) {
+    slider->setFrame(CGRectMake(0, 0, 200, 31));
+    slider->setValue(0.5F);
+    lay();
+    EXPECT_EQ(openedByATapAt({20, 15}), 0);
+    EXPECT_LT(slider->value(), 0.5F);
+}
+
+TEST_F(PanelWithSettings, GearIsReachedByTheTabKeyBehindTheRowsAndHasAName) {
+    EXPECT_EQ(openedByKeys(1), 0) << "the slider";
+    EXPECT_EQ(openedByKeys(1), 1);
+    const auto gear = std::dynamic_pointer_cast<UIButton>(window->focusedView());
+    ASSERT_TRUE(gear);
+    EXPECT_EQ(gear->accessibilityLabel(), "Settings…");
+}
+
+TEST_F(PanelWithSettings, NoticeHasAButtonThatLeadsThereToo) {
+    const CGFloat before = panel->footerHeight(whole.size.width);
+    panel->setNotice("No sound server answers");
+    EXPECT_GE(panel->footerHeight(whole.size.width) - before, 44);
+    lay();
+    EXPECT_EQ(openedByKeys(2), 1) << "behind the slider, and before the gear";
+    panel->setNotice(std::nullopt);
+    lay();
+    EXPECT_EQ(panel->footerHeight(whole.size.width), before);
+    window->setFocusedView(slider);
+    EXPECT_EQ(openedByKeys(1), 1) << "the gear";
+}
+
+TEST_F(PanelWithSettings, NothingLeadsThereWithoutAHandler) {
+    panel->setNotice("No sound server answers");
+    lay();
+    panel->setSettingsHandler({});
+    lay();
+    EXPECT_EQ(openedByATapAt({10, 10}), 0);
+    EXPECT_EQ(openedByKeys(3), 0);
+}
 
 TEST_F(PanelViewTest, LetsAWidgetHaveTheTouchesThatItTakes) {
     send(UITouchPhase::Began, {40, 50});

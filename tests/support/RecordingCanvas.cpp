@@ -67,6 +67,10 @@ void RecordingCanvas::strokeRounded(const CGRect& rect, CGFloat radius, CGFloat 
     operation.color = color;
 }
 
+void RecordingCanvas::fillPolygons(const std::vector<Polygon>& /*polygons*/, const UIColor& color) {
+    record("polygons", {}).color = color;
+}
+
 void RecordingCanvas::fillShadow(const CGRect& rect, CGFloat radius, CGFloat blur,
                                  const UIColor& color) {
     Operation& operation = record("shadow", rect);

@@ -11,7 +11,8 @@
 class RecordingCanvas : public Canvas {
  public:
     struct Operation {
-        std::string kind;  ///< "fill", "rounded", "stroke", "shadow", "bitmap" or "text".
+        std::string
+            kind;  ///< "fill", "rounded", "polygons", "stroke", "shadow", "bitmap" or "text".
         CGRect rect;
         CGRect clip;
         CGFloat opacity = 1;  ///< By saveWithOpacity().
@@ -43,6 +44,7 @@ class RecordingCanvas : public Canvas {
     void fillRounded(const CGRect& rect, CGFloat radius, const UIColor& color) override;
     void strokeRounded(const CGRect& rect, CGFloat radius, CGFloat width,
                        const UIColor& color) override;
+    void fillPolygons(const std::vector<Polygon>& polygons, const UIColor& color) override;
     void fillShadow(const CGRect& rect, CGFloat radius, CGFloat blur,
                     const UIColor& color) override;
     void drawBitmap(const UIBitmap& bitmap, const CGRect& source, const CGRect& target,

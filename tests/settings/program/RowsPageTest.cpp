@@ -132,15 +132,19 @@ TEST_F(RowsPageTest, LeavesAMalformedFileAloneAndOffersWaysOut) {
 }
 
 TEST_F(RowsPageTest, IsOpenedByTheMixerForTheSameFiles) {
+    const std::filesystem::path own = files.folder() / "100%f 'mine'";
+    const std::filesystem::path list = own / files.categoryFile().filename();
+    std::filesystem::create_directory(own);
+    MixerFiles::write(list, original);
     command = {TARNWICK_PROGRAM, "--settings"};
-    start();
+    start({"--preferences", own});
     EXPECT_TRUE(rigs::waitUntil([&] { return program.hasEnded(); }));
     press("Show the row for Phone calls");
-    EXPECT_TRUE(
-        waitForCategories(listOf({ringtone, media, replaced(calls, "<true/>", "<false/>")})))
-        << contentsOf(files.categoryFile());
+    const std::string hidden = listOf({ringtone, media, replaced(calls, "<true/>", "<false/>")});
+    EXPECT_TRUE(rigs::waitUntil([&] { return contentsOf(list) == hidden; })) << contentsOf(list);
     typeWith(XK_Control_L, XK_w);
-    EXPECT_TRUE(rigs::waitUntil([&] { return screen.windowsOf("org.tarnwick.Settings").empty(); }));
+    EXPECT_TRUE(rigs::waitUntil([&] { return screen.windowsOf(settingsClass).empty(); }));
+    EXPECT_TRUE(rigs::waitUntil([&] { return reader.findProgram(settingsClass).program.empty(); }));
 }
 
 TEST_F(RowsPageTest, OffersANewUserSimplerNamesOnce) {

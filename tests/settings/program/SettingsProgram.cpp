@@ -13,7 +13,6 @@ namespace test {
 namespace {
 
 constexpr unsigned roleListItem = 32;
-constexpr const char* settingsClass = "org.tarnwick.Settings";
 
 /// What all tests of the program have around them: a home, and a bus that keeps the socket of the
 /// accessibility service there.
@@ -61,6 +60,7 @@ SettingsProgram::~SettingsProgram() {
     }
     program.signal(SIGTERM);
     program.wait();
+    EXPECT_EQ(folder.logged().find("CRITICAL"), std::string::npos) << folder.logged();
 }
 
 void SettingsProgram::start(std::vector<std::string> arguments, const Environment& environment) {

@@ -21,6 +21,8 @@ namespace test {
 class SettingsProgram : public testing::Test {
  protected:
     using Object = AtSpiClient::Object;
+    /// Of the program's windows, and the program's name for a screen reader.
+    static constexpr const char* settingsClass = "org.tarnwick.Settings";
 
     SettingsProgram();
     ~SettingsProgram() override;
