@@ -1,4 +1,5 @@
 #include "backends/pulse/inventory/InventoryItems.hpp"
+#include "backends/pulse/inventory/SessionManagerState.hpp"
 
 #include <gtest/gtest.h>
 
@@ -210,4 +211,42 @@ TEST(InventoryItems, SayWhatARowMoves) {
     };
     for (const auto& [category, moved] : expectations)
         EXPECT_EQ(whatItMoves(mirror, category, seen), moved) << category;
+}
+
+TEST(InventoryItems, OfferWhatTheSessionManagerRemembersOfPlayersOnce) {
+    ServerMirror mirror = desktopMirror();
+    mirror.sinkInputs = {{.applicationName = "Firefox", .applicationId = "org.mozilla.firefox"}};
+    mirror.restoreEntries->try_emplace("sink-input-by-application-name:Music");
+    SeenPlayers seen;
+    seen.remember({"Radio", "firefox", "org.mozilla.firefox", "music", "Tarnwick"});
+    EXPECT_EQ(offered(mirror, ItemKind::Application, seen),
+              (Names{"app:Firefox", "app:Music", "app:Radio"}));
+}
+
+TEST(SessionManagerState, NamesEachApplicationOnceInTheOlderFormWithALineForEachProperty) {
+    EXPECT_EQ(pulse::applicationsIn("[restore-stream]\n"
+                                    "Output/Audio:application.name:My\\sRadio:volume=0.4\n"
+                                    "Output/Audio:application.name:My\\sRadio:mute=false\n"
+                                    "Output/Audio:application.id:org.example.Player:volume=1\n"
+                                    "Input/Audio:application.name:Recorder:volume=1\n"
+                                    "Output/Audio:media.role:Music:volume=1\n"
+                                    "Output/Audio:application.name:A\\eB\\o1\\c\\\\:mute=true\n"),
+              (Names{"My Radio", "org.example.Player", "A=B[1]\\"}));
+}
+
+TEST(SessionManagerState, NamesEachApplicationInTheNewerFormWithALineForEachStream) {
+    EXPECT_EQ(pulse::applicationsIn(
+                  "[stream-properties]\n"
+                  "Output/Audio:application.name:Radio:One={\"volume\":1.0, \"mute\":false}\n"
+                  "Output/Audio:media.role:Music={\"volume\":1.0}\n"),
+              (Names{"Radio:One"}));
+}
+
+TEST(SessionManagerState, PassesOverWhatItDoesNotKnow) {
+    for (const char* text :
+         {"", "\n\n", "Output/Audio:application.name:", "Output/Audio:application.name:Cut",
+          "Output/Audio:application.name:=", "Output/Audio:application.name:NoProperty=1",
+          "Output/Audio:application.name:={}", "\xff\xfe"})
+        EXPECT_EQ(pulse::applicationsIn(text), Names{}) << text;
+    EXPECT_EQ(pulse::applicationsIn("Output/Audio:application.name:End\\={"), Names{"End\\"});
 }

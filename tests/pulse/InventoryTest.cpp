@@ -53,6 +53,23 @@ TEST_P(PulseInventories, ShowAPlayerAtOnceAndKeepItWhenItEnds) {
     EXPECT_FALSE(inventory_->isThere("app:Game"));
 }
 
+// The session manager stores it within a few seconds.
+TEST_P(PulseInventories, OfferAPlayerThatEndedBeforeTheyWereOpened) {
+    server_->startAndWait();
+    {
+        rigs::OtherProgram early(server_->address(), identity("Early Bird"));
+        const auto sounds = early.play({});
+        server_->pactl({"set-sink-input-volume", sounds->index(), "50%"});
+        runFor(0.2);
+    }
+    ASSERT_TRUE(waitUntil([&] {
+        inventory_ = pulse::openInventory(server_->address());
+        runFor(0.3);
+        return item("app:Early Bird").has_value();
+    }));
+    EXPECT_FALSE(isThereAsAnItem("app:Early Bird"));
+}
+
 TEST_P(PulseInventories, ShowAnOutputWhileItIsPluggedIn) {
     startInventory();
     EXPECT_FALSE(item("sink:usb"));

@@ -69,25 +69,28 @@ std::vector<Item> Collection::sorted() && {
     return std::move(items_);
 }
 
-void addPlayers(Collection& collection, const ServerMirror& mirror,
-                const std::vector<Player>& seen) {
+void addPlayers(Collection& collection, const ServerMirror& mirror, const SeenPlayers& players) {
+    const std::vector<Player>& seen = players.all();
     const auto addPlayer = [&](const Player& player) {
         collection.add(ItemKind::Application, "app:" + player.label(), player.label(),
                        iconNamed(player.iconName));
     };
     std::ranges::for_each(seen, addPlayer);
-    if (!mirror.restoreEntries) return;
     std::vector<Player> stored;
     const auto isKnown = [&](const std::string& name) {
         const auto isIt = [&](const Player& player) { return player.answersTo(name); };
         return isSameName(name, ourApplicationName) || std::ranges::any_of(seen, isIt) ||
                std::ranges::any_of(stored, isIt);
     };
+    const auto addStored = [&](const std::string& name) {
+        if (!isKnown(name)) stored.push_back({.name = name});
+    };
     // Backwards, so that names come before ids: an application may have both.
-    for (auto entry = mirror.restoreEntries->rbegin(); entry != mirror.restoreEntries->rend();
-         ++entry)
-        if (const auto name = applicationOfEntry(entry->first); name && !isKnown(*name))
-            stored.push_back({.name = *name});
+    if (mirror.restoreEntries)
+        for (auto entry = mirror.restoreEntries->rbegin(); entry != mirror.restoreEntries->rend();
+             ++entry)
+            if (const auto name = applicationOfEntry(entry->first)) addStored(*name);
+    std::ranges::for_each(players.remembered(), addStored);
     std::ranges::for_each(stored, addPlayer);
 }
 
@@ -206,7 +209,7 @@ NSString whatItMoves(const ServerMirror& mirror, const NSString& category,
 
 std::vector<Item> inventoryItems(const ServerMirror& mirror, const SeenPlayers& seen) {
     Collection collection(mirror);
-    addPlayers(collection, mirror, seen.all());
+    addPlayers(collection, mirror, seen);
     addDevices(collection, mirror);
     addRoles(collection, mirror);
     return std::move(collection).sorted();

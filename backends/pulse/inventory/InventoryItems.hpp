@@ -4,6 +4,7 @@
 #include "platform/celestial/SoundInventory.hpp"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace pulse {
@@ -21,15 +22,20 @@ struct Player {
     bool answersTo(const std::string& applicationName) const;
 };
 
-/// The players that have been seen, each once. One that stops playing stays.
+/// The players that have been seen, each once, and the names of those that played before. One that
+/// stops playing stays.
 class SeenPlayers {
  public:
+    /// Takes the names for all that is known of the time before.
+    void remember(std::vector<std::string> names) { remembered_ = std::move(names); }
+    const std::vector<std::string>& remembered() const { return remembered_; }
     /// Adds the players whose streams are in the mirror.
     void observe(const ServerMirror& mirror);
     const std::vector<Player>& all() const { return players_; }
 
  private:
     std::vector<Player> players_;
+    std::vector<std::string> remembered_;
 };
 
 /// Whether the mirror has a volume for the category.

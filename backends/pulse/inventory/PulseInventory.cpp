@@ -2,6 +2,7 @@
 #include "backends/pulse/categories/CategoryMapping.hpp"
 #include "backends/pulse/connection/Connection.hpp"
 #include "backends/pulse/inventory/InventoryItems.hpp"
+#include "backends/pulse/inventory/SessionManagerState.hpp"
 #include "backends/pulse/mirror/MirrorReader.hpp"
 #include "backends/pulse/mirror/ServerMirror.hpp"
 #include "platform/foundation/NSRunLoop.hpp"
@@ -96,6 +97,7 @@ void PulseInventory::mirrorChanged() {
     if (!reader_->isComplete()) return;
     seen_.observe(mirror_);
     const bool isFirst = std::exchange(state_, State::Ready) != State::Ready;
+    if (isFirst && mirror_.server.pipeWire) seen_.remember(applicationsThatHavePlayed());
     if (isFirst)
         telling_.start(0, [this] { tell(); });
     else if (!telling_.isRunning())

@@ -83,15 +83,15 @@ std::optional<ObjectVolume> levelIn(GKeyFile* file, const char* name) {
     return level;
 }
 
-std::filesystem::path stateFolder() {
+}  // namespace
+
+std::filesystem::path userStateFolder() {
     const char* const state = std::getenv("XDG_STATE_HOME");
     if (state && *state == '/') return state;
     return std::filesystem::path(g_get_home_dir()) / ".local" / "state";
 }
 
-}  // namespace
-
-OutputsFile::OutputsFile() : path_(stateFolder() / "tarnwick" / "outputs") {}
+OutputsFile::OutputsFile() : path_(userStateFolder() / "tarnwick" / "outputs") {}
 
 OutputsJournal OutputsFile::read() const {
     const KeyFile file(g_key_file_new());

@@ -10,6 +10,9 @@
 
 namespace pulse {
 
+/// Where programs keep what they remember: $XDG_STATE_HOME, or ~/.local/state.
+std::filesystem::path userStateFolder();
+
 /// What is known of the outputs for roles beyond the server's life: the user's choice, how far the
 /// last change got, and what it still needs. Whoever reads it can finish the change.
 struct OutputsJournal {
