@@ -42,13 +42,10 @@ std::vector<PixelRect> clipOf(cairo_t* context, const PixelGrid& grid) {
         }
         return parts;
     }
-    double left = 0;
-    double top = 0;
-    double right = 0;
-    double bottom = 0;
-    cairo_clip_extents(context, &left, &top, &right, &bottom);
-    parts.push_back({left * grid.scale + grid.x, top * grid.scale + grid.y,
-                     right * grid.scale + grid.x, bottom * grid.scale + grid.y});
+    const CGRect area = clippedArea(context);
+    parts.push_back({area.origin.x * grid.scale + grid.x, area.origin.y * grid.scale + grid.y,
+                     CGRectGetMaxX(area) * grid.scale + grid.x,
+                     CGRectGetMaxY(area) * grid.scale + grid.y});
     return parts;
 }
 
@@ -151,6 +148,16 @@ cairo_filter_t filterFor(const PixelGrid& grid, const CGSize& size, const Bitmap
 }
 
 }  // namespace
+
+CGRect clippedArea(cairo_t* context) {
+    double left = 0;
+    double top = 0;
+    double right = 0;
+    double bottom = 0;
+    cairo_clip_extents(context, &left, &top, &right, &bottom);
+    return CGRectMake(static_cast<CGFloat>(left), static_cast<CGFloat>(top),
+                      static_cast<CGFloat>(right - left), static_cast<CGFloat>(bottom - top));
+}
 
 CairoCanvas::CairoCanvas(cairo_t* context, CGFloat scale, CairoText& text)
     : context_(cairo_reference(context)), text_(text) {

@@ -11,6 +11,9 @@
 
 namespace painting {
 
+/// What can be painted in the context's clip, in its units.
+CGRect clippedArea(cairo_t* context);
+
 /// Paints on a Cairo context.
 ///
 /// Make one for a paint, on the context that a surface or a toolkit hands out, and let it go before

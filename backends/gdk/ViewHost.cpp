@@ -21,16 +21,6 @@ GdkRectangle inWindow(const CGRect& rect, CGFloat zoom) {
             static_cast<int>(std::ceil(CGRectGetMaxY(rect) * zoom + more)) - top};
 }
 
-CGRect clippedArea(cairo_t* context) {
-    double left = 0;
-    double top = 0;
-    double right = 0;
-    double bottom = 0;
-    cairo_clip_extents(context, &left, &top, &right, &bottom);
-    return CGRectMake(static_cast<CGFloat>(left), static_cast<CGFloat>(top),
-                      static_cast<CGFloat>(right - left), static_cast<CGFloat>(bottom - top));
-}
-
 }  // namespace
 
 ViewHost::ViewHost(std::shared_ptr<UIWindow> content, GdkWindow* window)
@@ -113,7 +103,7 @@ void ViewHost::paint(cairo_t* context) {
 
 void ViewHost::paintContent(cairo_t* context, CGFloat pixelsPerPoint) {
     painting::CairoCanvas canvas(context, pixelsPerPoint);
-    content_->layoutAndPaint(canvas, clippedArea(context));
+    content_->layoutAndPaint(canvas, painting::clippedArea(context));
 }
 
 }  // namespace windowing

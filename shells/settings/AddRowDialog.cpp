@@ -55,8 +55,7 @@ RowOffer offerOf(const SoundInventory::Item& item) {
             .name = nameOf(item),
             .details = detailsOf(item),
             .icon = item.iconName.value_or(iconFor(item.category)),
-            .group = groupOf(item.kind),
-            .isThereNow = item.isThereNow};
+            .group = groupOf(item.kind)};
 }
 
 const RowOffer& offerIn(GtkListBoxRow* row) {
@@ -69,13 +68,20 @@ void keepOffer(GtkWidget* row, RowOffer offer) {
         [](gpointer data) { const std::unique_ptr<RowOffer> end(static_cast<RowOffer*>(data)); });
 }
 
+/// The application's own icon, where the theme has it.
+const char* shownIcon(const RowOffer& offer, GtkWidget* row) {
+    GtkIconTheme* theme = gtk_icon_theme_get_for_display(gtk_widget_get_display(row));
+    const bool isInTheme = gtk_icon_theme_has_icon(theme, offer.icon.c_str()) != FALSE;
+    return isInTheme ? offer.icon.c_str() : iconFor(offer.category);
+}
+
 GtkWidget* rowFor(const RowOffer& offer) {
     GtkWidget* row = adw_action_row_new();
     adw_preferences_row_set_use_markup(ADW_PREFERENCES_ROW(row), FALSE);
     adw_preferences_row_set_title(ADW_PREFERENCES_ROW(row), offer.name.c_str());
     adw_action_row_set_subtitle(ADW_ACTION_ROW(row),
                                 Text(g_markup_escape_text(offer.details.c_str(), -1)).get());
-    adw_action_row_set_icon_name(ADW_ACTION_ROW(row), offer.icon.c_str());
+    adw_action_row_set_icon_name(ADW_ACTION_ROW(row), shownIcon(offer, row));
     gtk_list_box_row_set_activatable(GTK_LIST_BOX_ROW(row), TRUE);
     if (offer.isInList) {
         GtkWidget* mark = gtk_image_new_from_icon_name("object-select-symbolic");

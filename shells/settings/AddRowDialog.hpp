@@ -16,7 +16,6 @@ struct RowOffer {
     std::string details;          ///< A second line.
     std::string icon;             ///< An icon's name.
     const char* group = nullptr;  ///< The heading that it stands under.
-    bool isThereNow = true;
     bool isInList = false;
 };
 

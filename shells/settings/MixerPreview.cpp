@@ -40,16 +40,6 @@ void nameCategories() {
         if (record.categoryName()) device->nameCategory(*record.categoryName());
 }
 
-CGRect clippedArea(cairo_t* context) {
-    double left = 0;
-    double top = 0;
-    double right = 0;
-    double bottom = 0;
-    cairo_clip_extents(context, &left, &top, &right, &bottom);
-    return CGRectMake(static_cast<CGFloat>(left), static_cast<CGFloat>(top),
-                      static_cast<CGFloat>(right - left), static_cast<CGFloat>(bottom - top));
-}
-
 void write(const MixerFiles& files) {
     NSPropertyList::writeToFileAtomically(files.settings, settingsFilePath());
     NSPropertyList::writeToFileAtomically(files.categories, categoryFilePath());
@@ -169,7 +159,7 @@ void MixerPreview::draw(cairo_t* context, int width, int /*height*/) {
     cairo_translate(context, left, 0);
     painting::CairoCanvas canvas(context, gtk_widget_get_scale_factor(area_.get()));
     content_->takeDamage();
-    content_->layoutAndPaint(canvas, clippedArea(context));
+    content_->layoutAndPaint(canvas, painting::clippedArea(context));
 }
 
 void MixerPreview::requestFrame() {
