@@ -19,6 +19,7 @@ constexpr CGFloat shadowInset = 6;  // points; it comes out below the panel, har
 // Points. The widget's own margin is above the text, so the text is placed slightly high.
 constexpr CGFloat noticeLineHeight = 14;
 constexpr CGFloat noticeMarginBelow = 8;
+constexpr CGFloat buttonMarginBelow = 14;
 constexpr CGFloat noticeMargin = 20;
 constexpr CGFloat noticeSize = 11;
 constexpr UIColor noticeColor = {1, 1, 1, 0.55};
@@ -85,7 +86,7 @@ CGFloat PanelView::footerHeight(CGFloat width) const {
 }
 
 CGFloat PanelView::noticeHeight() const {
-    const CGFloat button = hasNoticeButton() ? PlateButton::height + noticeMarginBelow : 0;
+    const CGFloat button = hasNoticeButton() ? PlateButton::height + buttonMarginBelow : 0;
     return notice_->text() ? noticeTextHeight() + noticeMarginBelow + button : 0;
 }
 

@@ -98,7 +98,7 @@ TEST_F(OfferTest, SaysBelowTheRowsWhyItCouldNotBeDone) {
     std::filesystem::create_directories(file / "in-the-way");
     startUntilOffered();
     pressAccept();
-    constexpr double noticeOfThreeLines = 3 * 14 + 8 + 36 + 8;
+    constexpr double noticeOfThreeLines = 3 * 14 + 8 + 36 + 14;
     EXPECT_TRUE(waitForHeight(rows + noticeOfThreeLines)) << session.waitForWindow().size.height;
     EXPECT_NE(session.logged().find("tarnwick: outputs: the choice cannot be stored"),
               std::string::npos)

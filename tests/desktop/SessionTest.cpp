@@ -22,7 +22,7 @@ bool says(const UserSession& session, const std::string& part) {
 }
 
 /// Points; below a notice.
-constexpr double settingsButton = 36 + 8;
+constexpr double settingsButton = 36 + 14;
 
 /// A bus that takes connections and then says nothing.
 class SilentBus {

@@ -64,6 +64,14 @@ TEST_F(GoldenPanel, HasANoticeBelowTheRows) {
     expectGolden("panel-notice@2x");
 }
 
+TEST_F(GoldenPanel, LeadsToTheSettingsByAGearAndBelowANotice) {
+    setPreferencesDirectory(files.folder().string());
+    files.writeCategories({{"Ringtone", "Ringtone"}, {"Audio/Video", "Media"}});
+    panel->setSettingsHandler([] {});
+    panel->setNotice("No sound server answers");
+    expectGolden("panel-settings@2x");
+}
+
 TEST_F(GoldenPanel, OffersOutputsForRolesBelowTheRows) {
     setPreferencesDirectory(files.folder().string());
     files.writeCategories({{"Ringtone", "Ringtone"}, {"Audio/Video", "Media"}});
