@@ -124,6 +124,13 @@ void setHeading(GtkListBoxRow* row, GtkListBoxRow* before, gpointer) {
     gtk_list_box_row_set_header(row, heading);
 }
 
+/// Of those that the search has left.
+void chooseFirst(GtkListBox* list) {
+    for (int i = 0; GtkListBoxRow* row = gtk_list_box_get_row_at_index(list, i); ++i)
+        if (gtk_widget_get_child_visible(GTK_WIDGET(row)) != FALSE)
+            return g_signal_emit_by_name(list, "row-activated", row);
+}
+
 }  // namespace
 
 std::vector<RowOffer> rowOffers(const SoundInventory* inventory, const CategoryList& rows) {
@@ -150,6 +157,7 @@ void showAddRowDialog(GtkWindow* window, const SoundInventory* inventory, const 
     gtk_list_box_set_filter_func(list, isSought, search, nullptr);
     gtk_list_box_set_header_func(list, setHeading, nullptr, nullptr);
     onSignal(search, "search-changed", [list] { gtk_list_box_invalidate_filter(list); });
+    onSignal(search, "activate", [list] { chooseFirst(list); });
     gtk_search_entry_set_key_capture_widget(search, GTK_WIDGET(dialog));
     onSignalWith<GtkListBoxRow*>(list, "row-activated",
                                  [dialog, choose = std::move(choose)](GtkListBoxRow* row) {

@@ -146,6 +146,13 @@ std::vector<unsigned long> XScreen::shownBy(const std::string& windowClass) cons
     return found;
 }
 
+void XScreen::resize(const std::string& windowClass, const CGSize& size) const {
+    for (const unsigned long window : shownBy(windowClass))
+        XResizeWindow(display_.get(), window, static_cast<unsigned>(size.width),
+                      static_cast<unsigned>(size.height));
+    XSync(display_.get(), False);
+}
+
 std::vector<unsigned long> XScreen::numbersOf(const std::string& windowClass,
                                               const char* name) const {
     unsigned long count = 0;

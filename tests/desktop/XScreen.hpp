@@ -43,6 +43,8 @@ class XScreen {
     ScreenPicture picture() const;
     /// The windows that a program of that class shows, without a window manager around them.
     std::vector<CGRect> windowsOf(const std::string& windowClass) const;
+    /// Asks for another size for all those windows, as a window manager does.
+    void resize(const std::string& windowClass, const CGSize& size) const;
     /// A property of the first of those windows, as the server keeps it: numbers of 32 bits, or
     /// bytes. Empty where it is not set.
     std::vector<unsigned long> numbersOf(const std::string& windowClass, const char* name) const;

@@ -1,3 +1,5 @@
+#include "tests/rigs/OtherProgram.hpp"
+#include "tests/rigs/PulseAudioServer.hpp"
 #include "tests/rigs/Waiting.hpp"
 #include "tests/settings/program/SettingsProgram.hpp"
 
@@ -145,6 +147,24 @@ TEST_F(RowsPageTest, IsOpenedByTheMixerForTheSameFiles) {
     typeWith(XK_Control_L, XK_w);
     EXPECT_TRUE(rigs::waitUntil([&] { return screen.windowsOf(settingsClass).empty(); }));
     EXPECT_TRUE(rigs::waitUntil([&] { return reader.findProgram(settingsClass).program.empty(); }));
+}
+
+TEST_F(RowsPageTest, AddsARowForAPlayerThatIsSoughtByItsName) {
+    rigs::PulseAudioServer sound(folder);
+    sound.startAndWait();
+    rigs::OtherProgram player(sound.address(), {.name = "Wave Radio"});
+    const auto music = player.play({});
+    start();
+    press("Add a Row…");
+    ASSERT_TRUE(waitToShow("Plays now"));
+    type("wave");
+    rigs::runFor(0.5);  // The search begins once nothing was typed for a moment.
+    user.typeKey(XK_Return);
+    const std::string row = "<string>app:Wave Radio</string>";
+    EXPECT_TRUE(rigs::waitUntil([&] {
+        return contentsOf(files.categoryFile()).find(row) != std::string::npos;
+    })) << contentsOf(files.categoryFile());
+    EXPECT_TRUE(waitToShow("Everything that Wave Radio plays"));
 }
 
 TEST_F(RowsPageTest, OffersANewUserSimplerNamesOnce) {

@@ -4,6 +4,7 @@
 
 #include <X11/keysym.h>
 
+#include <algorithm>
 #include <csignal>
 #include <fstream>
 #include <iterator>
@@ -54,8 +55,9 @@ SettingsProgram::SettingsProgram() : folder(surroundings().folder) {}
 
 SettingsProgram::~SettingsProgram() {
     if (HasFailure()) {
-        screen.picture().keep(std::string("settings-failed-") +
-                              testing::UnitTest::GetInstance()->current_test_info()->name());
+        std::string test = testing::UnitTest::GetInstance()->current_test_info()->name();
+        std::ranges::replace(test, '/', '-');
+        screen.picture().keep("settings-failed-" + test);
         ADD_FAILURE() << folder.logged();
     }
     program.signal(SIGTERM);
