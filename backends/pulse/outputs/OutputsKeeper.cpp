@@ -54,6 +54,7 @@ void OutputsKeeper::end() {
     server_ = nullptr;
     run_.reset();
     adoption_.reset();
+    pretence_.cancel();
     timer_.cancel();
     memory_ = {.levels = std::move(memory_.levels)};
     if (file_) file_->unlock();
@@ -316,7 +317,7 @@ void OutputsKeeper::finish() {
 
 void OutputsKeeper::adopt() {
     if (!server_ || adoption_) return;
-    adoption_.emplace();
+    adoption_ = Adoption{};
     moveStrays();
 }
 
@@ -341,7 +342,7 @@ void OutputsKeeper::moveStrays() {
 }
 
 void OutputsKeeper::movesAnswered() {
-    adoption_->pretence.start(mirror_.server.pipeWire ? pretendedSeconds : 0, [this] {
+    pretence_.start(mirror_.server.pipeWire ? pretendedSeconds : 0, [this] {
         server_->read({Part::SinkInputs}, [this] {
             if (adoption_) moveStrays();
         });

@@ -72,7 +72,6 @@ class OutputsKeeper final : public RoleOutputs {
     struct Adoption {
         int tries = 0;
         std::size_t answersMissing = 0;
-        OneShotTimer pretence;
     };
 
     bool mayAct() const { return server_ && server_->isLocal() && !isStuck_; }
@@ -105,6 +104,7 @@ class OutputsKeeper final : public RoleOutputs {
     bool follows_ = false;
     std::optional<OutputsJournal::Choice> request_;
     std::optional<Adoption> adoption_;
+    OneShotTimer pretence_;
     bool isStuck_ = false;  // After a failure, until a request or another server.
     std::optional<Run> run_;
     NSString failure_;
