@@ -64,7 +64,10 @@ std::vector<Polygon> gearAround(const CGPoint& centre) {
     const Polygon outside = ring(
         centre, 4 * teeth,
         [](int i) { return gearRadius * (i % 4 == 1 || i % 4 == 2 ? 1 : toothRoot); },
-        [&](int i) { return (i / 4 + placeInTooth[static_cast<std::size_t>(i % 4)]) / teeth; });
+        [&](int i) {
+            const int tooth = i / 4;
+            return (tooth + placeInTooth[static_cast<std::size_t>(i % 4)]) / teeth;
+        });
     constexpr int holeCorners = 24;
     const Polygon inside = ring(
         centre, holeCorners, [](int) { return gearRadius * hole; },
