@@ -303,6 +303,7 @@ void CairoCanvas::fillPolygons(const std::vector<Polygon>& polygons, const UICol
             return state_.grid.paintable({corner, {1, 1}}).has_value();
         });
         if (!isPaintable) continue;
+        cairo_new_sub_path(context_);  // A closed one leaves a point to go on from.
         for (const CGPoint& corner : polygon) {
             const CGPoint point = state_.grid.paintable({corner, {1, 1}})->origin;
             cairo_line_to(context_, point.x, point.y);

@@ -74,6 +74,17 @@ TEST(CairoCanvas, PaintsNothingForStrangeRectanglesAndGoesOn) {
     }
 }
 
+TEST(CairoCanvas, FillsPolygonsButWhereTheyLieInEachOther) {
+    Paper paper(10, 10);
+    const Polygon outside = {{0, 0}, {8, 0}, {8, 8}, {0, 8}};
+    const Polygon inside = {{2, 2}, {6, 2}, {6, 6}, {2, 6}};
+    const Polygon nowhere = {{0, 0}, {nan, 5}, {infinity, 0}};
+    paper.canvas().fillPolygons({outside, nowhere, inside, {}}, UIColor::redColor());
+    EXPECT_EQ(paper.inked(), 64 - 16);
+    EXPECT_EQ(paper.at(1, 1), redPixel);
+    EXPECT_EQ(paper.at(4, 4), clear);
+}
+
 TEST(CairoCanvas, FillsWhatIsVisibleOfAGiganticRectangle) {
     for (const double size : {1e5, 1e9, 1e300, infinity}) {
         Paper paper(4, 4);
