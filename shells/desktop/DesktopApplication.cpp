@@ -55,10 +55,8 @@ std::string pictureInCache() {
 
 int DesktopApplication::run() {
     if (options_.quit) return quitOther();
-    if (options_.settings) {
-        const shell::Problem problem = openSettings(options_.common, nullptr);
-        return problem ? shell::complain(EXIT_FAILURE, *problem) : EXIT_SUCCESS;
-    }
+    if (options_.settings)
+        return openSettings(options_.common, nullptr) ? EXIT_FAILURE : EXIT_SUCCESS;
     beginGdk();
     if (!options_.standsAlone()) instance_.begin();
     UILabel::setDefaultTextColor(UIColor::whiteColor());

@@ -221,9 +221,12 @@ void DesktopSession::openTray() {
 }
 
 void DesktopSession::showSettings() {
-    const shell::Problem problem = openSettings(options_.common, display_);
-    if (problem) shell::complain(*problem);
-    settingsProblem_ = problem ? NSString(shell::wrapped(*problem)) : std::nullopt;
+    settingsProblem_.reset();
+    if (const shell::Problem reason = openSettings(options_.common, display_)) {
+        // TRANSLATORS: Why they cannot be opened.
+        const char* text = shell::translated("Settings: {reason}");
+        settingsProblem_ = shell::wrapped(shell::filled(text, {{"reason", *reason}}));
+    }
     showFooter();
 }
 

@@ -4,6 +4,7 @@
 #include "shells/panel/HostedWidget.hpp"
 
 #include <cmath>
+#include <functional>
 #include <memory>
 
 namespace desktop {
@@ -77,7 +78,9 @@ void DesktopWindow::followScreen() {
 
 /// The layout for the content and what is below it as they are now.
 shell::PanelLayout DesktopWindow::wantedLayout() {
-    shown_ = shell::panelContent(widget_, panel_->settingsHandler());
+    // One button leads to the settings, below both notices where there are two.
+    shown_ = shell::panelContent(
+        widget_, panel_->hasNoticeButton() ? std::function<void()>() : panel_->settingsHandler());
     shown_.size.height += panel_->footerHeight(shown_.size.width);
     panel_->setWidgetView(shown_.view);
     return shell::panelLayout(shown_.size, place_->availableSize(window_.get(), look_), look_);

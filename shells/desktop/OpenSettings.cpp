@@ -2,6 +2,7 @@
 
 #include "platform/foundation/PreferencesDirectory.hpp"
 #include "shells/common/Installation.hpp"
+#include "shells/common/Process.hpp"
 #include "shells/common/Translation.hpp"
 
 #include <gio/gio.h>
@@ -51,10 +52,12 @@ Context launchContext(GdkDisplay* display) {
 
 shell::Problem problemOf(gboolean done, GError* error) {
     if (done != FALSE) return std::nullopt;
-    const std::string reason = error ? error->message : "";
+    std::string reason = error ? error->message : "";
+    if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_NOT_SUPPORTED) != FALSE)
+        // TRANSLATORS: Why the settings cannot be opened.
+        reason = shell::translated("neither tarnwick-settings nor a file manager is installed");
     g_clear_error(&error);
-    return shell::filled(shell::translated("the settings cannot be opened: {reason}"),
-                         {{"reason", reason}});
+    return reason;
 }
 
 shell::Problem startProgram(const std::string& file, const shell::CommonOptions& options,
@@ -86,8 +89,12 @@ shell::Problem openFolder(GAppLaunchContext* context) {
 shell::Problem openSettings(const shell::CommonOptions& options, GdkDisplay* display) {
     const Context context = launchContext(display);
     const std::string program = settingsProgramFile();
-    return program.empty() ? openFolder(context.get())
-                           : startProgram(program, options, context.get());
+    const shell::Problem problem =
+        program.empty() ? openFolder(context.get()) : startProgram(program, options, context.get());
+    if (problem)
+        shell::complain(shell::filled(shell::translated("the settings cannot be opened: {reason}"),
+                                      {{"reason", *problem}}));
+    return problem;
 }
 
 }  // namespace desktop

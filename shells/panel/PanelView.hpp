@@ -46,6 +46,8 @@ class PanelView : public UIView {
     /// from the next layout on; an empty handler removes them.
     void setSettingsHandler(std::function<void()> handler);
     const std::function<void()>& settingsHandler() const { return settingsHandler_; }
+    /// Whether the button below the notice is there with the next layout.
+    bool hasNoticeButton() const { return noticeButton_ && notice_->text(); }
 
     void drawRect(Canvas& canvas) override;
     bool pointInside(const CGPoint& point) const override;
@@ -58,7 +60,6 @@ class PanelView : public UIView {
 
  private:
     void callOnPress(UIButton& button, std::function<void()> PanelView::*handler);
-    bool hasNoticeButton() const { return noticeButton_ && notice_->text(); }
     CGFloat noticeTextHeight() const;
     CGFloat noticeHeight() const;
     void placeFooter(CGRect& viewport);

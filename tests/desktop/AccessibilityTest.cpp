@@ -111,6 +111,24 @@ TEST_F(AccessibilityTest, ButtonCanBePressed) {
     EXPECT_TRUE(waitUntil([this] { return !window->isShown(); }));
 }
 
+TEST_F(AccessibilityTest, GearIsAButtonOfTheMenusNameThatCanBePressed) {
+    openedSliders();
+    int opened = 0;
+    window->setSettingsHandler([&] { ++opened; });
+    window->setFooter(std::nullopt);
+    std::vector<Object> elements;
+    ASSERT_TRUE(waitUntil([&] {
+        elements = reader.children(frame());
+        return elements.size() == 12;
+    }));
+    const Object& gear = elements.back();
+    EXPECT_EQ(reader.role(gear), AtSpiClient::roleButton);
+    EXPECT_EQ(reader.name(gear), "Settings…");
+    EXPECT_TRUE(reader.hasState(gear, AtSpiClient::stateFocusable));
+    EXPECT_TRUE(reader.act(gear));
+    EXPECT_TRUE(waitUntil([&] { return opened == 1; }));
+}
+
 TEST_F(AccessibilityTest, OfferIsAnnouncedAndHasButtonsThatCanBePressed) {
     openedSliders();
     FakeRoleOutputs outputs;

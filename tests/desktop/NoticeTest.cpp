@@ -17,8 +17,15 @@ class NoticeTest : public DesktopFixture {
     void waitForHeight(double height) {
         EXPECT_TRUE(waitUntil([&] { return windowSize().height == height; }));
     }
+    std::ptrdiff_t buttons() const { return buttonsIn(*window->content()); }
 
  private:
+    static std::ptrdiff_t buttonsIn(const UIView& view) {
+        std::ptrdiff_t count = view.className() == "PlateButton" ? 1 : 0;
+        for (const auto& subview : view.subviews())
+            count += buttonsIn(*subview);
+        return count;
+    }
     static std::shared_ptr<UIView> find(const std::shared_ptr<UIView>& view) {
         const auto label = std::dynamic_pointer_cast<UILabel>(view);
         if (label && label->text() == notice) return label;
@@ -59,6 +66,16 @@ TEST_F(NoticeTest, IsThereWhenTheWindowOpensAfterIt) {
     window->show();
     waitForHeight(height + lineRoom);
     EXPECT_TRUE(line());
+}
+
+TEST_F(NoticeTest, SharesItsWayToTheSettingsWithTheNoticeOfAnEmptyMixer) {
+    files.writeCategories({});
+    open();
+    window->setSettingsHandler([] {});
+    for (const NSString& text : {NSString(), NSString(notice), NSString()}) {
+        window->setFooter(text);
+        EXPECT_EQ(buttons(), 1) << text.value_or("without a notice below");
+    }
 }
 
 TEST_F(NoticeTest, IsAnEmptyPartOfThePanel) {
