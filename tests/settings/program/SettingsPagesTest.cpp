@@ -1,5 +1,8 @@
+#include "tests/desktop/WaylandServer.hpp"
 #include "tests/rigs/Waiting.hpp"
 #include "tests/settings/program/SettingsProgram.hpp"
+
+#include <filesystem>
 
 namespace test {
 namespace {
@@ -56,6 +59,47 @@ TEST_F(SettingsPagesTest, SwitchDetailedLoggingAndNothingElse) {
     press("Detailed Logging");
     screen.picture().keep("settings-behavior");
     expectSettings(skin + percentage + "  <key>enableDebugLogging</key><true/>\n");
+}
+
+TEST_F(SettingsPagesTest, StartTheMixerWithTheSessionAndNoLonger) {
+    const std::filesystem::path file =
+        files.folder() / "config/autostart/org.tarnwick.mixer-autostart.desktop";
+    start({"--page", "behavior"});
+    press("Start with the Session");
+    EXPECT_TRUE(rigs::waitUntil([&] {
+        return contentsOf(file).find("\nExec=tarnwick --background") != std::string::npos;
+    })) << contentsOf(file);
+    press("Start with the Session");
+    EXPECT_TRUE(rigs::waitUntil([&] {
+        return contentsOf(file).empty() ||
+               contentsOf(file).find("\nHidden=true") != std::string::npos;
+    })) << contentsOf(file);
+}
+
+TEST_F(SettingsPagesTest, ResetOneFileAfterAskingAndKeepACopy) {
+    files.writeCategories({{"Ringtone", "Bell"}});
+    const std::string rows = contentsOf(files.categoryFile());
+    const std::string settings = contentsOf(files.settingsFile());
+    start({"--page", "behavior"});
+    constexpr CGSize tall = {640, 880};
+    screen.resize(settingsClass, tall);
+    rigs::runFor(0.5);  // Until nothing moves any more.
+    clickOnRow("Reset Look and Behavior…");
+    press("Reset");
+    EXPECT_TRUE(rigs::waitUntil([&] { return contentsOf(files.settingsFile()) != settings; }));
+    EXPECT_EQ(contentsOf(files.settingsFile().string() + ".copy-1"), settings);
+    EXPECT_EQ(contentsOf(files.categoryFile()), rows);
+}
+
+TEST_F(SettingsPagesTest, WorkOnWaylandToo) {
+    const WaylandServer compositor;
+    ASSERT_TRUE(compositor.isRunning()) << "weston does not start";
+    const std::filesystem::path socket =
+        std::filesystem::path(g_getenv("XDG_RUNTIME_DIR")) / g_getenv("WAYLAND_DISPLAY");
+    start({"--page", "look"},
+          {{"GDK_BACKEND", "wayland"}, {"WAYLAND_DISPLAY", socket}, {"DISPLAY", ""}});
+    press("Metal");
+    expectSettings("  <key>selectedSkin</key><string>Metal</string>\n" + percentage);
 }
 
 }  // namespace

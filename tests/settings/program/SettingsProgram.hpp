@@ -37,6 +37,8 @@ class SettingsProgram : public testing::Test {
     bool shows(const std::string& name);
     bool waitToShow(const std::string& name);
     void press(const std::string& name);
+    /// On a row that is a button as a whole, and in sight.
+    void clickOnRow(const std::string& title);
     bool isOn(const std::string& name);
     void clickOn(const std::string& name);
     /// The middle of an object, in pixels of the screen.
