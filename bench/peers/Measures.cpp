@@ -80,6 +80,22 @@ void Stage::learn(Mixer& mixer) {
     throw std::runtime_error(mixer.name + " never stands still");
 }
 
+double Stage::startOnly(const std::vector<std::string>& command) {
+    prepare();
+    const Clock::time_point begin = Clock::now();
+    test::ChildProcess process(command, {.environment = environment_});
+    double took = 0;
+    while (const auto told = screen_.waitForPaint(begin + longestStart)) {
+        if (!screen_.picture().showsSomething()) continue;
+        took = millisecondsBetween(begin, *told);
+        break;
+    }
+    if (took == 0) throw std::runtime_error(command.front() + " shows nothing");
+    process.signal(SIGTERM);
+    process.wait();
+    return took;
+}
+
 void Stage::run(const Mixer& mixer, Samples& samples) {
     prepare();
     const Clock::time_point begin = Clock::now();

@@ -39,6 +39,9 @@ class Stage {
 
     /// Starts the mixer once without measuring, and remembers its final picture.
     void learn(Mixer& mixer);
+    /// Starts a program, waits for its first picture, and ends it. Answers the time until the
+    /// picture, in milliseconds.
+    double startOnly(const std::vector<std::string>& command);
     /// Starts it, lets it idle, changes the volume under it, and ends it.
     void run(const Mixer& mixer, Samples& samples);
 

@@ -5,6 +5,7 @@
 #include <gio/gio.h>
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -13,6 +14,9 @@
 // Measures mixers in turns on one private screen, session bus and sound server, and prints a line
 // of JSON for each.
 //   peers_bench RUNS PICTURES_FOLDER NAME PROGRAM [ARGUMENT...] [-- NAME PROGRAM [ARGUMENT...]]...
+// Or their starts alone, as a table; for programs that never stand still, such as one with a
+// cursor:
+//   peers_bench RUNS --starts NAME PROGRAM [ARGUMENT...] [-- NAME PROGRAM [ARGUMENT...]]...
 
 namespace {
 
@@ -59,7 +63,35 @@ nlohmann::json jsonOf(const peers::Mixer& mixer, const peers::Samples& samples) 
             {"changes_unseen", samples.changesUnseen}};
 }
 
-void measure(int runs, const std::string& pictures, std::vector<peers::Mixer> mixers) {
+void measure(peers::Stage& stage, int runs, const std::string& pictures,
+             std::vector<peers::Mixer> mixers) {
+    for (peers::Mixer& mixer : mixers) {
+        stage.learn(mixer);
+        mixer.settled.save(pictures + "/" + mixer.name + ".ppm");
+    }
+    // In turns, so that other load on the machine affects all of them alike.
+    std::vector<peers::Samples> samples(mixers.size());
+    for (int run = 0; run < runs; ++run)
+        for (std::size_t i = 0; i < mixers.size(); ++i)
+            stage.run(mixers[i], samples[i]);
+    for (std::size_t i = 0; i < mixers.size(); ++i)
+        std::printf("%s\n", jsonOf(mixers[i], samples[i]).dump().c_str());
+}
+
+void measureStarts(peers::Stage& stage, int runs, const std::vector<peers::Mixer>& programs) {
+    std::vector<std::vector<double>> starts(programs.size());
+    for (int run = 0; run < runs; ++run)
+        for (std::size_t i = 0; i < programs.size(); ++i)
+            starts[i].push_back(stage.startOnly(programs[i].command));
+    std::puts("start until the first picture, ms: median (shortest to longest)");
+    for (std::size_t i = 0; i < programs.size(); ++i) {
+        std::ranges::sort(starts[i]);
+        std::printf("%-24s %.0f (%.0f to %.0f)\n", programs[i].name.c_str(),
+                    starts[i][starts[i].size() / 2], starts[i].front(), starts[i].back());
+    }
+}
+
+void measureAll(int runs, const std::string& mode, const std::vector<peers::Mixer>& mixers) {
     const auto bus = sessionBus();
     const std::string busAddress = g_test_dbus_get_bus_address(bus.get());
     rigs::ServerFolder folder;
@@ -74,17 +106,10 @@ void measure(int runs, const std::string& pictures, std::vector<peers::Mixer> mi
     environment["QT_QPA_PLATFORM"] = "xcb";
     environment["WAYLAND_DISPLAY"] = "";
     peers::Stage stage(screen.displayName(), server.address(), "spk", environment);
-    for (peers::Mixer& mixer : mixers) {
-        stage.learn(mixer);
-        mixer.settled.save(pictures + "/" + mixer.name + ".ppm");
-    }
-    // In turns, so that other load on the machine affects all of them alike.
-    std::vector<peers::Samples> samples(mixers.size());
-    for (int run = 0; run < runs; ++run)
-        for (std::size_t i = 0; i < mixers.size(); ++i)
-            stage.run(mixers[i], samples[i]);
-    for (std::size_t i = 0; i < mixers.size(); ++i)
-        std::printf("%s\n", jsonOf(mixers[i], samples[i]).dump().c_str());
+    if (mode == "--starts")
+        measureStarts(stage, runs, mixers);
+    else
+        measure(stage, runs, mode, mixers);
 }
 
 }  // namespace
@@ -95,7 +120,7 @@ int main(int argc, char* argv[]) {
         return 2;
     }
     try {
-        measure(std::atoi(argv[1]), argv[2], mixersFrom({argv + 3, argv + argc}));
+        measureAll(std::max(1, std::atoi(argv[1])), argv[2], mixersFrom({argv + 3, argv + argc}));
         return EXIT_SUCCESS;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "peers_bench: %s\n", error.what());
