@@ -8,6 +8,7 @@
 #include "platform/uikit/UIWindow.hpp"
 #include "shells/common/WidgetBundle.hpp"
 #include "shells/panel/HostedWidget.hpp"
+#include "shells/panel/ScrollingView.hpp"
 #include "tests/support/MixerFiles.hpp"
 #include "tests/support/VirtualClock.hpp"
 
@@ -312,6 +313,29 @@ TEST_F(HostedMixerTest, AssemblesItselfAgainAndKeepsTheFocusInItsRow) {
     files.writeCategories({{"PhoneCall", "Calls"}});
     widget->assembleAgain();
     EXPECT_EQ(window->focusedView(), nullptr) << "its row is gone";
+}
+
+TEST_F(HostedMixerTest, AssemblesItselfAgainWhereItIsScrolledTo) {
+    constexpr CGFloat seen = 120;
+    constexpr CGFloat scrolled = 100;
+    const auto window = std::make_shared<UIWindow>();
+    const auto scroller = std::make_shared<ScrollingView>();
+    widget->present();
+    window->setFrame({{0, 0}, {560, seen}});
+    window->addSubview(scroller);
+    scroller->setFrame(window->bounds());
+    scroller->setContent(widget->view());
+    window->layoutIfNeeded();
+    scroller->scrollBy(scrolled);
+    files.writeCategories({{"PhoneCall", "Calls"},
+                           {"Ringtone", "Bell"},
+                           {"Audio/Video", "Music"},
+                           {"HeadsetBT", "Headset"},
+                           {"HeadphonesBT", "Headphones"}});
+    widget->assembleAgain();
+    window->layoutIfNeeded();
+    EXPECT_EQ(captions().front(), "Calls (Speaker): 50%");
+    EXPECT_EQ(scroller->offset(), scrolled);
 }
 
 TEST_F(HostedMixerTest, AssemblesItselfAgainOnlyWhenNoSliderIsHeld) {
