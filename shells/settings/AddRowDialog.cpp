@@ -124,8 +124,9 @@ void setHeading(GtkListBoxRow* row, GtkListBoxRow* before, gpointer) {
     gtk_list_box_row_set_header(row, heading);
 }
 
-/// Of those that the search has left.
+/// Of those that the search leaves. Who types fast presses Enter before the list has followed.
 void chooseFirst(GtkListBox* list) {
+    gtk_list_box_invalidate_filter(list);
     for (int i = 0; GtkListBoxRow* row = gtk_list_box_get_row_at_index(list, i); ++i)
         if (gtk_widget_get_child_visible(GTK_WIDGET(row)) != FALSE)
             return g_signal_emit_by_name(list, "row-activated", row);

@@ -127,14 +127,15 @@ TEST(SessionTest, FollowsTheFilesWhileItIsShown) {
         files.writeCategories(list);
     };
     show(2);
+    files.writeSettings("<key>selectedSkin</key><string>Glass</string>");
     ChildProcess mixer = session.startMixer({"--preferences", files.folder().string()});
-    // With a line on the server that does not answer.
-    constexpr double margins = 20 + 14 + 8 + settingsButton;
+    // With a line on the server that does not answer, and one on the skin.
+    constexpr double margins = 20 + 2 * 14 + 8 + settingsButton;
     const auto growsTo = [&](double height) {
         return rigs::waitUntil([&] { return session.waitForWindow().size.height == height; });
     };
     ASSERT_TRUE(growsTo(2 * 50 + margins)) << session.waitForWindow().size.height;
-    rigs::runFor(0.2);  // The files are watched once the first picture is there.
+    ASSERT_TRUE(says(session, "there is no skin 'Glass'")) << "the files are watched from then on";
     show(4);
     EXPECT_TRUE(growsTo(4 * 50 + margins));
     // The widget has its rows by now, but counts those of the file once more in the next turn.

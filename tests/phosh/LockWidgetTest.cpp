@@ -139,8 +139,14 @@ TEST_F(LockWidgetTest, ReadsTheRowsAnewEachTimeThePageIsTurnedTo) {
 }
 
 TEST_F(LockWidgetTest, FollowsTheFilesWhileItIsSeen) {
+    files.writeSettings("<key>selectedSkin</key><string>Glass</string>");
     lockAtMixer();
-    rigs::runFor(0.2);  // The files are watched once the picture is there.
+    const auto hasLookedThroughFiles = [] {
+        return std::ranges::any_of(labels(), [](const std::string& label) {
+            return label.find("no skin 'Glass'") != std::string::npos;
+        });
+    };
+    ASSERT_TRUE(rigs::waitUntil(hasLookedThroughFiles)) << "they are watched from then on";
     files.writeShownCategories(2);
     EXPECT_TRUE(rigs::waitUntil([] { return sliders().size() == 2; }));
     screen->turnAway();

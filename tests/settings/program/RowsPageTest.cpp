@@ -158,7 +158,6 @@ TEST_F(RowsPageTest, AddsARowForAPlayerThatIsSoughtByItsName) {
     press("Add a Row…");
     ASSERT_TRUE(waitToShow("Plays now"));
     type("wave");
-    rigs::runFor(0.5);  // The search begins once nothing was typed for a moment.
     user.typeKey(XK_Return);
     const std::string row = "<string>app:Wave Radio</string>";
     EXPECT_TRUE(rigs::waitUntil([&] {
