@@ -32,16 +32,10 @@ const Appearance appearances[] = {
 class SettingsAppearance : public SettingsProgram,
                            public testing::WithParamInterface<std::tuple<const char*, Appearance>> {
  protected:
-    /// Without the window's frame.
-    CGFloat width() {
-        return reader.extents(reader.children(reader.waitForProgram(settingsClass)).front())
-            .size.width;
-    }
     void open(const char* page, const Appearance& appearance) {
         start({"--page", page}, appearance.environment);
         constexpr CGFloat height = 800;
-        screen.resize(settingsClass, {appearance.width, height});
-        ASSERT_TRUE(rigs::waitUntil([&] { return width() <= appearance.width; }));
+        resize({appearance.width, height});
         rigs::runFor(0.5);  // Until nothing moves any more.
         screen.picture().keep(std::string("settings-") + page + "-" + appearance.name);
     }
@@ -73,9 +67,9 @@ TEST_P(SettingsAppearance, FitsIntoTheWindowWithANameForEachControl) {
         if (reader.role(each) == rolePageTab || reader.role(each) == roleScrollPane) continue;
         const CGRect place = reader.extents(each);
         EXPECT_GE(place.origin.x, -frame) << name;
-        EXPECT_LE(CGRectGetMaxX(place), width() + frame) << name;
+        EXPECT_LE(CGRectGetMaxX(place), size().width + frame) << name;
         if (reader.role(each) == roleSwitch && page == std::string("rows")) {
-            EXPECT_EQ(CGRectGetMidX(place) < width() / 2, isArabic) << "it ends the row";
+            EXPECT_EQ(CGRectGetMidX(place) < size().width / 2, isArabic) << "it ends the row";
         }
     }
     EXPECT_GT(controls, 5);

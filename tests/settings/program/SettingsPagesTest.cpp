@@ -82,8 +82,7 @@ TEST_F(SettingsPagesTest, ResetOneFileAfterAskingAndKeepACopy) {
     const std::string settings = contentsOf(files.settingsFile());
     start({"--page", "behavior"});
     constexpr CGSize tall = {640, 880};
-    screen.resize(settingsClass, tall);
-    rigs::runFor(0.5);  // Until nothing moves any more.
+    resize(tall);
     clickOnRow("Reset Look and Behavior…");
     press("Reset");
     EXPECT_TRUE(rigs::waitUntil([&] { return contentsOf(files.settingsFile()) != settings; }));

@@ -5,6 +5,7 @@
 #include <X11/keysym.h>
 
 #include <algorithm>
+#include <cmath>
 #include <csignal>
 #include <fstream>
 #include <iterator>
@@ -95,6 +96,17 @@ void SettingsProgram::start(std::vector<std::string> arguments, const Environmen
                             });
     ASSERT_TRUE(isOnScreen) << folder.logged();
     ASSERT_FALSE(window().program.empty()) << folder.logged();
+}
+
+void SettingsProgram::resize(const CGSize& wanted) {
+    constexpr CGFloat frame = 16;  // At most, both sides together.
+    screen.resize(settingsClass, wanted);
+    EXPECT_TRUE(rigs::waitUntil([&] {
+        const CGSize now = size();
+        return std::abs(now.width - wanted.width) <= frame &&
+               std::abs(now.height - wanted.height) <= frame;
+    })) << size().width
+        << " x " << size().height;
 }
 
 SettingsProgram::Object SettingsProgram::window() {

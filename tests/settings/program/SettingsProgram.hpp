@@ -30,6 +30,11 @@ class SettingsProgram : public testing::Test {
     /// Starts it and waits for its window.
     void start(std::vector<std::string> arguments = {}, const Environment& environment = {});
 
+    /// Gives the window another size, its frame included, and waits until it has it.
+    void resize(const CGSize& size);
+    /// The window's size without its frame.
+    CGSize size() { return reader.extents(window()).size; }
+
     /// Waits for the first control on the screen of that name, in the order of the window. The item
     /// of a list around a control has its name, too.
     Object find(const std::string& name);
