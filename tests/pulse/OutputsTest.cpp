@@ -69,7 +69,7 @@ TEST_P(PulseOutputs, GiveEachCategoryAVolumeOfItsOwn) {
 
 // Nobody's ears are surprised: with music and a ringtone at volumes of their own, switching is
 // never louder than before. How long a sound is quieter depends on the machine's load too, which
-// only adds to it: the shortest of some times counts.
+// only adds to it: the shortest of some times counts, and of more on a machine that is busy.
 TEST_P(PulseOutputs, AreNeverLouderWhileTheyComeAndGo) {
     startBoth();
     server_->pactl({"set-sink-volume", "spk", "40000"});
@@ -82,7 +82,10 @@ TEST_P(PulseOutputs, AreNeverLouderWhileTheyComeAndGo) {
         runFor(0.4);
         const float before = heard(*ear);
         std::map<Choice, double> shortestQuiet{{Choice::Apart, 1}, {Choice::Shared, 1}};
-        for (int round = 0; round < 4; ++round)
+        constexpr double longestQuiet = 0.11;
+        const auto isShort = [](const auto& each) { return each.second <= longestQuiet; };
+        for (int round = 0;
+             round < 4 || (round < 16 && !std::ranges::all_of(shortestQuiet, isShort)); ++round)
             for (auto& [choice, shortest] : shortestQuiet) {
                 ear->listen();
                 ASSERT_TRUE(choose(choice));
@@ -98,7 +101,7 @@ TEST_P(PulseOutputs, AreNeverLouderWhileTheyComeAndGo) {
         for (const auto& [choice, shortest] : shortestQuiet) {
             RecordProperty(role + (choice == Choice::Apart ? "_on_ms" : "_off_ms"),
                            std::to_string(std::lround(shortest * 1000)));
-            EXPECT_LE(shortest, 0.11) << role;
+            EXPECT_LE(shortest, longestQuiet) << role;
         }
     }
 }
